@@ -1,0 +1,26 @@
+# What every target of the project is compiled with.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(lamp_options INTERFACE)
+target_include_directories(lamp_options INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_options(lamp_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Werror -fstack-protector-strong)
+target_link_options(lamp_options INTERFACE -Wl,--no-undefined)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT LAMP_SANITIZE)
+  # Debian's compilers predefine level 2 in some configurations; level 3 replaces it.
+  target_compile_options(lamp_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+endif()
+target_link_options(lamp_options INTERFACE -Wl,-z,relro,-z,now)
+
+if(LAMP_SANITIZE)
+  target_compile_options(lamp_options INTERFACE -fsanitize=address,undefined
+    -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+  target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/export.h"
+#include "host/ui/control_spec.h"
+#include "host/xml/xml_document.h"
+
+class CWnd;
+class XCBaseDlg;
+
+namespace host {
+
+/// A dialog class that the host constructs by name over a device's element and the configuration.
+struct DeviceDialogClass {
+  std::string name;
+  std::function<std::unique_ptr<XCBaseDlg>(CWnd* parent, XmlDocument::XmlNode* device,
+                                           XmlDocument::XmlNode* configuration)>
+      create;
+};
+
+/// What a loaded module adds to the dialog framework: templates, and classes found by name. A
+/// module keeps one with static lifetime and registers it when it is loaded.
+struct ExtensionModule {
+  std::string name;
+  std::vector<DialogTemplate> templates;
+  std::vector<DeviceDialogClass> deviceDialogs;
+};
+
+/// Puts a module's templates and classes at the framework's disposal. It must stay until removed.
+HOST_API void registerModule(const ExtensionModule& module);
+/// Takes them away again. No dialog of the module may be open.
+HOST_API void unregisterModule(const ExtensionModule& module);
+
+/// The template with a number among the registered modules and the host's own; null when there is
+/// none.
+HOST_API const DialogTemplate* findTemplate(int number);
+
+/// The device dialog class with a name; null when no registered module has it.
+HOST_API const DeviceDialogClass* findDeviceDialog(std::string_view name);
+
+/// The names of the registered modules.
+HOST_API std::vector<std::string> registeredModules();
+
+}  // namespace host

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/export.h"
+
+namespace host {
+
+/// The file operations that the host uses. Programs use the real one; tests install one that fails.
+/// Every operation returns false with the system's reason in @p cause when it fails.
+class HOST_API FileSystem {
+ public:
+  virtual ~FileSystem();
+
+  /// Reads a whole file of at most @p limit bytes.
+  virtual bool read(const std::filesystem::path& file, std::size_t limit, std::string& content,
+                    std::string& cause);
+  /// Makes a new file, readable by its owner alone, writes @p content and flushes it to the disk.
+  virtual bool writeNew(const std::filesystem::path& file, std::string_view content,
+                        std::string& cause);
+  /// Gives a file a second name; an existing one is replaced at once.
+  virtual bool keep(const std::filesystem::path& file, const std::filesystem::path& copy,
+                    std::string& cause);
+  /// Renames over an existing file and flushes the folder.
+  virtual bool replace(const std::filesystem::path& from, const std::filesystem::path& to,
+                       std::string& cause);
+  virtual bool remove(const std::filesystem::path& file, std::string& cause);
+  virtual bool makeFolder(const std::filesystem::path& folder, std::string& cause);
+  virtual bool exists(const std::filesystem::path& file);
+  /// The files of a folder whose name ends in @p ending, in the order that the system gives.
+  virtual std::vector<std::filesystem::path> list(const std::filesystem::path& folder,
+                                                  std::string_view ending);
+};
+
+/// The file system in force.
+HOST_API FileSystem& fileSystem();
+
+/// Puts another one in force, which must outlive its use; null restores the real one.
+HOST_API void setFileSystem(FileSystem* replacement);
+
+/// Reads a whole file of at most @p limit bytes. False with a text in @p cause when it can't.
+HOST_API bool readFile(const std::filesystem::path& file, std::size_t limit, std::string& content,
+                       std::string& cause);
+
+/// Writes @p content to a new file in the same folder, flushes it, and renames it over @p file; the
+/// version before stays beside it as keptCopy(file). At every moment the name holds the old content
+/// or the new one, whole. False with a text in @p cause when it can't; the old content then stays.
+HOST_API bool saveWhole(const std::filesystem::path& file, std::string_view content,
+                        std::string& cause);
+
+/// Where saveWhole keeps the version before: the file's name with ".previous" behind it.
+HOST_API std::filesystem::path keptCopy(const std::filesystem::path& file);
+
+}  // namespace host

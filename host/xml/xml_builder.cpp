@@ -1,0 +1,320 @@
+#include "host/xml/xml_builder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <pugixml.hpp>
+
+#include "host/text/utf.h"
+
+namespace host::xml {
+namespace {
+
+using Node = XmlDocument::XmlNode;
+
+// The library neither resolves references nor folds line ends: Builder::decode does both and sees
+// what is wrong with them.
+constexpr unsigned ParseOptions = pugi::parse_cdata | pugi::parse_ws_pcdata_single |
+                                  pugi::parse_doctype | pugi::parse_declaration |
+                                  pugi::parse_fragment;
+
+enum CharacterClass : unsigned char { Plain, End, Special };
+
+// Bytes that end the fast way through a value: everything but printable ASCII that stands for
+// itself in every place.
+constexpr std::array<unsigned char, 256> makeClasses() {
+  std::array<unsigned char, 256> classes{};
+  for (std::size_t i = 0; i < classes.size(); ++i)
+    classes[i] = i == 0                                                                ? End
+                 : i < 0x20 || i >= 0x80 || i == '&' || i == '<' || i == '>' ? Special
+                                                                                       : Plain;
+  return classes;
+}
+constexpr auto Classes = makeClasses();
+
+bool isXmlCharacter(char32_t c) {
+  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
+         (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+bool isBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; };
+    return lower(x) == lower(y);
+  });
+}
+
+}  // namespace
+
+Node* Builder::newRoot(Storage& storage, XmlName tag) {
+  auto* root = new (storage.allocateNode(sizeof(Node))) Node(tag.id());
+  root->previous_ = root;
+  return root;
+}
+
+bool Builder::fail(const char* place, std::string cause) {
+  if (!cause_.empty()) return false;
+  cause_ = std::move(cause);
+  offset_ = place != nullptr && begin_ != nullptr && place >= begin_
+                ? static_cast<std::size_t>(place - begin_)
+                : 0;
+  return false;
+}
+
+bool Builder::checkBeginning(const std::string& utf8) {
+  if (utf8.size() > limits_.bytes)
+    return fail(nullptr, "the document has " + std::to_string(utf8.size()) +
+                             " bytes, more than the " + std::to_string(limits_.bytes) +
+                             " allowed");
+  if (isBlank(utf8)) return fail(nullptr, "the document is empty");
+  if (utf8.starts_with("\xFE\xFF") || utf8.starts_with("\xFF\xFE"))
+    return fail(nullptr, "the encoding is not UTF-8");
+  if (const void* zero = std::memchr(utf8.data(), 0, utf8.size()))
+    return fail(static_cast<const char*>(zero), "a character with the code 0");
+  return true;
+}
+
+// One element at the top, beside it nothing but a declaration in front.
+bool Builder::checkTop(const pugi::xml_document& tree) {
+  int roots = 0;
+  for (const pugi::xml_node& child : tree.children()) {
+    const char* place = begin_ + child.offset_debug();
+    switch (child.type()) {
+      case pugi::node_element:
+        if (++roots > 1) return fail(place, "a second root element");
+        break;
+      case pugi::node_doctype:
+        return fail(place, "a document type (DTD), which is not accepted");
+      case pugi::node_declaration: {
+        if (child.previous_sibling()) return fail(place, "an XML declaration that is not in front");
+        const std::string_view encoding = child.attribute("encoding").value();
+        if (!encoding.empty() && !equalsIgnoringCase(encoding, "utf-8") &&
+            !equalsIgnoringCase(encoding, "us-ascii"))
+          return fail(place, "the encoding \"" + std::string(encoding) + "\" is not UTF-8");
+        break;
+      }
+      default:
+        if (!isBlank(child.value())) return fail(place, "text outside the root element");
+    }
+  }
+  return roots == 1 || fail(nullptr, "there is no root element");
+}
+
+Node* Builder::build(std::string utf8, XmlError& error) {
+  if (checkBeginning(utf8)) {
+    if (utf8.starts_with("\xEF\xBB\xBF")) utf8.erase(0, 3);
+    std::string& buffer = storage_.pool().adopt(std::move(utf8));
+    begin_ = buffer.data();
+    noteLines(buffer);  // before the library writes its terminators over line ends
+    pugi::xml_document tree;
+    const pugi::xml_parse_result result =
+        tree.load_buffer_inplace(buffer.data(), buffer.size(), ParseOptions, pugi::encoding_utf8);
+    if (!result) {
+      fail(begin_ + result.offset, result.description());
+    } else if (checkTop(tree)) {
+      const pugi::xml_node source = tree.document_element();
+      std::uint32_t tag = 0;
+      if (name(source.name(), ~0U, tag)) {
+        Node* root = newRoot(storage_, XmlName::fromId(tag));
+        if (buildTree(source, *root)) return root;
+      }
+    }
+  }
+  locate(error);
+  return nullptr;
+}
+
+void Builder::noteLines(std::string_view buffer) {
+  for (std::size_t at = buffer.find('\n'); at != std::string_view::npos;
+       at = buffer.find('\n', at + 1))
+    lineEnds_.push_back(static_cast<std::uint32_t>(at));
+}
+
+void Builder::locate(XmlError& error) const {
+  error = {cause_, offset_, 0, 0};
+  if (begin_ == nullptr) return;
+  const auto after = std::lower_bound(lineEnds_.begin(), lineEnds_.end(), offset_);
+  error.line = static_cast<std::size_t>(after - lineEnds_.begin()) + 1;
+  error.column = offset_ + 1 - (after == lineEnds_.begin() ? 0 : *(after - 1) + 1U);
+}
+
+bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
+  if (known != ~0U && xmlNameText(known) == text) {
+    id = known;
+    return true;
+  }
+  const std::string_view view(text);
+  if (!isXmlName(view))
+    return fail(text, "\"" + std::string(view.substr(0, 40)) + "\" is not a name");
+  if (names_.size() >= limits_.names || view.size() > 256)
+    return fail(text, "too many or too long names of elements and attributes");
+  id = XmlName(view).id();
+  names_.insert(id);
+  return true;
+}
+
+bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
+  pugi::xml_node from = source;
+  Node* to = &root;
+  std::size_t depth = 1;
+  if (!fill(from, *to, nullptr)) return false;
+  for (;;) {
+    pugi::xml_node next = from.first_child();
+    while (next && next.type() != pugi::node_element) {
+      if (!addText(next, *to)) return false;
+      next = next.next_sibling();
+    }
+    if (next) {
+      if (++depth > limits_.depth)
+        return fail(next.name(), "elements are nested more than " + std::to_string(limits_.depth) +
+                                     " deep");
+      to = to->append(0);
+    } else {
+      for (;;) {
+        if (from == source) return true;
+        next = from.next_sibling();
+        while (next && next.type() != pugi::node_element) {
+          if (!addText(next, *to->parent_)) return false;
+          next = next.next_sibling();
+        }
+        if (next) break;
+        from = from.parent();
+        to = to->parent_;
+        --depth;
+      }
+      to = to->parent_->append(0);
+    }
+    from = next;
+    // Neighbours mostly look alike: the one before serves as the model for names.
+    const Node* model = to->previous_ != to ? to->previous_ : nullptr;
+    if (!fill(from, *to, model)) return false;
+  }
+}
+
+bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) {
+  if (!name(source.name(), model ? model->tag_ : ~0U, node.tag_)) return false;
+  std::size_t count = 0;
+  for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) ++count;
+  if (count == 0) return true;
+  if (count > 0xFFFF) return fail(source.name(), "an element has more than 65535 attributes");
+  node.attributes_ = storage_.allocateAttributes(count);
+  node.attributeCapacity_ = static_cast<std::uint16_t>(count);
+  for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) {
+    const std::size_t index = node.attributeCount_;
+    const std::uint32_t known =
+        model && index < model->attributeCount_ ? model->attributes_[index].name : ~0U;
+    Attribute added;
+    XmlText value;
+    if (!name(a.name(), known, added.name)) return false;
+    if (node.findAttribute(XmlName::fromId(added.name)) != nullptr)
+      return fail(a.name(), "an element has the attribute \"" + std::string(a.name()) + "\" twice");
+    if (!decode(const_cast<char*>(a.value()), Place::attribute, value)) return false;
+    added.setText(value);
+    node.attributes_[node.attributeCount_++] = added;
+  }
+  return true;
+}
+
+bool Builder::addText(const pugi::xml_node& piece, Node& node) {
+  if (piece.type() == pugi::node_doctype || piece.type() == pugi::node_declaration)
+    return fail(begin_ + piece.offset_debug(), "a declaration inside the root element");
+  if (piece.type() != pugi::node_pcdata && piece.type() != pugi::node_cdata) return true;
+  XmlText value;
+  if (piece.type() == pugi::node_pcdata) {
+    if (!decode(const_cast<char*>(piece.value()), Place::text, value)) return false;
+  } else {
+    std::u16string plain;
+    bool malformed = false;
+    const std::string_view raw = piece.value();
+    for (std::size_t at = 0; at < raw.size();) {
+      const char32_t c = nextCodePoint(raw, at, &malformed);
+      if (malformed || !isXmlCharacter(c))
+        return fail(raw.data() + at, "a character that XML does not allow");
+      if (c == U'\r' && at < raw.size() && raw[at] == '\n') continue;
+      appendCodePoint(plain, c == U'\r' ? U'\n' : c);
+    }
+    value = storage_.pool().store(plain);
+  }
+  if (node.text().empty()) {
+    node.setStoredText(value);
+  } else {
+    const XCBasicString joined = node.Text() + std::u16string_view(value.toString());
+    node.setStoredText(storage_.pool().store(joined));
+  }
+  return true;
+}
+
+bool Builder::decode(char* raw, Place place, XmlText& value) {
+  const char* at = raw;
+  while (Classes[static_cast<unsigned char>(*at)] == Plain) ++at;
+  if (*at == '\0') {
+    value = XmlText::narrow({raw, static_cast<std::size_t>(at - raw)});
+    return true;
+  }
+  return decodeSlowly({raw, static_cast<std::size_t>(at - raw) + std::strlen(at)}, place, value);
+}
+
+bool Builder::decodeSlowly(std::string_view raw, Place place, XmlText& value) {
+  std::u16string out;
+  out.reserve(raw.size());
+  bool malformed = false;
+  for (std::size_t at = 0; at < raw.size();) {
+    const char* here = raw.data() + at;
+    if (raw[at] == '&') {
+      if (!decodeReference(raw, at, out)) return fail(here, "an unknown reference after \"&\"");
+      continue;
+    }
+    if (raw[at] == '<') return fail(here, "\"<\" inside a value");
+    if (place == Place::text && raw.substr(at).starts_with("]]>"))
+      return fail(here, "\"]]>\" inside a text");
+    char32_t c = nextCodePoint(raw, at, &malformed);
+    if (malformed) return fail(here, "a byte that is no UTF-8");
+    if (!isXmlCharacter(c)) return fail(here, "a character that XML does not allow");
+    if (c == U'\r') {
+      if (at < raw.size() && raw[at] == '\n') ++at;
+      c = U'\n';
+    }
+    if (place == Place::attribute && (c == U'\n' || c == U'\t')) c = U' ';
+    appendCodePoint(out, c);
+  }
+  value = storage_.pool().store(out);
+  return true;
+}
+
+bool Builder::decodeReference(std::string_view raw, std::size_t& at, std::u16string& out) {
+  const std::size_t end = raw.find(';', at);
+  if (end == std::string_view::npos || end - at > 12) return false;
+  const std::string_view body = raw.substr(at + 1, end - at - 1);
+  at = end + 1;
+  constexpr std::pair<std::string_view, char16_t> Known[] = {
+      {"amp", u'&'}, {"lt", u'<'}, {"gt", u'>'}, {"quot", u'"'}, {"apos", u'\''}};
+  for (const auto& [text, character] : Known) {
+    if (body != text) continue;
+    out += character;
+    return true;
+  }
+  if (body.size() < 2 || body[0] != '#') return false;
+  const bool hexadecimal = body[1] == 'x';
+  const std::string_view digits = body.substr(hexadecimal ? 2 : 1);
+  if (digits.empty()) return false;
+  char32_t code = 0;
+  for (const char c : digits) {
+    const char32_t digit = c >= '0' && c <= '9'   ? char32_t(c - '0')
+                           : c >= 'a' && c <= 'f' ? char32_t(c - 'a' + 10)
+                           : c >= 'A' && c <= 'F' ? char32_t(c - 'A' + 10)
+                                                  : 16;
+    const char32_t base = hexadecimal ? 16 : 10;
+    if (digit >= base) return false;
+    code = code * base + digit;
+    if (code > 0x10FFFF) return false;
+  }
+  if (!isXmlCharacter(code)) return false;
+  appendCodePoint(out, code);
+  return true;
+}
+
+}  // namespace host::xml

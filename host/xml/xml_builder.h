@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "host/xml/xml_document.h"
+#include "host/xml/xml_storage.h"
+
+namespace pugi {
+class xml_node;
+class xml_document;
+struct xml_parse_result;
+}  // namespace pugi
+
+// Internal to host/xml: makes the elements of a document from the XML library's tree.
+
+namespace host::xml {
+
+/// Reads one document into a storage. The XML library splits the text into its pieces; this class
+/// decodes them in place, checks what the library lets pass, and builds the compact tree.
+class Builder {
+ public:
+  Builder(Storage& storage, const XmlLimits& limits) : storage_(storage), limits_(limits) {}
+
+  /// The root, or none with the cause and the place in @p error.
+  XmlDocument::XmlNode* build(std::string utf8, XmlError& error);
+
+  static XmlDocument::XmlNode* newRoot(Storage& storage, XmlName tag);
+
+ private:
+  using Node = XmlDocument::XmlNode;
+  enum class Place { text, attribute };
+
+  bool checkBeginning(const std::string& utf8);
+  bool checkTop(const pugi::xml_document& tree);
+  bool buildTree(const pugi::xml_node& source, Node& root);
+  bool fill(const pugi::xml_node& source, Node& node, const Node* model);
+  bool addText(const pugi::xml_node& piece, Node& node);
+  bool decode(char* raw, Place place, XmlText& value);
+  bool decodeSlowly(std::string_view raw, Place place, XmlText& value);
+  bool decodeReference(std::string_view raw, std::size_t& at, std::u16string& out);
+  bool name(const char* text, std::uint32_t known, std::uint32_t& id);
+  bool fail(const char* place, std::string cause);
+  void noteLines(std::string_view buffer);
+  void locate(XmlError& error) const;
+
+  Storage& storage_;
+  const XmlLimits& limits_;
+  const char* begin_ = nullptr;
+  std::vector<std::uint32_t> lineEnds_;
+  std::unordered_set<std::uint32_t> names_;
+  std::string cause_;
+  std::size_t offset_ = 0;
+};
+
+}  // namespace host::xml

@@ -1,0 +1,335 @@
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+
+#include "host/xml/xml_document.h"
+#include "host/xml/xml_storage.h"
+
+using host::XmlName;
+using host::XmlText;
+using host::xml::Attribute;
+using host::xml::Slab;
+using host::xml::Storage;
+using XmlNode = XmlDocument::XmlNode;
+
+namespace {
+
+// The next element of a walk in document order below @p top; null at the end. The caller keeps
+// parallel trees in step with the same moves.
+template <class Visit>
+bool walkTogether(const XmlNode* a, const XmlNode* b, Visit same) {
+  const XmlNode* const top = a;
+  for (;;) {
+    if (!same(*a, *b)) return false;
+    if ((a->FirstChild() == nullptr) != (b->FirstChild() == nullptr)) return false;
+    if (a->FirstChild() != nullptr) {
+      a = a->FirstChild();
+      b = b->FirstChild();
+      continue;
+    }
+    while (a != top && a->NextSibling() == nullptr) {
+      if (b->NextSibling() != nullptr) return false;
+      a = a->Parent();
+      b = b->Parent();
+    }
+    if (a == top) return true;
+    if (b->NextSibling() == nullptr) return false;
+    a = a->NextSibling();
+    b = b->NextSibling();
+  }
+}
+
+struct Step {
+  std::string_view tag;
+  std::string_view key;  // empty: the first with the tag
+  char16_t conversion = u's';
+};
+
+// "group?id=%s?" to its tag, the child that holds the key, and the conversion.
+Step readStep(std::string_view text) {
+  Step step{text, {}, u's'};
+  const std::size_t mark = text.find('?');
+  if (mark == std::string_view::npos) return step;
+  step.tag = text.substr(0, mark);
+  const std::string_view predicate = text.substr(mark + 1);
+  const std::size_t equals = predicate.find("=%");
+  if (equals == std::string_view::npos || predicate.size() <= equals + 2) return step;
+  step.key = predicate.substr(0, equals);
+  step.conversion = static_cast<char16_t>(predicate[equals + 2]);
+  return step;
+}
+
+const XmlNode* childByTag(const XmlNode& parent, std::string_view tag) {
+  for (const XmlNode& child : parent.Children())
+    if (child.Tag() == tag) return &child;
+  return nullptr;
+}
+
+const XmlNode* childByKey(const XmlNode& parent, const Step& step, std::u16string_view wanted) {
+  for (const XmlNode& child : parent.Children()) {
+    if (child.Tag() != step.tag) continue;
+    const XmlNode* key = childByTag(child, step.key);
+    if (key != nullptr && key->text() == wanted) return &child;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+static_assert(sizeof(XmlNode) == 72 || sizeof(XmlNode) == 64);
+static_assert(sizeof(Attribute) == 16);
+
+Storage& XmlNode::storage() const { return *Slab::of(this)->owner; }
+
+// --- attributes
+
+Attribute* XmlNode::findAttribute(XmlName name) const {
+  for (std::size_t i = 0; i < attributeCount_; ++i)
+    if (attributes_[i].name == name.id()) return attributes_ + i;
+  return nullptr;
+}
+
+XCBasicString XmlNode::getAttribute(XmlName name, const XCBasicString& absent) const {
+  const Attribute* found = findAttribute(name);
+  return found ? found->text().toString() : absent;
+}
+
+XmlText XmlNode::attribute(XmlName name) const {
+  const Attribute* found = findAttribute(name);
+  return found ? found->text() : XmlText();
+}
+
+bool XmlNode::hasAttribute(XmlName name) const { return findAttribute(name) != nullptr; }
+
+XmlName XmlNode::attributeName(std::size_t index) const {
+  return XmlName::fromId(attributes_[index].name);
+}
+
+XmlText XmlNode::attributeText(std::size_t index) const { return attributes_[index].text(); }
+
+void XmlNode::setAttribute(XmlName name, std::u16string_view text) {
+  setAttributeText(name, storage().pool().store(text));
+}
+
+void XmlNode::copyAttribute(const XmlNode& from, XmlName name) {
+  if (&from.storage() != &storage()) storage().share(from.storage());
+  setAttributeText(name, from.attribute(name));
+}
+
+void XmlNode::setAttributeText(XmlName name, XmlText text) {
+  if (Attribute* found = findAttribute(name)) {
+    found->setText(text);
+    return;
+  }
+  if (attributeCount_ == attributeCapacity_) {
+    const auto capacity = static_cast<std::uint16_t>(
+        std::min<std::size_t>(attributeCapacity_ + 2U + attributeCapacity_ / 2U, 0xFFFF));
+    Attribute* grown = storage().allocateAttributes(capacity);
+    std::copy_n(attributes_, attributeCount_, grown);
+    attributes_ = grown;
+    attributeCapacity_ = capacity;
+  }
+  Attribute& added = attributes_[attributeCount_++];
+  added.name = name.id();
+  added.setText(text);
+}
+
+bool XmlNode::eraseAttribute(XmlName name) {
+  Attribute* found = findAttribute(name);
+  if (found == nullptr) return false;
+  std::copy(found + 1, attributes_ + attributeCount_, found);
+  --attributeCount_;
+  return true;
+}
+
+bool XmlNode::renameAttribute(XmlName name, XmlName newName) {
+  if (findAttribute(name) == nullptr) return false;
+  if (name == newName) return true;
+  eraseAttribute(newName);
+  findAttribute(name)->name = newName.id();
+  return true;
+}
+
+// --- texts
+
+void XmlNode::setStoredText(XmlText text) {
+  text_ = text.data();
+  textSize_ = text.sizeAndWidth();
+}
+
+void XmlNode::SetText(std::u16string_view text) { setStoredText(storage().pool().store(text)); }
+
+void XmlNode::SetNarrowText(std::string ascii) {
+  assert(ascii.size() <= XmlText::MaxSize);
+  const std::string& kept = storage().pool().adopt(std::move(ascii));
+  setStoredText(XmlText::narrow(kept));
+}
+
+XCBasicString XmlNode::Value(XmlName name, const XCBasicString& absent) const {
+  for (const XmlNode& child : Children())
+    if (child.TagName() == name) return child.Text();
+  return absent;
+}
+
+void XmlNode::SetValue(XmlName name, std::u16string_view text) {
+  for (XmlNode& child : Children()) {
+    if (child.TagName() != name) continue;
+    child.SetText(text);
+    return;
+  }
+  NewChild(name, text);
+}
+
+void XmlNode::SetNarrowValue(XmlName name, std::string ascii) {
+  for (XmlNode& child : Children()) {
+    if (child.TagName() != name) continue;
+    child.SetNarrowText(std::move(ascii));
+    return;
+  }
+  NewChild(name).SetNarrowText(std::move(ascii));
+}
+
+// --- tree
+
+XmlNode* XmlNode::find(std::string_view path,
+                       std::initializer_list<host::FormatArgument> arguments) const {
+  const XmlNode* at = this;
+  auto argument = arguments.begin();
+  while (at != nullptr && !path.empty()) {
+    const std::size_t slash = path.find('/');
+    const Step step = readStep(path.substr(0, slash));
+    path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
+    if (step.key.empty()) {
+      at = childByTag(*at, step.tag);
+    } else if (argument != arguments.end()) {
+      at = childByKey(*at, step, (argument++)->text(step.conversion));
+    } else {
+      at = nullptr;
+    }
+  }
+  return const_cast<XmlNode*>(at);
+}
+
+XmlNode* XmlNode::append(std::uint32_t tag) {
+  auto* child = new (storage().allocateNode(sizeof(XmlNode))) XmlNode(tag);
+  child->parent_ = this;
+  if (first_ == nullptr) {
+    first_ = child;
+    child->previous_ = child;
+  } else {
+    XmlNode* last = first_->previous_;
+    last->next_ = child;
+    child->previous_ = last;
+    first_->previous_ = child;
+  }
+  return child;
+}
+
+XmlNode& XmlNode::NewChild(XmlName name) { return *append(name.id()); }
+
+XmlNode& XmlNode::NewChild(XmlName name, std::u16string_view text) {
+  XmlNode* child = append(name.id());
+  child->SetText(text);
+  return *child;
+}
+
+void XmlNode::unlink() {
+  XmlNode*& head = parent_->first_;
+  if (next_ != nullptr)
+    next_->previous_ = previous_;
+  else
+    head->previous_ = previous_;
+  if (head == this)
+    head = next_;
+  else
+    previous_->next_ = next_;
+  parent_ = next_ = previous_ = nullptr;
+}
+
+bool XmlNode::isAbove(const XmlNode& other) const {
+  for (const XmlNode* at = other.parent_; at != nullptr; at = at->parent_)
+    if (at == this) return true;
+  return false;
+}
+
+bool XmlNode::RemoveChild(XmlNode* child) {
+  if (child == nullptr || !isAbove(*child)) return false;
+  child->unlink();
+  return true;
+}
+
+void XmlNode::RemoveChildren() {
+  while (first_ != nullptr) first_->unlink();
+}
+
+std::size_t XmlNode::ChildCount() const {
+  std::size_t count = 0;
+  for (const XmlNode* child = first_; child != nullptr; child = child->next_) ++count;
+  return count;
+}
+
+// --- copy and comparison
+
+void XmlNode::copyShallow(const XmlNode& other) {
+  tag_ = other.tag_;
+  text_ = other.text_;
+  textSize_ = other.textSize_;
+  if (other.attributeCount_ > attributeCapacity_) {
+    attributes_ = storage().allocateAttributes(other.attributeCount_);
+    attributeCapacity_ = other.attributeCount_;
+  }
+  std::copy_n(other.attributes_, other.attributeCount_, attributes_);
+  attributeCount_ = other.attributeCount_;
+}
+
+void XmlNode::copyTree(const XmlNode& other) {
+  const XmlNode* from = &other;
+  XmlNode* to = this;
+  to->copyShallow(*from);
+  for (;;) {
+    if (from->first_ != nullptr) {
+      from = from->first_;
+      to = to->append(from->tag_);
+    } else {
+      while (from != &other && from->next_ == nullptr) {
+        from = from->parent_;
+        to = to->parent_;
+      }
+      if (from == &other) return;
+      from = from->next_;
+      to = to->parent_->append(from->tag_);
+    }
+    to->copyShallow(*from);
+  }
+}
+
+XmlNode& XmlNode::operator=(const XmlNode& other) {
+  if (this == &other) return *this;
+  if (&storage() == &other.storage() && (isAbove(other) || other.isAbove(*this))) {
+    // One holds the other: copy from a document of its own, which nothing here changes.
+    XmlDocument apart("copy");
+    *apart.Root() = other;
+    return *this = *apart.Root();
+  }
+  if (&storage() != &other.storage()) storage().share(other.storage());
+  RemoveChildren();
+  copyTree(other);
+  return *this;
+}
+
+bool XmlNode::equalsShallow(const XmlNode& other) const {
+  if (tag_ != other.tag_ || attributeCount_ != other.attributeCount_ || !(text() == other.text()))
+    return false;
+  for (std::size_t i = 0; i < attributeCount_; ++i) {
+    const Attribute& mine = attributes_[i];
+    const Attribute* theirs = other.attributes_ + i;
+    if (theirs->name != mine.name) theirs = other.findAttribute(XmlName::fromId(mine.name));
+    if (theirs == nullptr || !(mine.text() == theirs->text())) return false;
+  }
+  return true;
+}
+
+bool XmlNode::operator==(const XmlNode& other) const {
+  return walkTogether(this, &other,
+                      [](const XmlNode& a, const XmlNode& b) { return a.equalsShallow(b); });
+}

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <deque>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/xml/xml_text.h"
+
+// How a document keeps its elements and texts. Internal to host/xml.
+
+namespace host::xml {
+
+/// Texts that documents share: append-only, alive as long as one document refers to it.
+class TextPool {
+ public:
+  XmlText store(std::u16string_view text);
+  XmlText storeNarrow(std::string_view ascii);
+  /// Takes the whole buffer over; texts may refer into it.
+  std::string& adopt(std::string buffer);
+
+ private:
+  void* allocate(std::size_t bytes, std::size_t alignment);
+
+  static constexpr std::size_t ChunkBytes = 16 * 1024;
+  std::vector<std::unique_ptr<char[]>> chunks_;
+  std::deque<std::string> adopted_;
+  char* next_ = nullptr;
+  std::size_t left_ = 0;
+  // The same value set on many elements in a row is stored once.
+  XmlText last_;
+};
+
+struct Attribute {
+  std::uint32_t name = 0;
+  std::uint32_t sizeAndWidth = 0;
+  const void* data = nullptr;
+
+  XmlText text() const { return {data, sizeAndWidth}; }
+  void setText(XmlText text) {
+    data = text.data();
+    sizeAndWidth = text.sizeAndWidth();
+  }
+};
+
+struct Storage;
+
+/// A block of elements, aligned to its size so that an element finds its document's storage
+/// without carrying a pointer to it.
+struct Slab {
+  static constexpr std::size_t Bytes = 64 * 1024;
+  Storage* owner = nullptr;
+
+  static Slab* of(const void* element) {
+    return reinterpret_cast<Slab*>(reinterpret_cast<std::uintptr_t>(element) & ~(Bytes - 1));
+  }
+};
+
+/// Everything that a document owns. Elements that were removed keep their place until the document
+/// is cleared: rows and dialogs may still refer to them.
+struct Storage {
+  Storage() = default;
+  Storage(const Storage&) = delete;
+  Storage& operator=(const Storage&) = delete;
+  ~Storage();
+
+  void* allocateNode(std::size_t bytes);
+  Attribute* allocateAttributes(std::size_t count);
+  TextPool& pool();
+  void share(const Storage& other);
+
+ private:
+  void openSlab();
+  static constexpr std::size_t AttributesPerChunk = 1024;
+  std::vector<Slab*> slabs_;
+  char* nextNode_ = nullptr;
+  char* nodesEnd_ = nullptr;
+  std::vector<std::unique_ptr<Attribute[]>> attributeChunks_;
+  Attribute* nextAttribute_ = nullptr;
+  std::size_t attributesLeft_ = 0;
+  std::shared_ptr<TextPool> own_;
+  std::vector<std::shared_ptr<TextPool>> shared_;
+};
+
+}  // namespace host::xml

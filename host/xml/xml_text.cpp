@@ -1,0 +1,52 @@
+#include "host/xml/xml_text.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "host/text/utf.h"
+
+namespace host {
+
+XCBasicString XmlText::toString() const {
+  if (isWide()) return XCBasicString(wideView());
+  const std::string_view ascii = narrowView();
+  std::u16string out(ascii.size(), u'\0');
+  std::transform(ascii.begin(), ascii.end(), out.begin(),
+                 [](char c) { return static_cast<char16_t>(static_cast<unsigned char>(c)); });
+  return XCBasicString(std::move(out));
+}
+
+void XmlText::appendUtf8(std::string& out) const {
+  if (isWide())
+    host::appendUtf8(out, wideView());
+  else
+    out += narrowView();
+}
+
+bool XmlText::equals(XmlText other) const {
+  if (size() != other.size()) return false;
+  if (empty() || (data_ == other.data_ && size_ == other.size_)) return true;
+  if (isWide() == other.isWide())
+    return std::memcmp(data_, other.data_, isWide() ? size() * 2 : size()) == 0;
+  return compare(other) == 0;
+}
+
+int XmlText::compare(XmlText other) const {
+  const std::size_t common = std::min(size(), other.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    const int difference = int((*this)[i]) - int(other[i]);
+    if (difference != 0) return difference;
+  }
+  return size() < other.size() ? -1 : int(size() > other.size());
+}
+
+int XmlText::toInt() const {
+  // Numbers are short: what lies beyond 32 characters can't change a value held at int's limits
+  // unless it is padded with more blanks or zeros than anyone writes.
+  char16_t buffer[32];
+  if (size() > std::size(buffer)) return toString().ToInt();
+  for (std::size_t i = 0; i < size(); ++i) buffer[i] = (*this)[i];
+  return host::toInt({buffer, size()});
+}
+
+}  // namespace host
