@@ -12,14 +12,12 @@ std::vector<const ExtensionModule*>& modules() {
   return registered;
 }
 
-const DialogTemplate* findIn(const std::vector<DialogTemplate>& templates, int number) {
-  const auto found =
-      std::find_if(templates.begin(), templates.end(),
-                   [number](const DialogTemplate& entry) { return entry.number == number; });
-  return found == templates.end() ? nullptr : &*found;
-}
-
 }  // namespace
+
+const DialogTemplate& TemplateSource::get() const {
+  if (!made_) made_ = make_();
+  return *made_;
+}
 
 void registerModule(const ExtensionModule& module) { modules().push_back(&module); }
 
@@ -27,8 +25,11 @@ void unregisterModule(const ExtensionModule& module) { std::erase(modules(), &mo
 
 const DialogTemplate* findTemplate(int number) {
   for (const ExtensionModule* module : modules())
-    if (const DialogTemplate* found = findIn(module->templates, number)) return found;
-  return findIn(hostTemplates(), number);
+    for (const TemplateSource& source : module->templates)
+      if (source.number() == number) return &source.get();
+  for (const DialogTemplate& own : hostTemplates())
+    if (own.number == number) return &own;
+  return nullptr;
 }
 
 const DeviceDialogClass* findDeviceDialog(std::string_view name) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,11 +24,27 @@ struct DeviceDialogClass {
       create;
 };
 
+/// A template, ready or made when it is first asked for. A module registers while it is loaded, when
+/// its tables may not be initialised yet: it gives the functions that make its templates.
+class HOST_API TemplateSource {
+ public:
+  TemplateSource(DialogTemplate ready) : number_(ready.number), made_(std::move(ready)) {}
+  TemplateSource(int number, DialogTemplate (*make)()) : number_(number), make_(make) {}
+
+  int number() const { return number_; }
+  const DialogTemplate& get() const;
+
+ private:
+  int number_;
+  DialogTemplate (*make_)() = nullptr;
+  mutable std::optional<DialogTemplate> made_;
+};
+
 /// What a loaded module adds to the dialog framework: templates, and classes found by name. A
 /// module keeps one with static lifetime and registers it when it is loaded.
 struct ExtensionModule {
   std::string name;
-  std::vector<DialogTemplate> templates;
+  std::vector<TemplateSource> templates;
   std::vector<DeviceDialogClass> deviceDialogs;
 };
 

@@ -1,0 +1,61 @@
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "driver/export.h"
+#include "driver/options_dialog.h"
+#include "host/services/drivers.h"
+#include "host/services/services.h"
+
+namespace {
+
+constexpr std::size_t FlagForBoards = 2;
+constexpr std::size_t FlagForInputs = 4;
+
+XCDriverDevice* deviceOf(XCDriver* driver) { return dynamic_cast<XCDriverDevice*>(driver); }
+
+bool configure(CWnd* parent, XCDriver* driver) {
+  CDlgOptionsZelLampManager dialog(parent, deviceOf(driver));
+  return dialog.DoModal() == IDOK;
+}
+
+bool refuseList(CWnd* parent) {
+  host::services().frontEnd().ask(
+      {parent, XCLoadString(host::TextId::NotAvailableForDeviceType),
+       host::MessageButtons::ok, host::MessageIcon::none});
+  return false;
+}
+
+// Offers the controller's board once: a list that names it already comes back empty.
+bool listCallbackA(CWnd* parent, XCDriver* driver, XCNameList& names, const XCListFlags& flags, int,
+                   XCBasicString) {
+  if (!flags.test(FlagForBoards) && !flags.test(FlagForInputs)) return refuseList(parent);
+  const XCBasicString board = XCBasicString::Format(u"%s.IOBOARD", driver->Name());
+  const bool listed = std::find(names.begin(), names.end(), board) != names.end();
+  names.clear();
+  if (!listed) names.push_back(board);
+  return true;
+}
+
+bool listCallbackB(CWnd* parent, XCDriver*, XCNameList&, const XCListFlags&, int, XCBasicString) {
+  return refuseList(parent);
+}
+
+XCDlgOptions* createOptionsDialog(CWnd* parent, XCDriver* driver) {
+  auto dialog = std::unique_ptr<CDlgOptionsZelLampManager>(
+      new (std::nothrow) CDlgOptionsZelLampManager(parent, deviceOf(driver)));
+  if (dialog == nullptr) return nullptr;
+  dialog->SetChild();
+  dialog->SetBackgroundColor(GetSysColor(COLOR_WINDOW));
+  return dialog->Create(parent) ? dialog.release() : nullptr;
+}
+
+}  // namespace
+
+/// Registers the lamp manager with the host. False when the host refuses the device class.
+extern "C" ZEL_EXPORT bool InitializeUsrDriver_ZelLampManager() {
+  const host::DriverClass& deviceClass = XCDriverDeviceZelLampManager::GetThisClass();
+  if (!XCDriverServices::Add(deviceClass, configure, listCallbackA, listCallbackB)) return false;
+  XCDriverServices::AddCreateChildOptionsDlg(deviceClass, createOptionsDialog);
+  return true;
+}

@@ -1,0 +1,52 @@
+#include "pages/binding/date_field.h"
+
+#include <algorithm>
+
+#include "driver/exchange_frame.h"
+
+namespace lamp {
+namespace {
+
+constexpr std::u16string_view Mask = u"DD DD DDDD DD:DD:DD";
+constexpr std::u16string_view MaskLayout = u"__/__/____ __:__:__";
+constexpr char16_t EmptyPlace = u'0';
+constexpr std::u16string_view ValidCharacters = u"1234567890";
+constexpr std::size_t StampDigits = 14;
+
+bool isStamp(std::u16string_view text) {
+  return text.size() == StampDigits &&
+         std::all_of(text.begin(), text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; });
+}
+
+}  // namespace
+
+XCBasicString stampAsDate(const XCBasicString& stamp) {
+  return XCBasicString::Format(u"%s/%s/%s %s:%s:%s", stamp.Mid(6, 2), stamp.Mid(4, 2),
+                               stamp.Mid(0, 4), stamp.Mid(8, 2), stamp.Mid(10, 2),
+                               stamp.Mid(12, 2));
+}
+
+void DateField::initialise() {
+  host::EditControl& edit = dialog_.Edit(editId_);
+  edit.setMask({Mask, MaskLayout, EmptyPlace, ValidCharacters});
+  edit.setText(XCDateTime::LTC().GetDateTime(1, false, u"/", u":"));
+}
+
+void DateField::showStamp(const XCBasicString& stamp) {
+  if (isStamp(stamp)) showStampPieces(stamp);
+}
+
+void DateField::showStampPieces(const XCBasicString& stamp) {
+  dialog_.SetDlgItemText(editId_, stampAsDate(stamp));
+}
+
+std::optional<XCBasicString> DateField::checkedStamp() {
+  const host::EditControl& edit = dialog_.Edit(editId_);
+  XCBasicString stamp = activationStamp(edit.mask().places(edit.text()));
+  if (!stamp.IsEmpty()) return stamp;
+  dialog_.MessageBox(host::TextId::FieldInvalid);
+  dialog_.FocusAndSelectAll(editId_);
+  return std::nullopt;
+}
+
+}  // namespace lamp

@@ -1,0 +1,86 @@
+#include "pages/binding/row_editor.h"
+
+#include <algorithm>
+
+#include "driver/sections.h"
+
+namespace lamp {
+
+using host::TextId;
+using Node = XmlDocument::XmlNode;
+
+void RowEditor::fill(Node* section, const std::function<bool(const Node&)>& isRow,
+                     std::size_t selectedRow) {
+  if (section == nullptr) return;
+  host::ListControl& rows = list();
+  rows.clearRows();
+  for (Node& child : section->Children())
+    if (!isRow || isRow(child)) rows.addRow({&child});
+  rows.selectOnly(selectedRow);
+}
+
+XCBasicString RowEditor::commonValue(const RowField& field) const {
+  const host::ListControl& rows = list();
+  const auto& selected = rows.selection();
+  const Node& first = *rows.element(selected.front());
+  const auto agrees = [&](std::size_t row) {
+    const Node& other = *rows.element(row);
+    return field.read ? field.read(other) == field.read(first)
+                      : other.attribute(*field.attribute) == first.attribute(*field.attribute);
+  };
+  if (!std::all_of(selected.begin() + 1, selected.end(), agrees)) return {};
+  return field.read ? field.read(first) : first.getAttribute(*field.attribute);
+}
+
+void RowEditor::selectionChanged() {
+  const host::ListControl& rows = list();
+  const auto& selected = rows.selection();
+  const auto hasElement = [&](std::size_t row) { return rows.element(row) != nullptr; };
+  if (selected.empty() || !std::all_of(selected.begin(), selected.end(), hasElement)) return;
+  const bool before = syncEdits_;
+  syncEdits_ = false;
+  for (const RowField& field : fields_) dialog_.SetDlgItemText(field.editId, commonValue(field));
+  syncEdits_ = before;
+}
+
+void RowEditor::editChanged(int editId) {
+  if (!syncEdits_) return;
+  const auto field = std::find_if(fields_.begin(), fields_.end(), [editId](const RowField& entry) {
+    return entry.editId == editId;
+  });
+  if (field == fields_.end()) return;
+  const XCBasicString& text = dialog_.GetDlgItemText(editId);
+  host::ListControl& rows = list();
+  for (const std::size_t row : rows.selection()) {
+    Node* element = rows.element(row);
+    if (element == nullptr) break;
+    if (field->write)
+      field->write(*element, text);
+    else
+      element->setAttribute(*field->attribute, text);
+  }
+  rows.cellsChanged();
+}
+
+host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute, int share) {
+  host::ListColumn column;
+  column.caption = caption;
+  column.share = share;
+  column.attribute = attribute;
+  return column;
+}
+
+host::ListColumn attributeColumn(TextId caption, host::XmlName attribute, int share) {
+  return attributeColumn(XCLoadString(caption), attribute, share);
+}
+
+bool isNode(const Node& child) { return child.TagName() == element::Node; }
+
+std::vector<host::ListColumn> nodeColumns() {
+  return {attributeColumn(TextId::Identifier, attribute::NodeId),
+          attributeColumn(TextId::NodeReference, attribute::Reference, 2),
+          attributeColumn(TextId::Latitude, attribute::Latitude),
+          attributeColumn(TextId::Longitude, attribute::Longitude)};
+}
+
+}  // namespace lamp

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "host/dialogs/base_dlg.h"
+#include "host/xml/xml_document.h"
+
+namespace lamp {
+
+/// One edit below a list and what it edits of the rows' elements: an attribute, or what `read` makes
+/// of the element and `write` puts into it.
+struct RowField {
+  int editId = 0;
+  std::optional<host::XmlName> attribute = std::nullopt;
+  std::function<XCBasicString(const XmlDocument::XmlNode&)> read = nullptr;
+  std::function<void(XmlDocument::XmlNode&, const XCBasicString&)> write = nullptr;
+};
+
+/// Binds a list of elements to the edits below it: the edits show what all selected rows have in
+/// common, and what is typed goes to every selected row. What the editor itself puts into the
+/// edits is not written back.
+class RowEditor {
+ public:
+  /// @p dialog must outlive this.
+  RowEditor(XCBaseDlg& dialog, int listId, std::vector<RowField> fields)
+      : dialog_(dialog), listId_(listId), fields_(std::move(fields)) {}
+
+  /// Fills the list with the children of @p section that @p isRow accepts (all when it is empty), in
+  /// their order, and selects a row. Without a section the list stays as it is.
+  void fill(XmlDocument::XmlNode* section, const std::function<bool(const XmlDocument::XmlNode&)>& isRow,
+            std::size_t selectedRow);
+
+  /// Shows in each edit the value common to all selected rows, nothing where they differ. Without
+  /// a selected row the edits stay.
+  void selectionChanged();
+
+  /// Puts an edit's text into every selected row, unless the editor itself changed it. A row
+  /// without element ends it.
+  void editChanged(int editId);
+
+  /// False while the editor itself writes the edits.
+  bool syncEdits() const { return syncEdits_; }
+
+  host::ListControl& list() const { return dialog_.List(listId_); }
+
+ private:
+  XCBasicString commonValue(const RowField& field) const;
+
+  XCBaseDlg& dialog_;
+  int listId_;
+  std::vector<RowField> fields_;
+  bool syncEdits_ = true;
+};
+
+/// A list column that shows an attribute.
+host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute,
+                                 int share = 1);
+host::ListColumn attributeColumn(host::TextId caption, host::XmlName attribute, int share = 1);
+
+/// Whether an element is a node record.
+bool isNode(const XmlDocument::XmlNode& child);
+
+/// The columns of the node table: identity, reference, latitude, longitude.
+std::vector<host::ListColumn> nodeColumns();
+
+}  // namespace lamp
