@@ -1,0 +1,200 @@
+#include "controller/http/command_server.h"
+
+#include <httplib.h>
+#include <sys/socket.h>
+
+#include <charconv>
+#include <thread>
+
+namespace lamp::controller {
+namespace {
+
+constexpr std::size_t kMebibyte = 1024U * 1024U;
+constexpr std::size_t kBodyLimit = 64 * kMebibyte;
+// A firmware travels as base64 inside its document.
+constexpr std::size_t kFirmwareLimit = 256 * kMebibyte;
+constexpr int kFirmwareCommand = 52;
+constexpr std::size_t kThreads = 96;
+constexpr int kBacklog = 256;
+constexpr std::size_t kRequestsPerConnection = 10000;
+constexpr const char* kPlainText = "text/plain; charset=utf-8";
+
+void answer(httplib::Response& response, int status, const std::string& text) {
+  response.status = status;
+  response.set_content(text + "\n", kPlainText);
+}
+
+// The number in the path, or -1 where the path holds something else.
+int commandNumber(const std::string& text) {
+  int number = -1;
+  const auto end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, number);
+  return result.ec == std::errc() && result.ptr == end && number >= 0 ? number : -1;
+}
+
+// The library's own choice would let a second controller share the port of the first.
+void allowQuickRestart(socket_t socket) {
+  const int yes = 1;
+  ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
+
+// The library listens with a queue of five, which fifty clients at once overrun.
+class PatientServer final : public httplib::Server {
+ public:
+  void lengthenQueue() const { ::listen(svr_sock_, kBacklog); }
+};
+
+}  // namespace
+
+class CommandServer::Impl {
+ public:
+  Impl(Controller& controller, StateKeeper& keeper) : controller_(controller), keeper_(keeper) {
+    server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+    server_.set_socket_options(allowQuickRestart);
+    server_.set_tcp_nodelay(true);
+    server_.set_keep_alive_max_count(kRequestsPerConnection);
+    server_.set_read_timeout(30);
+    server_.set_write_timeout(30);
+    server_.set_payload_max_length(kFirmwareLimit);
+    addCommands();
+    addPlainPages();
+    addFailures();
+  }
+
+  bool start(const std::string& address, int port) {
+    const int bound = port == 0 ? server_.bind_to_any_port(address)
+                                : (server_.bind_to_port(address, port) ? port : -1);
+    if (bound <= 0) return false;
+    server_.lengthenQueue();
+    port_ = bound;
+    thread_ = std::thread([this] { server_.listen_after_bind(); });
+    return true;
+  }
+
+  int port() const { return port_; }
+
+  void stop() {
+    if (!thread_.joinable()) return;
+    // A stop before the thread has begun to listen would be lost.
+    while (!server_.is_running()) std::this_thread::yield();
+    server_.stop();
+    thread_.join();
+  }
+
+ private:
+  static constexpr const char* kCommandPath = R"(/lampmanager/command/([^/]*))";
+
+  void addCommands() {
+    server_.Post(kCommandPath, [this](const httplib::Request& request, httplib::Response& response,
+                                      const httplib::ContentReader& reader) {
+      receiveCommand(request, response, reader);
+    });
+    const auto wrongMethod = [](const httplib::Request&, httplib::Response& response) {
+      response.set_header("Allow", "POST");
+      answer(response, 405, "Commands are sent with POST.");
+    };
+    server_.Get(kCommandPath, wrongMethod);
+    server_.Put(kCommandPath, wrongMethod);
+    server_.Delete(kCommandPath, wrongMethod);
+    server_.Patch(kCommandPath, wrongMethod);
+  }
+
+  void addPlainPages() {
+    server_.Get("/health", [this](const httplib::Request&, httplib::Response& response) {
+      response.set_content(controller_.statusLine(), kPlainText);
+    });
+  }
+
+  void addFailures() {
+    server_.set_exception_handler(
+        [](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
+          answer(response, 500, "The controller failed on this command; its state is unchanged.");
+        });
+    server_.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
+      if (!response.body.empty()) return;
+      if (response.status == 404) {
+        answer(response, 404,
+               "There is nothing at this address; commands are at /lampmanager/command/{number}.");
+      } else if (response.status == 413) {
+        answer(response, 413, "The request is larger than " + limitText(kFirmwareLimit) + ".");
+      } else if (request.method.empty() || response.status >= 400) {
+        answer(response, response.status, "The request could not be understood.");
+      }
+    });
+  }
+
+  static std::string limitText(std::size_t limit) {
+    return std::to_string(limit / kMebibyte) + " MiB";
+  }
+
+  // Reads the whole body, so that the connection stays usable, but keeps no more than the limit.
+  // False when the body was longer or did not arrive.
+  static bool readBody(const httplib::ContentReader& reader, std::size_t limit, std::string& body,
+                       bool& tooLarge) {
+    tooLarge = false;
+    return reader([&](const char* data, std::size_t size) {
+      if (size > limit - body.size()) tooLarge = true;
+      if (!tooLarge) body.append(data, size);
+      return true;
+    });
+  }
+
+  void receiveCommand(const httplib::Request& request, httplib::Response& response,
+                      const httplib::ContentReader& reader) {
+    if (request.is_multipart_form_data()) {
+      return answer(response, 415, "A command is one XML document; send it as application/xml.");
+    }
+    const int command = commandNumber(request.matches[1]);
+    const std::size_t limit = command == kFirmwareCommand ? kFirmwareLimit : kBodyLimit;
+    std::string body;
+    bool tooLarge = false;
+    const bool whole = readBody(reader, limit, body, tooLarge);
+    if (tooLarge || response.status == 413) {
+      return answer(response, 413, "The request is larger than " + limitText(limit) + ".");
+    }
+    if (!whole) return answer(response, 400, "The body of the request did not arrive whole.");
+    if (command < 0) return answer(response, 404, "A command is a number.");
+    perform(command, body, response);
+  }
+
+  void perform(int command, const std::string& body, httplib::Response& response) {
+    Reply reply = controller_.perform(command, body);
+    if (reply.changed) {
+      if (const std::string fault = keeper_.keep(); !fault.empty()) {
+        return answer(response, 500,
+                      "The command is carried out, but the state could not be kept: " + fault);
+      }
+    }
+    response.status = reply.status;
+    if (reply.type.empty()) return;
+    if (reply.status != 200) reply.body += '\n';
+    response.set_content(std::move(reply.body), reply.type);
+  }
+
+  Controller& controller_;
+  StateKeeper& keeper_;
+  PatientServer server_;
+  std::thread thread_;
+  int port_ = 0;
+};
+
+CommandServer::CommandServer(Controller& controller, StateKeeper& keeper)
+    : impl_(std::make_unique<Impl>(controller, keeper)) {}
+
+CommandServer::~CommandServer() {
+  stop();
+}
+
+bool CommandServer::start(const std::string& address, int port) {
+  return impl_->start(address, port);
+}
+
+int CommandServer::port() const {
+  return impl_->port();
+}
+
+void CommandServer::stop() {
+  impl_->stop();
+}
+
+}  // namespace lamp::controller

@@ -1,0 +1,115 @@
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "controller/http/command_server.h"
+#include "controller/model/controller.h"
+#include "controller/model/controller_clock.h"
+#include "controller/model/state_keeper.h"
+#include "controller/model/street_generator.h"
+#include "controller/options.h"
+
+namespace lamp::controller {
+namespace {
+
+constexpr int kUsage = 2;
+constexpr int kFailure = 1;
+constexpr std::chrono::milliseconds kTick{200};
+
+int complain(const std::string& text, int status) {
+  std::cerr << "lamp-controller: " << text << '\n';
+  return status;
+}
+
+// Goes on with the state that is there, or makes a new street. Returns what is wrong.
+std::string prepare(const Options& options, Controller& controller, StateKeeper& keeper) {
+  bool found = false;
+  const std::filesystem::path file = stateFileOf(options.state);
+  if (const std::string fault = keeper.restore(found); !fault.empty()) {
+    return "the state " + file.string() + " can't be used and was left as it is: " + fault +
+           "; repair it, move it away, or name another with --state";
+  }
+  if (found) {
+    if (!options.id.empty() && options.id != controller.id()) {
+      return "the state " + file.string() + " belongs to the controller " + controller.id() +
+             ", not to " + options.id;
+    }
+    std::cerr << "going on with " << file.string() << '\n';
+    return "";
+  }
+  generateStreet(options.street, controller.settings().inForce());
+  const std::string fault = keeper.keep();
+  return fault.empty() ? "" : "the state can't be kept: " + fault;
+}
+
+// Brings into force what becomes due while nobody asks for anything.
+void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper& keeper) {
+  while (!stop.stop_requested()) {
+    std::this_thread::sleep_for(kTick);
+    if (!controller.advance()) continue;
+    if (const std::string fault = keeper.keep(); !fault.empty()) {
+      std::cerr << "lamp-controller: the state can't be kept: " << fault << '\n';
+    }
+  }
+}
+
+int serve(const Options& options, Controller& controller, StateKeeper& keeper) {
+  // Every thread inherits the mask, so that only sigwait below hears these signals.
+  sigset_t ending;
+  sigemptyset(&ending);
+  sigaddset(&ending, SIGINT);
+  sigaddset(&ending, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);
+
+  CommandServer server(controller, keeper);
+  if (!server.start(options.listen, options.port)) {
+    return complain("can't listen on " + options.listen + " port " + std::to_string(options.port) +
+                        "; it is in use or not of this machine. Choose another with --port",
+                    kFailure);
+  }
+  std::cout << "listening on http://" << options.listen << ':' << server.port() << std::endl;
+  std::jthread clockWatch(
+      [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
+  int signal = 0;
+  sigwait(&ending, &signal);
+  server.stop();
+  const std::string fault = keeper.keep();
+  return fault.empty() ? 0 : complain("the state can't be kept: " + fault, kFailure);
+}
+
+int run(const std::vector<std::string>& arguments) {
+  Options options;
+  if (const std::string fault = parseOptions(arguments, options); !fault.empty()) {
+    return complain(fault, kUsage);
+  }
+  if (options.help) {
+    std::cout << helpText();
+    return 0;
+  }
+  const MachineTime time;
+  ControllerClock clock(time);
+  Controller controller(options.id.empty() ? defaultIdentifier(options.street.seed) : options.id,
+                        clock);
+  controller.setDataFolder(dataFolderOf(options.state));
+  StateKeeper keeper(controller, stateFileOf(options.state));
+  if (const std::string fault = prepare(options, controller, keeper); !fault.empty()) {
+    return complain(fault, kFailure);
+  }
+  return serve(options, controller, keeper);
+}
+
+}  // namespace
+}  // namespace lamp::controller
+
+int main(int argc, char** argv) {
+  try {
+    return lamp::controller::run(std::vector<std::string>(argv + 1, argv + argc));
+  } catch (const std::exception& fault) {
+    std::cerr << "lamp-controller: " << fault.what() << '\n';
+    return lamp::controller::kFailure;
+  }
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+#include "controller/model/section_store.h"
+#include "controller/model/section_writer.h"
+
+namespace lamp::controller {
+
+/// A write that was accepted and waits for its activation date.
+struct PendingWrite {
+  const SectionWriter* writer = nullptr;
+  Moment due;
+  std::unique_ptr<pugi::xml_document> document;  ///< its one element is the section as sent
+};
+
+/// The sections in force, and the same sections as clients see them.
+///
+/// What was sent is shown from the moment it was accepted, so that a page that is closed and opened
+/// again shows what its user typed; what lamps and outputs follow is the state in force, which
+/// changes at the activation date. The two differ only while a write is pending.
+class Settings {
+ public:
+  Settings() = default;
+
+  /// What the lamps burn by.
+  SectionStore& inForce() { return inForce_; }
+  const SectionStore& inForce() const { return inForce_; }
+  /// What a read answers.
+  SectionStore& shown() { return shown_ ? *shown_ : inForce_; }
+  const SectionStore& shown() const { return shown_ ? *shown_ : inForce_; }
+  const std::vector<PendingWrite>& pending() const { return pending_; }
+
+  /// Takes an element that its writer did not object to. It takes effect now when it carries no
+  /// date or when `due` is not after `now`; otherwise at `due`.
+  void write(const SectionWriter& writer, pugi::xml_node element, Moment due, Moment now);
+
+  /// Brings every pending write into force that is due at `now`, in the order of their dates and
+  /// within one moment as they were sent. True when there was one.
+  bool advance(Moment now);
+
+  /// Writes everything as children of `parent`-less text, for the state file.
+  void print(pugi::xml_writer& out) const;
+  /// Reads what `print` wrote below `parent`. Returns what is wrong, or an empty text.
+  std::string load(pugi::xml_node parent);
+
+ private:
+  void rebuildShown();
+  std::string loadPending(pugi::xml_node list);
+
+  SectionStore inForce_;
+  std::unique_ptr<SectionStore> shown_;
+  std::vector<PendingWrite> pending_;
+};
+
+}  // namespace lamp::controller

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "controller/model/street_generator.h"
+
+namespace lamp::controller {
+
+/// What the command line asks for.
+struct Options {
+  int port = 8080;
+  std::string listen = "127.0.0.1";
+  std::string id;     ///< empty: made from the seed
+  std::string state;  ///< file or folder; empty: nothing is kept
+  StreetPlan street;
+  bool help = false;
+};
+
+/// Reads the arguments (without the program's name) into `options`. Returns what is wrong with them
+/// and what to do, or an empty text.
+std::string parseOptions(const std::vector<std::string>& arguments, Options& options);
+
+/// What "--help" prints.
+std::string helpText();
+
+}  // namespace lamp::controller

@@ -1,0 +1,61 @@
+#include "tests/controller/support/http_client.h"
+
+#include <curl/curl.h>
+
+#include <memory>
+
+namespace lamp::controller::test {
+namespace {
+
+std::size_t collect(const char* data, std::size_t size, std::size_t count, void* target) {
+  static_cast<std::string*>(target)->append(data, size * count);
+  return size * count;
+}
+
+}  // namespace
+
+HttpAnswer httpSend(const std::string& method, const std::string& url, const std::string& body,
+                    const std::string& contentType, long seconds) {
+  static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+  HttpAnswer answer;
+  const std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> curl(ready ? curl_easy_init() : nullptr,
+                                                                 curl_easy_cleanup);
+  if (!curl) return answer;
+  curl_slist* headers = curl_slist_append(nullptr, ("Content-Type: " + contentType).c_str());
+  headers = curl_slist_append(headers, "Expect:");
+  char fault[CURL_ERROR_SIZE] = "";
+  curl_easy_setopt(curl.get(), CURLOPT_URL, url.c_str());
+  curl_easy_setopt(curl.get(), CURLOPT_CUSTOMREQUEST, method.c_str());
+  if (method != "GET") {
+    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, body.data());
+    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+  }
+  curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, headers);
+  curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, collect);
+  curl_easy_setopt(curl.get(), CURLOPT_WRITEDATA, &answer.body);
+  curl_easy_setopt(curl.get(), CURLOPT_ERRORBUFFER, fault);
+  curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, seconds);
+  curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(curl.get(), CURLOPT_PROXY, "");
+  const CURLcode code = curl_easy_perform(curl.get());
+  curl_slist_free_all(headers);
+  if (code != CURLE_OK) {
+    answer.fault = *fault != '\0' ? fault : curl_easy_strerror(code);
+    return answer;
+  }
+  curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &answer.status);
+  const char* type = nullptr;
+  curl_easy_getinfo(curl.get(), CURLINFO_CONTENT_TYPE, &type);
+  if (type != nullptr) answer.type = type;
+  return answer;
+}
+
+HttpAnswer httpCommand(const std::string& base, int number, const std::string& body) {
+  return httpSend("POST", base + "/lampmanager/command/" + std::to_string(number), body);
+}
+
+HttpAnswer httpGet(const std::string& url) {
+  return httpSend("GET", url, "");
+}
+
+}  // namespace lamp::controller::test

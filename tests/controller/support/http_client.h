@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+namespace lamp::controller::test {
+
+/// What a server answered; `status` is 0 when there was no answer, and `fault` says why.
+struct HttpAnswer {
+  long status = 0;
+  std::string type;
+  std::string body;
+  std::string fault;
+};
+
+/// Sends one request with a client library of its own. `seconds` is the longest wait.
+HttpAnswer httpSend(const std::string& method, const std::string& url, const std::string& body,
+                    const std::string& contentType = "application/xml", long seconds = 30);
+
+/// A command of the controller at `base` ("http://127.0.0.1:8080").
+HttpAnswer httpCommand(const std::string& base, int number, const std::string& body);
+
+/// A plain read of an address.
+HttpAnswer httpGet(const std::string& url);
+
+}  // namespace lamp::controller::test
