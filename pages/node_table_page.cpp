@@ -1,5 +1,6 @@
 #include "pages/node_table_page.h"
 
+#include "pages/binding/node_record.h"
 #include "pages/page_templates.h"
 
 using host::TextId;
@@ -63,7 +64,7 @@ const host::MessageMap* CDlgE04CfgZelLampManager::GetMessageMap() const {
 }
 
 bool CDlgE04CfgZelLampManager::OnInitDialog() {
-  SetWindowText(XCLoadString(TextId::NodeReference) + u" - " + Driver().Name());
+  SetPageTitle(TextId::NodeReference);
   List(Id::Nodes).setColumns(lamp::nodeColumns());
   copy_.take(Document());
   rows_.fill(copy_.section(), lamp::isNode, 0);

@@ -2,21 +2,22 @@
 
 #include <algorithm>
 
-#include "driver/sections.h"
-
 namespace lamp {
 
-using host::TextId;
 using Node = XmlDocument::XmlNode;
+
+bool fillRows(host::ListControl& list, Node* section,
+              const std::function<bool(const Node&)>& isRow) {
+  if (section == nullptr) return false;
+  list.clearRows();
+  for (Node& child : section->Children())
+    if (!isRow || isRow(child)) list.addRow({&child});
+  return true;
+}
 
 void RowEditor::fill(Node* section, const std::function<bool(const Node&)>& isRow,
                      std::size_t selectedRow) {
-  if (section == nullptr) return;
-  host::ListControl& rows = list();
-  rows.clearRows();
-  for (Node& child : section->Children())
-    if (!isRow || isRow(child)) rows.addRow({&child});
-  rows.selectOnly(selectedRow);
+  if (fillRows(list(), section, isRow)) list().selectOnly(selectedRow);
 }
 
 XCBasicString RowEditor::commonValue(const RowField& field) const {
@@ -60,27 +61,6 @@ void RowEditor::editChanged(int editId) {
       element->setAttribute(*field->attribute, text);
   }
   rows.cellsChanged();
-}
-
-host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute, int share) {
-  host::ListColumn column;
-  column.caption = caption;
-  column.share = share;
-  column.attribute = attribute;
-  return column;
-}
-
-host::ListColumn attributeColumn(TextId caption, host::XmlName attribute, int share) {
-  return attributeColumn(XCLoadString(caption), attribute, share);
-}
-
-bool isNode(const Node& child) { return child.TagName() == element::Node; }
-
-std::vector<host::ListColumn> nodeColumns() {
-  return {attributeColumn(TextId::Identifier, attribute::NodeId),
-          attributeColumn(TextId::NodeReference, attribute::Reference, 2),
-          attributeColumn(TextId::Latitude, attribute::Latitude),
-          attributeColumn(TextId::Longitude, attribute::Longitude)};
 }
 
 }  // namespace lamp

@@ -18,6 +18,12 @@ struct RowField {
   std::function<void(XmlDocument::XmlNode&, const XCBasicString&)> write = nullptr;
 };
 
+/// Replaces a list's rows by the children of @p section that @p isRow accepts (all when it is empty),
+/// in their order, each bound to its element; nothing is selected. False without a section: the
+/// list stays as it is.
+bool fillRows(host::ListControl& list, XmlDocument::XmlNode* section,
+              const std::function<bool(const XmlDocument::XmlNode&)>& isRow);
+
 /// Binds a list of elements to the edits below it: the edits show what all selected rows have in
 /// common, and what is typed goes to every selected row. What the editor itself puts into the
 /// edits is not written back.
@@ -27,8 +33,7 @@ class RowEditor {
   RowEditor(XCBaseDlg& dialog, int listId, std::vector<RowField> fields)
       : dialog_(dialog), listId_(listId), fields_(std::move(fields)) {}
 
-  /// Fills the list with the children of @p section that @p isRow accepts (all when it is empty), in
-  /// their order, and selects a row. Without a section the list stays as it is.
+  /// Fills the list as fillRows does and selects a row. Without a section the list stays as it is.
   void fill(XmlDocument::XmlNode* section, const std::function<bool(const XmlDocument::XmlNode&)>& isRow,
             std::size_t selectedRow);
 
@@ -53,16 +58,5 @@ class RowEditor {
   std::vector<RowField> fields_;
   bool syncEdits_ = true;
 };
-
-/// A list column that shows an attribute.
-host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute,
-                                 int share = 1);
-host::ListColumn attributeColumn(host::TextId caption, host::XmlName attribute, int share = 1);
-
-/// Whether an element is a node record.
-bool isNode(const XmlDocument::XmlNode& child);
-
-/// The columns of the node table: identity, reference, latitude, longitude.
-std::vector<host::ListColumn> nodeColumns();
 
 }  // namespace lamp

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "driver/exchange_frame.h"
 #include "host/dialogs/device_cfg.h"
 
@@ -11,9 +13,13 @@ class SettingsPage : public XCBaseDeviceCfg {
  public:
   SettingsPage(int templateNumber, host::XmlName readSection, XCDriver* driver, CWnd* parent)
       : XCBaseDeviceCfg(templateNumber, driver, parent), readSection_(readSection) {}
+  /// A page that reads nothing and opens straight away.
+  SettingsPage(int templateNumber, XCDriver* driver, CWnd* parent)
+      : XCBaseDeviceCfg(templateNumber, driver, parent) {}
 
   int DoModal() override {
-    prepareRead(Document(), readSection_);
+    if (!readSection_) return ShowModal();
+    prepareRead(Document(), *readSection_);
     return XCBaseDeviceCfg::DoModal();
   }
 
@@ -28,9 +34,19 @@ class SettingsPage : public XCBaseDeviceCfg {
   }
 
  protected:
-  host::XmlName ReadSection() const { return readSection_; }
+  /// The section that the page reads; of a page that reads one.
+  host::XmlName ReadSection() const { return *readSection_; }
   /// The section of the reply, none when the reply lacks it.
-  XmlDocument::XmlNode* Section() { return sectionOf(Document(), readSection_); }
+  XmlDocument::XmlNode* Section() { return sectionOf(Document(), *readSection_); }
+
+  /// The window's title: a text, and the name of the device that the page belongs to.
+  void SetPageTitle(host::TextId text) {
+    SetWindowText(XCLoadString(text) + u" - " + Driver().Name());
+  }
+  /// Enables a control, or disables it and says why in its tooltip.
+  void EnableIf(bool enabled, int id, host::TextId whyNot) {
+    GetDlgItem(id).setEnabled(enabled, enabled ? XCBasicString() : XCLoadString(whyNot));
+  }
 
   /// Checks the entries and shows what is wrong with them. False keeps the page open.
   virtual bool Validate() { return true; }
@@ -38,7 +54,7 @@ class SettingsPage : public XCBaseDeviceCfg {
   virtual bool Write() = 0;
 
  private:
-  host::XmlName readSection_;
+  std::optional<host::XmlName> readSection_;
 };
 
 }  // namespace lamp

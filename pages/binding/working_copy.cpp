@@ -10,18 +10,22 @@ void WorkingCopy::take(const XmlDocument& reply) {
 
 XmlDocument::XmlNode* WorkingCopy::prepareWrite(XmlDocument& document,
                                                 host::XmlName writeSection) {
-  XmlDocument::XmlNode& written = beginWrite(document, writeSection);
   const XmlDocument::XmlNode* edited = section();
-  if (edited == nullptr) return nullptr;
-  written = *edited;
-  written.SetTag(writeSection);  // the copy brought the section's own tag along
-  return &written;
+  return edited == nullptr ? nullptr : &writeCopy(document, *edited, writeSection);
 }
 
 XmlDocument::XmlNode* WorkingCopy::prepareWrite(XmlDocument& document, host::XmlName writeSection,
                                                 const XCBasicString& stamp) {
   XmlDocument::XmlNode* written = prepareWrite(document, writeSection);
   return written != nullptr && setActivationDate(*written, stamp) ? written : nullptr;
+}
+
+XmlDocument::XmlNode& writeCopy(XmlDocument& document, const XmlDocument::XmlNode& source,
+                                host::XmlName writeSection) {
+  XmlDocument::XmlNode& written = beginWrite(document, writeSection);
+  written = source;
+  written.SetTag(writeSection);  // the copy brought the source's own tag along
+  return written;
 }
 
 bool setActivationDate(XmlDocument::XmlNode& element, const XCBasicString& stamp) {

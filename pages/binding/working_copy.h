@@ -38,6 +38,11 @@ class WorkingCopy {
   XmlDocument working_;
 };
 
+/// Makes @p document a write with one child, a copy of @p source with all that it holds, named
+/// @p writeSection. Returns the child. The source must not stand in @p document.
+XmlDocument::XmlNode& writeCopy(XmlDocument& document, const XmlDocument::XmlNode& source,
+                                host::XmlName writeSection);
+
 /// Gives an element the activation date, in the place of the stamp that it was read with. False when
 /// that fails.
 bool setActivationDate(XmlDocument::XmlNode& element, const XCBasicString& stamp);

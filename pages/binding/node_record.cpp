@@ -1,0 +1,47 @@
+#include "pages/binding/node_record.h"
+
+#include "driver/sections.h"
+#include "host/resources/texts.h"
+
+namespace lamp {
+
+using host::TextId;
+using Node = XmlDocument::XmlNode;
+
+host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute, int share) {
+  host::ListColumn column;
+  column.caption = caption;
+  column.share = share;
+  column.attribute = attribute;
+  return column;
+}
+
+host::ListColumn attributeColumn(TextId caption, host::XmlName attribute, int share) {
+  return attributeColumn(XCLoadString(caption), attribute, share);
+}
+
+bool isNode(const Node& child) { return child.TagName() == element::Node; }
+
+std::vector<host::ListColumn> nodeColumns(std::u16string_view absentPosition) {
+  const auto position = [&](TextId caption, host::XmlName attribute) {
+    host::ListColumn column = attributeColumn(caption, attribute);
+    if (absentPosition.empty()) return column;
+    column.attribute.reset();  // it is sorted by what it shows
+    column.cell = [attribute, absent = XCBasicString(absentPosition)](const Node& node) {
+      return node.getAttribute(attribute, absent);
+    };
+    return column;
+  };
+  return {attributeColumn(TextId::Identifier, attribute::NodeId),
+          attributeColumn(TextId::NodeReference, attribute::Reference, 2),
+          position(TextId::Latitude, attribute::Latitude),
+          position(TextId::Longitude, attribute::Longitude)};
+}
+
+void eraseDescription(Node& node) {
+  node.eraseAttribute(attribute::Reference);
+  node.eraseAttribute(attribute::Latitude);
+  node.eraseAttribute(attribute::Longitude);
+}
+
+}  // namespace lamp
