@@ -50,6 +50,9 @@ void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper
   while (!stop.stop_requested()) {
     std::this_thread::sleep_for(kTick);
     if (!controller.advance()) continue;
+    if (const std::string fault = controller.reportFault(); !fault.empty()) {
+      std::cerr << "lamp-controller: a report can't be kept: " << fault << '\n';
+    }
     if (const std::string fault = keeper.keep(); !fault.empty()) {
       std::cerr << "lamp-controller: the state can't be kept: " << fault << '\n';
     }

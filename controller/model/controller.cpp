@@ -89,6 +89,7 @@ Reply Controller::readSettings(const Request& request) {
   if (const auto objection = readSection(section, settings_.shown(), head(), reply)) {
     return Reply::refusal(*objection);
   }
+  showLiveValues(reply, section.name());
   return Reply::document(reply);
 }
 
@@ -240,13 +241,6 @@ Reply Controller::readNodeFile(const Request& request) {
   pugi::xml_document reply;
   readSection(wanted.append_child(names::kNodeList), settings_.shown(), head(), reply);
   return Reply::document(reply);
-}
-
-bool Controller::advance() {
-  const std::lock_guard lock(mutex_);
-  const bool changed = settings_.advance(clock_.now());
-  if (changed) ++version_;
-  return changed;
 }
 
 std::uint64_t Controller::version() const {

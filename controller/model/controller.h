@@ -6,10 +6,13 @@
 #include <string_view>
 
 #include "controller/model/controller_clock.h"
+#include "controller/model/lamp_street.h"
+#include "controller/model/port_switch.h"
 #include "controller/model/reply.h"
 #include "controller/model/request.h"
 #include "controller/model/section_reader.h"
 #include "controller/model/settings.h"
+#include "controller/model/task_schedule.h"
 
 namespace lamp::controller {
 
@@ -30,8 +33,14 @@ class Controller {
   /// Carries out one command. Unknown numbers and bad documents are refused.
   Reply perform(int command, std::string_view body);
 
-  /// Brings into force what has become due. True when something did.
+  /// Brings into force what has become due, lets the lamps burn on, and runs the tasks whose time
+  /// has come; their reports go into the data folder. True when the state changed.
   bool advance();
+  /// What went wrong with the last reports; empty when nothing did.
+  std::string reportFault() const;
+
+  /// Sets the state of an input, 1 to 8. False for another number.
+  bool setInputState(int number, bool active);
 
   /// Counts the changes, so that whoever saves knows what has been saved.
   std::uint64_t version() const;
@@ -58,6 +67,12 @@ class Controller {
 
   ZoneRule zone() const;
   ReplyHead head() const;
+  void settle(Moment now);
+  void showLiveValues(pugi::xml_document& reply, const char* section);
+  std::string keepReports(const std::vector<DueReport>& due);
+  std::string reportOf(const DueReport& report, std::string_view format);
+  void printUsage(pugi::xml_writer& out) const;
+  void loadUsage(pugi::xml_node list);
   Objection activationOf(pugi::xml_node element, Moment& due) const;
   Objection firmwareOf(const Request& request, pugi::xml_node& element, pugi::xml_node& file) const;
   std::string keepFirmware(const std::string& name, std::string_view bytes) const;
@@ -67,7 +82,10 @@ class Controller {
   std::filesystem::path dataFolder_;
   mutable std::mutex mutex_;
   Settings settings_;
+  LampStreet street_;
   std::uint64_t version_ = 1;
+  std::uint64_t streetVersion_ = 0;  // the version that the lamps were built from
+  std::string reportFault_;
 };
 
 }  // namespace lamp::controller

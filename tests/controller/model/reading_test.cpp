@@ -100,8 +100,8 @@ TEST(Reading, TheSamePlanGivesTheSameStreet) {
   ControllerRig a(StreetPlan{50, 3, true});
   ControllerRig b(StreetPlan{50, 3, true});
   ControllerRig c(StreetPlan{50, 4, true});
-  EXPECT_EQ(a.state(), b.state());
-  EXPECT_NE(a.state(), c.state());
+  EXPECT_TRUE(a.state() == b.state());
+  EXPECT_FALSE(a.state() == c.state());
 }
 
 TEST(Reading, AWriteOfWhatWasReadIsAccepted) {
@@ -114,7 +114,7 @@ TEST(Reading, AWriteOfWhatWasReadIsAccepted) {
     section.print(text);
     const std::string before = rig.state();
     EXPECT_EQ(rig.write(text.str()), 200) << write << ": " << rig.refusal;
-    EXPECT_EQ(rig.state(), before) << write;
+    EXPECT_TRUE(rig.state() == before) << write;
   }
 }
 

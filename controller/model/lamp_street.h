@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controller/model/dimming.h"
+#include "controller/model/night.h"
+#include "controller/model/section_store.h"
+
+namespace lamp::controller {
+
+/// One lamp as it burns.
+struct Lamp {
+  IntervalProgram interval;
+  ClockProgram clock;
+  Moment overrideBegin;
+  Moment overrideEnd;
+  std::uint8_t overridePower = 0;
+  bool ignored = false;  ///< blacklisted
+  float latitude = 0;    ///< 0 and 0 where the node has no position
+  float longitude = 0;
+
+  int watts = 0;            ///< at full power
+  float health = 1;         ///< measured power by expected power
+  int alarmBelowWatts = 0;  ///< alarm while less is measured; 0: not watched
+  int alarmDeviation = 0;   ///< alarm while so many percent are missing; 0: not watched
+  int alarmAfter = 0;       ///< seconds
+
+  int power = 0;          ///< percent, now
+  Moment litSince;        ///< meaningful while `power` is above 0
+  double litSeconds = 0;  ///< in all
+  double wattSeconds = 0;
+};
+
+/// What is wrong with a lamp.
+struct LampAlarm {
+  std::size_t node;  ///< position in the store's nodes
+  const char* kind;  ///< "lamp" or "power"
+  Moment since;
+};
+
+/// The lamps of the street: what they burn at now, what they used, and which of them are faulty.
+class LampStreet {
+ public:
+  /// Takes programs, overrides, thresholds and positions from the sections in force. What the lamps
+  /// used so far is kept as long as the nodes are the same.
+  void rebuild(const SectionStore& store);
+
+  /// Lets the lamps burn as they must at `now` and counts what they used since the last time. A
+  /// clock that was set is not counted as time that passed.
+  void update(Moment now);
+
+  const std::vector<Lamp>& lamps() const { return lamps_; }
+  const NightClock& nightClock() const { return nightClock_; }
+  const ZoneRule& zone() const { return zone_; }
+  bool isNight() const { return night_.has_value(); }
+  bool anyLit() const { return lit_ > 0; }
+  std::size_t litCount() const { return lit_; }
+
+  std::vector<LampAlarm> alarms(Moment now) const;
+
+  /// Takes over what a lamp had used when the state was saved.
+  void restoreUsage(std::size_t node, double litSeconds, double wattSeconds);
+
+ private:
+  void readPlace(const SectionStore& store);
+  int powerOf(const Lamp& lamp, Moment now, long minutesOfNight, long minutesOfClock) const;
+
+  std::vector<Lamp> lamps_;
+  NightClock nightClock_;
+  ZoneRule zone_;
+  bool byClock_ = false;
+  std::optional<Night> night_;
+  std::optional<Moment> last_;
+  std::size_t lit_ = 0;
+};
+
+}  // namespace lamp::controller

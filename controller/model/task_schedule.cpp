@@ -1,0 +1,147 @@
+#include "controller/model/task_schedule.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "controller/model/names.h"
+#include "controller/model/value_rules.h"
+
+namespace lamp::controller {
+namespace {
+
+using namespace std::chrono;
+
+constexpr const char* kRuns = "taskRuns";
+constexpr const char* kRun = "run";
+constexpr const char* kLast = "last";
+
+int digitsOf(std::string_view text, std::size_t from, std::size_t count) {
+  return std::atoi(std::string(text.substr(from, count)).c_str());
+}
+
+bool isYes(pugi::xml_node element, const char* name) {
+  return std::string_view(element.attribute(name).value()) == "Y";
+}
+
+// The largest count of periods whose moment is not after `now`; -1 when the start is still to come.
+long countUpTo(CivilTime start, const Period& period, CivilTime now) {
+  if (now < start) return -1;
+  if (period.never()) return 0;
+  const auto shortest = days{28} * period.months + period.rest;
+  long low = 0;
+  long high = static_cast<long>((now - start) / shortest) + 1;
+  while (low < high) {
+    const long middle = low + (high - low + 1) / 2;
+    if (repeated(start, period, middle) <= now) {
+      low = middle;
+    } else {
+      high = middle - 1;
+    }
+  }
+  return low;
+}
+
+// Every run after `last` and up to `now`, the latest ones only.
+std::vector<CivilTime> runsBetween(CivilTime start, const Period& period, CivilTime last,
+                                   CivilTime now, std::size_t most) {
+  std::vector<CivilTime> runs;
+  for (long count = countUpTo(start, period, now); count >= 0 && runs.size() < most; --count) {
+    const CivilTime moment = repeated(start, period, count);
+    if (moment <= last) break;
+    runs.push_back(moment);
+  }
+  std::reverse(runs.begin(), runs.end());
+  return runs;
+}
+
+pugi::xml_node runRecord(SectionStore& store, const char* task) {
+  pugi::xml_node records = store.section(kRuns);
+  pugi::xml_node record = records.find_child_by_attribute(kRun, names::kTaskNumber, task);
+  if (!record) {
+    record = records.append_child(kRun);
+    putAttribute(record, names::kTaskNumber, task);
+  }
+  return record;
+}
+
+// The record of a task that was deleted would make its successor catch up.
+void dropRecordsOfDeletedTasks(SectionStore& store) {
+  pugi::xml_node records = store.section(kRuns);
+  const pugi::xml_node tasks = store.section(names::kTasks);
+  for (pugi::xml_node record = records.first_child(); record;) {
+    const pugi::xml_node next = record.next_sibling();
+    const char* number = record.attribute(names::kTaskNumber).value();
+    if (!tasks.find_child_by_attribute(names::kTask, names::kTaskNumber, number)) {
+      records.remove_child(record);
+    }
+    record = next;
+  }
+}
+
+// How far the task has come. A clock that was set back by more than the hour of summer time would
+// otherwise keep it from running until it has caught up with itself.
+CivilTime lastRun(pugi::xml_node record, CivilTime now) {
+  const pugi::xml_attribute known = record.attribute(kLast);
+  if (!known) return now - seconds{1};
+  const CivilTime last{seconds{known.as_llong()}};
+  return last > now + hours{2} ? now : last;
+}
+
+void addActions(pugi::xml_node task, CivilTime moment, std::vector<DueReport>& due) {
+  for (const pugi::xml_node action : task.children(names::kAction)) {
+    DueReport report;
+    report.task = task.attribute(names::kTaskNumber).value();
+    report.request = action.attribute(names::kActionRequest).value();
+    report.send = isYes(action, names::kActionSend);
+    report.store = isYes(action, names::kActionStore);
+    report.moment = moment;
+    report.priority = task.attribute(names::kTaskPriority).as_int(2);
+    due.push_back(std::move(report));
+  }
+}
+
+}  // namespace
+
+Period Period::read(std::string_view digits) {
+  if (digits.size() != 14) return {};
+  Period period;
+  period.months = digitsOf(digits, 0, 4) * 12 + digitsOf(digits, 4, 2);
+  period.rest = days{digitsOf(digits, 6, 2)} + hours{digitsOf(digits, 8, 2)} +
+                minutes{digitsOf(digits, 10, 2)} + seconds{digitsOf(digits, 12, 2)};
+  return period;
+}
+
+CivilTime repeated(CivilTime start, const Period& period, long count) {
+  const auto day = floor<days>(start);
+  const year_month_day date{day};
+  const auto target =
+      year_month{date.year(), date.month()} + months{static_cast<int>(period.months * count)};
+  const auto last = year_month_day_last{target.year(), month_day_last{target.month()}}.day();
+  const local_days moved{target / std::min(date.day(), last)};
+  return moved + (start - day) + period.rest * count;
+}
+
+std::vector<DueReport> takeDueReports(SectionStore& store, Moment now, const ZoneRule& zone) {
+  const CivilTime civil = toCivil(now, zone);
+  dropRecordsOfDeletedTasks(store);
+  std::vector<DueReport> due;
+  for (const pugi::xml_node task : store.section(names::kTasks).children(names::kTask)) {
+    const auto start = parseStamp(task.attribute(names::kTaskStart).value());
+    if (!start) continue;
+    pugi::xml_node record = runRecord(store, task.attribute(names::kTaskNumber).value());
+    const CivilTime last = lastRun(record, civil);
+    const Period period = Period::read(task.attribute(names::kTaskPeriod).value());
+    const std::size_t most = isYes(task, names::kTaskFillHoles) ? kMostCaughtUp : 1;
+    for (const CivilTime moment : runsBetween(start->civil, period, last, civil, most)) {
+      addActions(task, moment, due);
+    }
+    // What a task has done is not repeated when the clock goes back an hour.
+    const CivilTime reached = std::max(last, civil);
+    putAttribute(record, kLast, std::to_string(reached.time_since_epoch().count()).c_str());
+  }
+  std::stable_sort(due.begin(), due.end(),
+                   [](const DueReport& a, const DueReport& b) { return a.priority < b.priority; });
+  return due;
+}
+
+}  // namespace lamp::controller
