@@ -11,7 +11,9 @@ constexpr int DeviceButton = 1;
 }  // namespace
 
 CDlgOptionsZelLampManager::CDlgOptionsZelLampManager(CWnd* parent, XCDriverDevice* device)
-    : XCDlgOptions(parent, device) {}
+    : XCDlgOptions(parent, device) {
+  SetClassName("CDlgOptionsZelLampManager");
+}
 
 CDlgOptionsZelLampManager::~CDlgOptionsZelLampManager() = default;
 

@@ -44,6 +44,11 @@ class HOST_API XCBaseDlg : public CWnd, private host::ControlOwner {
   int TemplateNumber() const { return templateNumber_; }
   void SetWindowText(std::u16string_view title) override;
 
+ protected:
+  /// For classes that share the template of their base.
+  void SetClassName(std::string name) { className_ = std::move(name); }
+
+ public:
   // --- what derived dialogs override
 
   /// Fills the dialog. The return value says whether the host chooses the first focus.

@@ -99,6 +99,8 @@ class DialogDriver {
   const std::vector<host::PostedMessage>& posted() { return frontEnd_.posted(); }
   const std::vector<host::CursorShape>& cursorLog() { return frontEnd_.cursors(); }
   void clearLogs();
+  /// The editor's window takes no child panels from now on.
+  void refuseChildren() { frontEnd_.refuseChildren(); }
 
   // --- gestures
 

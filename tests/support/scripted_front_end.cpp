@@ -91,6 +91,7 @@ void ScriptedFrontEnd::runModal(XCBaseDlg& dialog) {
 }
 
 bool ScriptedFrontEnd::showChild(XCBaseDlg& dialog, CWnd*) {
+  if (childrenRefused_) return false;
   auto entry = std::make_unique<Waiting>();
   entry->kind = TopKind::dialog;
   entry->dialog = &dialog;

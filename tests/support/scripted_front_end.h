@@ -49,6 +49,9 @@ class ScriptedFrontEnd : public host::FrontEnd {
   std::vector<host::PostedMessage>& posted() { return posted_; }
   std::vector<host::CursorShape>& cursors() { return cursors_; }
 
+  /// From now on no dialog can be shown as a child.
+  void refuseChildren() { childrenRefused_ = true; }
+
   void runModal(XCBaseDlg& dialog) override;
   bool showChild(XCBaseDlg& dialog, CWnd* parent) override;
   void forget(XCBaseDlg& dialog) override;
@@ -64,6 +67,7 @@ class ScriptedFrontEnd : public host::FrontEnd {
   bool canWait(const char* what) const;
 
   Lockstep& lockstep_;
+  bool childrenRefused_ = false;
   std::vector<std::unique_ptr<Waiting>> stack_;
   std::vector<ClosedDialog> closed_;
   std::vector<host::PostedMessage> posted_;

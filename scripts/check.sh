@@ -1,0 +1,6 @@
+#!/usr/bin/env bash
+# The house rules that need no build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+python3 scripts/check_includes.py
+python3 resources/check_texts.py
