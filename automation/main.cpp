@@ -1,0 +1,43 @@
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "automation/line_channel.h"
+#include "automation/options.h"
+#include "automation/session.h"
+
+namespace {
+
+constexpr int StartFailed = 2;
+
+int fail(const std::string& error) {
+  std::fprintf(stderr, "lamp-script: %s\n", error.c_str());
+  return StartFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  automation::Options options;
+  std::string error;
+  if (!automation::readOptions({argv + 1, argv + argc}, options, error))
+    return fail(error + "\nTry lamp-script --help.");
+  if (options.help) {
+    std::fputs(automation::helpText().c_str(), stdout);
+    return 0;
+  }
+  // A reader that goes away is noticed by the write that fails.
+  std::signal(SIGPIPE, SIG_IGN);
+
+  automation::LineChannel lines(STDIN_FILENO, STDOUT_FILENO);
+  automation::Session session(lines);
+  workbench::Workspace workspace(workbench::ProgramPaths::ofThisProgram(), options.workspace);
+  if (!workspace.open(session, error)) return fail(error);
+  if (workspace.store().isReadOnly())
+    std::fprintf(stderr, "lamp-script: %s\n", workspace.store().readOnlyReason().c_str());
+  session.run(workspace);
+  return 0;
+}

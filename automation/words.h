@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+#include "automation/command.h"
+
+namespace automation {
+
+class Session;
+
+/// What a command's word does. A word that can't be done throws a Refusal.
+using Word = void (*)(Session& session, const Command& command);
+
+/// The words for the window in front; null when there is none of this name.
+Word findWindowWord(std::string_view name);
+/// The words "editor.*", which work whatever is in front.
+Word findEditorWord(std::string_view name);
+
+/// Executes a command; a Refusal for a word that nobody knows.
+void executeWord(Session& session, const Command& command);
+
+}  // namespace automation

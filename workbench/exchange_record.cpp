@@ -1,0 +1,90 @@
+#include "workbench/exchange_record.h"
+
+#include <utility>
+
+#include "host/resources/texts.h"
+#include "workbench/command_address.h"
+#include "workbench/credential_mask.h"
+
+namespace workbench {
+namespace {
+
+using host::ExchangeReply;
+using Node = XmlDocument::XmlNode;
+
+constexpr int FirmwareUpload = 52;
+constexpr std::size_t KeptCharacters = 1'000;
+constexpr const char* Dropped = "(no longer kept)";
+
+// A copy of @p from in which long texts are cut and say so.
+void copyCut(const Node& from, Node& to) {
+  for (std::size_t i = 0; i < from.attributeCount(); ++i)
+    to.copyAttribute(from, from.attributeName(i));
+  const host::XmlText text = from.text();
+  if (text.size() > ExchangeRecord::FirmwareTextLimit) {
+    std::u16string beginning;
+    for (std::size_t i = 0; i < KeptCharacters; ++i) beginning += text[i];
+    to.SetText(beginning + XCBasicString::Format(u"... (cut: %u characters in all)", text.size())
+                               .str());
+  } else if (!text.empty()) {
+    to.SetText(text.toString());
+  }
+  for (const Node& child : from.Children()) copyCut(child, to.NewChild(child.TagName()));
+}
+
+std::string textOf(int command, const XmlDocument* document) {
+  if (document == nullptr || document->Root() == nullptr) return {};
+  if (command != FirmwareUpload) return maskedXml(document->ToString());
+  XmlDocument small;
+  copyCut(*document->Root(), small.Create(document->Root()->TagName()));
+  return maskedXml(small.ToString());
+}
+
+std::string cancelledText(const std::string& parameters) {
+  return XCBasicString::Format(XCLoadString(host::TextId::ExchangeCancelled),
+                               commandAddress(parameters).shown)
+      .ToUtf8();
+}
+
+}  // namespace
+
+ExchangeReply ExchangeRecord::exchange(const host::ExchangeRequest& request) {
+  ExchangeReply reply;
+  if (toCancel_.erase(started_++) > 0)
+    reply.status = ExchangeReply::Status::cancelled;
+  else
+    reply = channel_.exchange(request);
+  keep(request, reply);
+  if (listener_) listener_(entries_.back());
+  return reply;
+}
+
+void ExchangeRecord::keep(const host::ExchangeRequest& request, const ExchangeReply& reply) {
+  using Status = ExchangeReply::Status;
+  const std::string parameters = request.uriParameters.ToUtf8();
+  ExchangeEntry entry{.number = entries_.size() + 1,
+                      .command = request.command,
+                      .kind = request.kind,
+                      .uri = maskedParameters(parameters),
+                      .request = textOf(request.command, request.document),
+                      .reply = textOf(request.command, &reply.document),
+                      .ok = reply.status == Status::succeeded,
+                      .error = {}};
+  if (reply.status == Status::failed) entry.error = reply.error.ToUtf8();
+  if (reply.status == Status::cancelled) entry.error = cancelledText(parameters);
+  bytes_ += entry.request.size() + entry.reply.size();
+  entries_.push_back(std::move(entry));
+  dropOldTexts();
+}
+
+void ExchangeRecord::dropOldTexts() {
+  while (bytes_ > bytesAllowed_ && dropped_ + 1 < entries_.size()) {
+    ExchangeEntry& oldest = entries_[dropped_++];
+    bytes_ -= oldest.request.size() + oldest.reply.size();
+    // Swapped, not assigned: an assigned string keeps its memory.
+    if (!oldest.request.empty()) std::string(Dropped).swap(oldest.request);
+    if (!oldest.reply.empty()) std::string(Dropped).swap(oldest.reply);
+  }
+}
+
+}  // namespace workbench

@@ -1,0 +1,53 @@
+#include "workbench/file_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace workbench {
+namespace {
+
+std::string reason(int error) { return std::generic_category().message(error); }
+
+// The number that the holder wrote into the file.
+std::string holderOf(int descriptor) {
+  char digits[32];
+  const ssize_t count = ::pread(descriptor, digits, sizeof digits, 0);
+  std::string number;
+  for (ssize_t i = 0; i < count && digits[i] >= '0' && digits[i] <= '9'; ++i) number += digits[i];
+  return number.empty() ? "another program" : "another program (process " + number + ")";
+}
+
+}  // namespace
+
+FileLock::~FileLock() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+bool FileLock::take(const std::filesystem::path& file) {
+  if (isHeld()) return true;
+  const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (descriptor < 0) {
+    problem_ = "can't write \"" + file.string() + "\": " + reason(errno);
+    return false;
+  }
+  if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+    const int error = errno;
+    problem_ = error == EWOULDBLOCK ? holderOf(descriptor) + " has it open"
+                                    : "can't lock \"" + file.string() + "\": " + reason(error);
+    ::close(descriptor);
+    return false;
+  }
+  const std::string number = std::to_string(::getpid()) + "\n";
+  // Who holds the lock is told on a best effort: the lock itself does not depend on it.
+  if (::ftruncate(descriptor, 0) == 0)
+    static_cast<void>(::pwrite(descriptor, number.data(), number.size(), 0) == 0);
+  descriptor_ = descriptor;
+  problem_.clear();
+  return true;
+}
+
+}  // namespace workbench

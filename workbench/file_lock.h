@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace workbench {
+
+/// The right to write what a lock file guards: held by one process at a time, given back when the
+/// object or the process ends. The file itself stays and holds the number of the last holder.
+class FileLock {
+ public:
+  FileLock() = default;
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  ~FileLock();
+
+  /// Takes the lock without waiting. False when another process holds it or the file can't be
+  /// made; problem() then tells which.
+  bool take(const std::filesystem::path& file);
+  bool isHeld() const { return descriptor_ >= 0; }
+  /// Why take() failed: who holds the lock, or the system's reason.
+  const std::string& problem() const { return problem_; }
+
+ private:
+  int descriptor_ = -1;
+  std::string problem_;
+};
+
+}  // namespace workbench

@@ -1,0 +1,59 @@
+#include "workbench/plugin_loader.h"
+
+#include <dlfcn.h>
+
+#include <bit>
+#include <system_error>
+
+#include "host/services/drivers.h"
+
+namespace workbench {
+namespace {
+
+using Entry = bool (*)();
+constexpr const char* EntryName = "InitializeUsrDriver_ZelLampManager";
+
+std::string lastError() {
+  const char* text = ::dlerror();
+  return text != nullptr ? text : "unknown reason";
+}
+
+}  // namespace
+
+bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
+  const std::string shown = "the plug-in \"" + file.string() + "\"";
+  std::error_code error;
+  // Made absolute: a bare name would be looked for in the system's library folders.
+  const std::filesystem::path full = std::filesystem::absolute(file, error);
+  if (!std::filesystem::exists(full, error)) {
+    cause = shown + " is missing";
+    return false;
+  }
+  unload();
+  handle_ = ::dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle_ == nullptr) {
+    cause = shown + " can't be loaded: " + lastError();
+    return false;
+  }
+  const auto entry = std::bit_cast<Entry>(::dlsym(handle_, EntryName));
+  if (entry == nullptr) {
+    cause = shown + " is no plug-in of this program: it has no " + std::string(EntryName);
+    unload();
+    return false;
+  }
+  if (!entry()) {
+    cause = shown + " refused to start: its device class is registered already";
+    unload();
+    return false;
+  }
+  return true;
+}
+
+void Plugin::unload() {
+  if (handle_ == nullptr) return;
+  host::removeRegistration(XCDriverDeviceZelLampManager::GetThisClass());
+  ::dlclose(handle_);
+  handle_ = nullptr;
+}
+
+}  // namespace workbench

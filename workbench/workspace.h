@@ -1,0 +1,63 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/services/services.h"
+#include "workbench/configuration_store.h"
+#include "workbench/device_actions.h"
+#include "workbench/device_catalogue.h"
+#include "workbench/exchange_record.h"
+#include "workbench/http_command_channel.h"
+#include "workbench/plugin_loader.h"
+#include "workbench/program_paths.h"
+#include "workbench/system_services.h"
+
+namespace workbench {
+
+/// How a program is started.
+struct WorkspaceOptions {
+  std::filesystem::path configuration;         ///< the folder of the configuration
+  std::filesystem::path plugin;                ///< empty for the one that belongs to the program
+  std::string language = "en";
+  std::optional<XCDateTime> now;               ///< stops the clock at a moment
+  bool verifyNew = true;
+  bool verifyExisting = true;
+};
+
+/// Everything that a program needs to work on one configuration: texts, services, configuration,
+/// plug-in. One exists in a process; it outlives every dialog.
+class Workspace {
+ public:
+  Workspace(const ProgramPaths& paths, WorkspaceOptions options);
+  Workspace(const Workspace&) = delete;
+  Workspace& operator=(const Workspace&) = delete;
+  ~Workspace();
+
+  /// Loads the texts, installs the services with @p frontEnd, which must outlive this object,
+  /// opens the configuration and loads the plug-in. False with a cause when one of them fails.
+  bool open(host::FrontEnd& frontEnd, std::string& cause);
+
+  ConfigurationStore& store() { return store_; }
+  DeviceCatalogue& catalogue() { return catalogue_; }
+  DeviceActions& actions() { return actions_; }
+  HttpCommandChannel& channel() { return channel_; }
+  ExchangeRecord& record() { return record_; }
+  VerificationSettings& settings() { return settings_; }
+
+ private:
+  ProgramPaths paths_;
+  WorkspaceOptions options_;
+  SystemClock clock_;
+  RandomIds ids_;
+  VerificationSettings settings_;
+  HttpCommandChannel channel_;
+  ExchangeRecord record_{channel_};
+  ConfigurationStore store_;
+  DeviceCatalogue catalogue_;
+  DeviceActions actions_{store_, catalogue_};
+  Plugin plugin_;
+};
+
+}  // namespace workbench
