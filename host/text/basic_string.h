@@ -92,6 +92,7 @@ class HOST_API XCBasicString {
   friend std::strong_ordering operator<=>(const XCBasicString& a, const XCBasicString& b) = default;
   friend bool operator==(const XCBasicString& a, const char16_t* b) { return a.text_ == b; }
   friend bool operator==(const XCBasicString& a, std::u16string_view b) { return a.text_ == b; }
+  friend bool operator==(const XCBasicString& a, const std::u16string& b) { return a.text_ == b; }
 
  private:
   std::u16string text_;

@@ -32,6 +32,8 @@ constexpr std::array<unsigned char, 256> makeClasses() {
 }
 constexpr auto Classes = makeClasses();
 
+constexpr std::size_t LongestName = 256;
+
 bool isXmlCharacter(char32_t c) {
   return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
          (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
@@ -90,7 +92,8 @@ bool Builder::checkTop(const pugi::xml_document& tree) {
       case pugi::node_doctype:
         return fail(place, "a document type (DTD), which is not accepted");
       case pugi::node_declaration: {
-        if (child.previous_sibling()) return fail(place, "an XML declaration that is not in front");
+        // Its place is that of its name, behind "<?".
+        if (child.offset_debug() != 2) return fail(place, "an XML declaration that is not in front");
         const std::string_view encoding = child.attribute("encoding").value();
         if (!encoding.empty() && !equalsIgnoringCase(encoding, "utf-8") &&
             !equalsIgnoringCase(encoding, "us-ascii"))
@@ -98,7 +101,8 @@ bool Builder::checkTop(const pugi::xml_document& tree) {
         break;
       }
       default:
-        if (!isBlank(child.value())) return fail(place, "text outside the root element");
+        if (child.type() == pugi::node_cdata || !isBlank(child.value()))
+          return fail(place, "text outside the root element");
     }
   }
   return roots == 1 || fail(nullptr, "there is no root element");
@@ -150,10 +154,9 @@ bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
   const std::string_view view(text);
   if (!isXmlName(view))
     return fail(text, "\"" + std::string(view.substr(0, 40)) + "\" is not a name");
-  if (names_.size() >= limits_.names || view.size() > 256)
+  id = view.size() <= LongestName ? XmlName(view).id() : 0;
+  if (view.size() > LongestName || (names_.insert(id).second && names_.size() > limits_.names))
     return fail(text, "too many or too long names of elements and attributes");
-  id = XmlName(view).id();
-  names_.insert(id);
   return true;
 }
 

@@ -71,6 +71,12 @@ void writeValue(std::string& out, XmlText text, Place place) {
     writeNarrow(out, text.narrowView(), place);
 }
 
+bool isBlank(XmlText text) {
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (text[i] != u' ' && text[i] != u'\t' && text[i] != u'\n' && text[i] != u'\r') return false;
+  return true;
+}
+
 class Writer {
  public:
   Writer(std::string& out, bool indented) : out_(out), indented_(indented) {}
@@ -119,8 +125,19 @@ class Writer {
       return;
     }
     out_ += '>';
-    writeValue(out_, node.text(), Place::text);
+    writeText(node);
     if (node.FirstChild() == nullptr) close(node);
+  }
+
+  // White space beside children would be dropped by a reader unless it begins with a reference.
+  void writeText(const Node& node) {
+    if (node.FirstChild() == nullptr || node.text().empty() || !isBlank(node.text()))
+      return writeValue(out_, node.text(), Place::text);
+    out_ += "&#" + std::to_string(int(node.text()[0])) + ";";
+    for (std::size_t i = 1; i < node.text().size(); ++i) {
+      const auto c = static_cast<char>(node.text()[i]);
+      writeNarrow(out_, {&c, 1}, Place::text);
+    }
   }
 
   void close(const Node& node) {
