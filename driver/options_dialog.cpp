@@ -1,5 +1,6 @@
 #include "driver/options_dialog.h"
 
+#include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
 #include "host/dialogs/driver_device_dlg.h"
 #include "host/services/setup.h"
@@ -7,6 +8,8 @@
 namespace {
 
 constexpr int DeviceButton = 1;
+constexpr int NodeUpdateButton = 5;
+constexpr int NodeUpdateBitmap = 4527;
 
 }  // namespace
 
@@ -29,6 +32,9 @@ bool CDlgOptionsZelLampManager::OnInitDialog() {
   XCDlgOptions::OnInitDialog();
   SetButtonImage(DeviceButton, "ZELLAMPMANAGER-50.png");
   for (const int unused : {3, 2, 4}) EnableButton(unused, false, false);
+  SetButtonText(NodeUpdateButton, XCLoadString(host::TextId::NodeUpdate));
+  SetButtonImage(NodeUpdateButton, NodeUpdateBitmap);
+  EnableButton(NodeUpdateButton, true, true);
   ArrangeButtons();
   return true;
 }
@@ -43,4 +49,13 @@ bool CDlgOptionsZelLampManager::SetupDriver(XmlDocument::XmlNode* node) {
   dialog.DisablePeriod();
   dialog.EnableHistoric();
   return dialog.DoModal() == IDOK;
+}
+
+bool CDlgOptionsZelLampManager::SetupGeneric1() {
+  XmlDocument::XmlNode* device =
+      Driver() == nullptr ? nullptr : XCMainCfg::Get().DeviceNode(Driver()->Identifier());
+  if (device == nullptr) return false;
+  XCUpdateNodesZelLampManager update(this, Driver(), device);
+  update.updateNodes(XCUpdateNodesZelLampManager::SyncButton);
+  return true;
 }

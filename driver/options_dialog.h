@@ -18,4 +18,7 @@ class ZEL_EXPORT CDlgOptionsZelLampManager : public XCDlgOptions {
   bool SetupDriver(XmlDocument::XmlNode* node) override;
   /// Opens the controller's configuration. True when it ended with OK.
   bool SetupDevice(XmlDocument::XmlNode* device) override;
+  /// Updates the child devices from the controller's node list, as the synchronous button of the
+  /// node update does. False, and nothing is contacted, for a driver without a device element.
+  bool SetupGeneric1() override;
 };

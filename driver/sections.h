@@ -49,6 +49,8 @@ inline const host::XmlName Stamp("Fh");
 inline const host::XmlName ActivationDate("ActDate");
 inline const host::XmlName InputsDetected("InputsDetected");
 inline const host::XmlName Date("date");
+inline const host::XmlName ControllerAddress("ipCom");
+inline const host::XmlName WebServicePort("PortWS");
 }  // namespace attribute
 
 }  // namespace lamp
