@@ -5,7 +5,9 @@
 namespace lamp {
 namespace {
 
-bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool isDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
 
 // Takes the first component off a version: its leading digits without leading zeros, so that 0
 // is empty and, of two components, the one with more digits is the greater.

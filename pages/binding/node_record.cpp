@@ -1,26 +1,16 @@
 #include "pages/binding/node_record.h"
 
 #include "driver/sections.h"
-#include "host/resources/texts.h"
+#include "pages/binding/row_editor.h"
 
 namespace lamp {
 
 using host::TextId;
 using Node = XmlDocument::XmlNode;
 
-host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute, int share) {
-  host::ListColumn column;
-  column.caption = caption;
-  column.share = share;
-  column.attribute = attribute;
-  return column;
+bool isNode(const Node& child) {
+  return child.TagName() == element::Node;
 }
-
-host::ListColumn attributeColumn(TextId caption, host::XmlName attribute, int share) {
-  return attributeColumn(XCLoadString(caption), attribute, share);
-}
-
-bool isNode(const Node& child) { return child.TagName() == element::Node; }
 
 std::vector<host::ListColumn> nodeColumns(std::u16string_view absentPosition) {
   const auto position = [&](TextId caption, host::XmlName attribute) {

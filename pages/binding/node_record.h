@@ -2,18 +2,12 @@
 
 #include <vector>
 
-#include "host/resources/text_id.h"
 #include "host/ui/controls/list_control.h"
 #include "host/xml/xml_document.h"
 
 // A record of the controller's node table, and how lists show it.
 
 namespace lamp {
-
-/// A list column that shows an attribute.
-host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute,
-                                 int share = 1);
-host::ListColumn attributeColumn(host::TextId caption, host::XmlName attribute, int share = 1);
 
 /// Whether an element is a node record.
 bool isNode(const XmlDocument::XmlNode& child);

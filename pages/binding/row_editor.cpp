@@ -4,7 +4,20 @@
 
 namespace lamp {
 
+using host::TextId;
 using Node = XmlDocument::XmlNode;
+
+host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute, int share) {
+  host::ListColumn column;
+  column.caption = caption;
+  column.share = share;
+  column.attribute = attribute;
+  return column;
+}
+
+host::ListColumn attributeColumn(TextId caption, host::XmlName attribute, int share) {
+  return attributeColumn(XCLoadString(caption), attribute, share);
+}
 
 bool fillRows(host::ListControl& list, Node* section,
               const std::function<bool(const Node&)>& isRow) {

@@ -18,6 +18,11 @@ struct RowField {
   std::function<void(XmlDocument::XmlNode&, const XCBasicString&)> write = nullptr;
 };
 
+/// A list column that shows an attribute.
+host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute,
+                                 int share = 1);
+host::ListColumn attributeColumn(host::TextId caption, host::XmlName attribute, int share = 1);
+
 /// Replaces a list's rows by the children of @p section that @p isRow accepts (all when it is empty),
 /// in their order, each bound to its element; nothing is selected. False without a section: the
 /// list stays as it is.
