@@ -146,7 +146,7 @@ bool ListControl::replaceSelection(std::vector<std::size_t> rows) {
   std::sort(rows.begin(), rows.end());
   rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
   while (!rows.empty() && rows.back() >= rows_.size()) rows.pop_back();
-  if (!multiSelect_ && rows.size() > 1) rows.resize(1);
+  if (!multiSelect_ && rows.size() > 1) rows.erase(rows.begin() + 1, rows.end());
   if (rows == selection_) return false;
   for (const std::size_t row : selection_) flags_[row] = 0;
   for (const std::size_t row : rows) flags_[row] = 1;
