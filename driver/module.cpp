@@ -1,3 +1,7 @@
+#include "device/communication_settings_dialog.h"
+#include "device/device_definition_dialog.h"
+#include "device/device_element.h"
+#include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
 #include "host/dialogs/extension_module.h"
 #include "pages/general_settings_page.h"
@@ -5,6 +9,20 @@
 #include "pages/page_templates.h"
 
 namespace {
+
+using XmlNode = XmlDocument::XmlNode;
+
+std::unique_ptr<XCBaseDlg> makeDeviceDefinition(CWnd* parent, XmlNode* device,
+                                                XmlNode* configuration) {
+  return std::make_unique<XCDlgNewModifyZelLampManager>(parent, device, configuration);
+}
+
+// None for a device that the host has no driver for.
+std::unique_ptr<XCBaseDlg> makeNodeUpdate(CWnd* parent, XmlNode* device, XmlNode*) {
+  XCDriver* driver = XCDriver::LockDriver(device->Value(lamp::config::Id));
+  if (driver == nullptr) return nullptr;
+  return std::make_unique<XCUpdateNodesZelLampManager>(parent, driver, device);
+}
 
 // Registered while the plug-in is loaded: the host finds its templates and classes through it.
 class Registration {
@@ -14,7 +32,12 @@ class Registration {
     namespace number = lamp::page_template;
     module_.templates = {{number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
                          {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
+                         {number::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
+                         {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
+                         {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
                          {number::NodeTable, CDlgE04CfgZelLampManager::Template}};
+    module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
+                             {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
     host::registerModule(module_);
   }
   Registration(const Registration&) = delete;
