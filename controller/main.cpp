@@ -1,6 +1,10 @@
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -59,7 +63,41 @@ void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper
   }
 }
 
-int serve(const Options& options, Controller& controller, StateKeeper& keeper) {
+// 128 bits from the machine, in hexadecimal.
+std::string randomToken() {
+  std::random_device source;
+  std::string token;
+  char part[16];
+  for (int i = 0; i < 4; ++i) {
+    std::snprintf(part, sizeof part, "%08x", source());
+    token += part;
+  }
+  return token;
+}
+
+// Becomes a new process of the same program on the same port, as a controller does that lost its
+// power: nothing is saved or said. Faults that restart are left behind, or it would never end.
+void restartProgram(const Options& options, int port) {
+  std::vector<std::string> arguments = {"lamp-controller"};
+  for (std::size_t i = 0; i < options.arguments.size(); ++i) {
+    const std::string& argument = options.arguments[i];
+    if (argument.find("restart-mid-command") != std::string::npos) {
+      if (!argument.starts_with("--")) arguments.pop_back();
+      continue;
+    }
+    arguments.push_back(argument);
+  }
+  arguments.insert(arguments.end(), {"--port", std::to_string(port), "--token", options.token});
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  ::close_range(STDERR_FILENO + 1, ~0U, 0);
+  ::execv("/proc/self/exe", pointers.data());
+  std::_Exit(kFailure);
+}
+
+int serve(const Options& options, Controller& controller, ControllerClock& clock,
+          StateKeeper& keeper) {
   // Every thread inherits the mask, so that only sigwait below hears these signals.
   sigset_t ending;
   sigemptyset(&ending);
@@ -68,13 +106,20 @@ int serve(const Options& options, Controller& controller, StateKeeper& keeper) {
   pthread_sigmask(SIG_BLOCK, &ending, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
 
-  CommandServer server(controller, keeper);
+  FaultPlan faults;
+  for (const Fault& fault : options.faults) faults.add(fault);
+  CommandLog log;
+  int port = 0;
+  CommandServer server(Service{controller, clock, keeper, faults, log, options.token,
+                               [&] { restartProgram(options, port); }});
   if (!server.start(options.listen, options.port)) {
     return complain("can't listen on " + options.listen + " port " + std::to_string(options.port) +
                         "; it is in use or not of this machine. Choose another with --port",
                     kFailure);
   }
-  std::cout << "listening on http://" << options.listen << ':' << server.port() << std::endl;
+  port = server.port();
+  std::cout << "listening on http://" << options.listen << ':' << port << '\n'
+            << "control token " << options.token << std::endl;
   std::jthread clockWatch(
       [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
   int signal = 0;
@@ -93,6 +138,8 @@ int run(const std::vector<std::string>& arguments) {
     std::cout << helpText();
     return 0;
   }
+  options.arguments = arguments;
+  if (options.token.empty()) options.token = randomToken();
   const MachineTime time;
   ControllerClock clock(time);
   Controller controller(options.id.empty() ? defaultIdentifier(options.street.seed) : options.id,
@@ -102,7 +149,8 @@ int run(const std::vector<std::string>& arguments) {
   if (const std::string fault = prepare(options, controller, keeper); !fault.empty()) {
     return complain(fault, kFailure);
   }
-  return serve(options, controller, keeper);
+  clock.setSpeed(options.speed);
+  return serve(options, controller, clock, keeper);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::size_t kMostNodes = 1000000;
 constexpr std::size_t kLongestId = 16;
+constexpr std::size_t kShortestToken = 8;
+constexpr double kFastest = 86400;
 
 // Takes an option's value and says what is wrong with it, or nothing.
 using Taker = std::string (*)(const std::string& value, Options& options);
@@ -70,6 +72,29 @@ std::string takeWithInputs(const std::string&, Options& options) {
   return "";
 }
 
+std::string takeSpeed(const std::string& value, Options& options) {
+  const char* end = value.data() + value.size();
+  const auto result = std::from_chars(value.data(), end, options.speed);
+  const bool fits = result.ec == std::errc() && result.ptr == end && options.speed >= 0 &&
+                    options.speed <= kFastest;
+  return fits ? "" : "a number from 0 to 86400";
+}
+
+std::string takeFault(const std::string& value, Options& options) {
+  Fault fault;
+  const std::string wrong = parseFault(value, fault);
+  if (wrong.empty()) options.faults.push_back(std::move(fault));
+  return wrong.empty() ? "" : "a fault: " + wrong;
+}
+
+std::string takeToken(const std::string& value, Options& options) {
+  options.token = value;
+  const bool plain = std::all_of(value.begin(), value.end(), [](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  });
+  return value.size() >= kShortestToken && plain ? "" : "at least 8 letters and digits";
+}
+
 std::string takeHelp(const std::string&, Options& options) {
   options.help = true;
   return "";
@@ -83,6 +108,9 @@ constexpr std::array kRules = {
     OptionRule{"--seed", "N", "which street is generated (7)", takeSeed},
     OptionRule{"--with-inputs", nullptr, "the controller reports its inputs", takeWithInputs},
     OptionRule{"--state", "FILE|FOLDER", "keep the state here and go on with it", takeState},
+    OptionRule{"--speed", "N", "seconds of the controller per second (1)", takeSpeed},
+    OptionRule{"--fault", "NAME[:ARG]", "misbehave; may be given several times", takeFault},
+    OptionRule{"--token", "TEXT", "token for /control/ (made at random)", takeToken},
     OptionRule{"--help", nullptr, "show this and end", takeHelp},
 };
 
@@ -128,6 +156,10 @@ std::string helpText() {
   }
   return text +
          "\nThe options of the street count only when there is no state yet.\n"
+         "A fault is NAME[:ARG][@COMMAND][#COUNT]: only this command, only so many times. Faults:\n"
+         "no-answer, delay:SECONDS, close-mid-reply, truncated-xml, garbage, wrong-section,\n"
+         "no-section, empty, refuse:TEXT, refuse-every-second-write, apply-lose-reply,\n"
+         "restart-mid-command, clock-jump:SECONDS, oversize:SIZE, deep:DEPTH, dtd.\n"
          "The program ends on SIGINT and SIGTERM.\n";
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "controller/http/fault_plan.h"
 #include "controller/model/street_generator.h"
 
 namespace lamp::controller {
@@ -14,7 +15,11 @@ struct Options {
   std::string id;     ///< empty: made from the seed
   std::string state;  ///< file or folder; empty: nothing is kept
   StreetPlan street;
+  double speed = 1;   ///< seconds of the controller per second
+  std::string token;  ///< empty: made at random
+  std::vector<Fault> faults;
   bool help = false;
+  std::vector<std::string> arguments;  ///< as they were given
 };
 
 /// Reads the arguments (without the program's name) into `options`. Returns what is wrong with them

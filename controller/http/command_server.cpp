@@ -6,6 +6,11 @@
 #include <charconv>
 #include <thread>
 
+#include "controller/http/connection.h"
+#include "controller/http/control_desk.h"
+#include "controller/http/faulty_reply.h"
+#include "controller/http/patience.h"
+
 namespace lamp::controller {
 namespace {
 
@@ -48,7 +53,7 @@ class PatientServer final : public httplib::Server {
 
 class CommandServer::Impl {
  public:
-  Impl(Controller& controller, StateKeeper& keeper) : controller_(controller), keeper_(keeper) {
+  explicit Impl(const Service& service) : service_(service), desk_(service_) {
     server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
     server_.set_socket_options(allowQuickRestart);
     server_.set_tcp_nodelay(true);
@@ -56,8 +61,10 @@ class CommandServer::Impl {
     server_.set_read_timeout(30);
     server_.set_write_timeout(30);
     server_.set_payload_max_length(kFirmwareLimit);
+    giveEveryRequestALength();
     addCommands();
     addPlainPages();
+    desk_.install(server_);
     addFailures();
   }
 
@@ -77,12 +84,23 @@ class CommandServer::Impl {
     if (!thread_.joinable()) return;
     // A stop before the thread has begun to listen would be lost.
     while (!server_.is_running()) std::this_thread::yield();
+    patience_.end();
     server_.stop();
     thread_.join();
   }
 
  private:
   static constexpr const char* kCommandPath = R"(/lampmanager/command/([^/]*))";
+
+  // A request without a length has no body; the library would wait for the connection to end.
+  void giveEveryRequestALength() {
+    server_.set_pre_routing_handler([](const httplib::Request& request, httplib::Response&) {
+      if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+        const_cast<httplib::Request&>(request).set_header("Content-Length", "0");
+      }
+      return httplib::Server::HandlerResponse::Unhandled;
+    });
+  }
 
   void addCommands() {
     server_.Post(kCommandPath, [this](const httplib::Request& request, httplib::Response& response,
@@ -101,7 +119,7 @@ class CommandServer::Impl {
 
   void addPlainPages() {
     server_.Get("/health", [this](const httplib::Request&, httplib::Response& response) {
-      response.set_content(controller_.statusLine(), kPlainText);
+      response.set_content(service_.controller.statusLine(), kPlainText);
     });
   }
 
@@ -154,32 +172,108 @@ class CommandServer::Impl {
     }
     if (!whole) return answer(response, 400, "The body of the request did not arrive whole.");
     if (command < 0) return answer(response, 404, "A command is a number.");
-    perform(command, body, response);
+    perform(command, body, request, response);
   }
 
-  void perform(int command, const std::string& body, httplib::Response& response) {
-    Reply reply = controller_.perform(command, body);
+  static bool isWrite(int command) {
+    return command == 2 || command == 9 || command == 30 || command == kFirmwareCommand;
+  }
+
+  // Waits as long as the faults say. False when the client is to get no answer at all.
+  bool waitAsOrdered(const std::vector<Fault>& faults, const httplib::Request& request) {
+    if (const Fault* delay = findFault(faults, FaultKind::Delay)) {
+      patience_.wait(std::chrono::seconds{delay->number}, [] { return true; });
+    }
+    if (const Fault* hold = findFault(faults, FaultKind::NoAnswer)) {
+      patience_.wait(std::chrono::seconds{hold->number},
+                     [&] { return clientWaits(request.remote_port); });
+      return false;
+    }
+    return true;
+  }
+
+  // The refusal that the faults put in place of the controller's own answer.
+  static std::optional<Refusal> refusalAsOrdered(const std::vector<Fault>& faults) {
+    if (const Fault* fault = findFault(faults, FaultKind::Refuse)) {
+      return Refusal{422, fault->argument.empty() ? "Refused on request." : fault->argument};
+    }
+    if (findFault(faults, FaultKind::RefuseEverySecondWrite) != nullptr) {
+      return Refusal{422, "Every second write is refused on request. Nothing was changed."};
+    }
+    return std::nullopt;
+  }
+
+  Reply carryOut(int command, const std::string& body, const std::vector<Fault>& faults) {
+    if (const Fault* jump = findFault(faults, FaultKind::ClockJump)) {
+      service_.clock.jump(std::chrono::seconds{jump->number});
+    }
+    if (const auto refusal = refusalAsOrdered(faults)) return Reply::refusal(*refusal);
+    Reply reply = service_.controller.perform(command, body);
     if (reply.changed) {
-      if (const std::string fault = keeper_.keep(); !fault.empty()) {
-        return answer(response, 500,
-                      "The command is carried out, but the state could not be kept: " + fault);
+      if (const std::string fault = service_.keeper.keep(); !fault.empty()) {
+        return Reply::refusal(
+            {500, "The command is carried out, but the state could not be kept: " + fault});
       }
     }
-    response.status = reply.status;
-    if (reply.type.empty()) return;
-    if (reply.status != 200) reply.body += '\n';
-    response.set_content(std::move(reply.body), reply.type);
+    return reply;
   }
 
-  Controller& controller_;
-  StateKeeper& keeper_;
+  void perform(int command, const std::string& body, const httplib::Request& request,
+               httplib::Response& response) {
+    const std::vector<Fault> faults = service_.faults.take(command, isWrite(command));
+    if (!waitAsOrdered(faults, request)) return breakConnection(request.remote_port);
+    if (findFault(faults, FaultKind::RestartMidCommand) != nullptr) {
+      service_.restart();
+      return breakConnection(request.remote_port);
+    }
+    Reply reply = carryOut(command, body, faults);
+    record(command, body, request, reply);
+    if (findFault(faults, FaultKind::ApplyLoseReply) != nullptr) {
+      return breakConnection(request.remote_port);
+    }
+    spoilReply(faults, reply);
+    send(std::move(reply), findFault(faults, FaultKind::CloseMidReply) != nullptr, response);
+  }
+
+  void record(int command, const std::string& body, const httplib::Request& request,
+              const Reply& reply) {
+    LoggedCommand entry;
+    entry.command = command;
+    entry.date = service_.controller.date();
+    const std::size_t query = request.target.find('?');
+    if (query != std::string::npos) entry.parameters = request.target.substr(query + 1);
+    entry.request = body;
+    entry.status = reply.status;
+    entry.reply = reply.body;
+    service_.log.add(std::move(entry));
+  }
+
+  static void send(Reply reply, bool onlyHalf, httplib::Response& response) {
+    response.status = reply.status;
+    if (reply.status != 200) reply.body += '\n';
+    if (onlyHalf) {
+      if (reply.body.empty()) reply.body = "<deviceCfg/>";
+      const std::size_t length = reply.body.size();
+      response.set_content_provider(
+          length, "application/xml",
+          [body = std::move(reply.body)](std::size_t, std::size_t, httplib::DataSink& sink) {
+            sink.write(body.data(), body.size() / 2);
+            return false;
+          });
+    } else if (!reply.type.empty()) {
+      response.set_content(std::move(reply.body), reply.type);
+    }
+  }
+
+  const Service service_;
+  ControlDesk desk_;
+  Patience patience_;
   PatientServer server_;
   std::thread thread_;
   int port_ = 0;
 };
 
-CommandServer::CommandServer(Controller& controller, StateKeeper& keeper)
-    : impl_(std::make_unique<Impl>(controller, keeper)) {}
+CommandServer::CommandServer(const Service& service) : impl_(std::make_unique<Impl>(service)) {}
 
 CommandServer::~CommandServer() {
   stop();

@@ -1,19 +1,33 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
+#include "controller/http/command_log.h"
+#include "controller/http/fault_plan.h"
 #include "controller/model/controller.h"
 #include "controller/model/state_keeper.h"
 
 namespace lamp::controller {
 
+/// What the web service serves. Everything must outlive the server.
+struct Service {
+  Controller& controller;
+  ControllerClock& clock;
+  StateKeeper& keeper;
+  FaultPlan& faults;
+  CommandLog& log;
+  std::string token;  ///< what a request must carry that changes the simulation
+  /// Called when the controller is to restart in the middle of a command; may not return.
+  std::function<void()> restart;
+};
+
 /// The controller's web service: commands in, documents out. Serves from threads of its own between
 /// `start` and `stop`.
 class CommandServer {
  public:
-  /// Both must outlive the server.
-  CommandServer(Controller& controller, StateKeeper& keeper);
+  explicit CommandServer(const Service& service);
   ~CommandServer();
   CommandServer(const CommandServer&) = delete;
   CommandServer& operator=(const CommandServer&) = delete;

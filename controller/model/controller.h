@@ -50,6 +50,11 @@ class Controller {
   /// or an empty text; the controller is of no use after a fault.
   std::string loadState(std::string_view text);
 
+  /// What the controller's wall clock shows, for people.
+  std::string date() const;
+  /// Sets the wall clock.
+  void setDate(CivilTime civil);
+
   /// One line for people: identifier, date, nodes, pending writes.
   std::string statusLine() const;
 

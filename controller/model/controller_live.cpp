@@ -90,6 +90,17 @@ std::string Controller::reportFault() const {
   return reportFault_;
 }
 
+std::string Controller::date() const {
+  const std::lock_guard lock(mutex_);
+  return formatReadable(toCivil(clock_.now(), zone()));
+}
+
+void Controller::setDate(CivilTime civil) {
+  const std::lock_guard lock(mutex_);
+  clock_.set(toMoment(civil, zone(), false));
+  settle(clock_.now());
+}
+
 bool Controller::setInputState(int number, bool active) {
   if (number < 1 || number > kPorts) return false;
   const std::lock_guard lock(mutex_);

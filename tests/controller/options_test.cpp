@@ -45,6 +45,10 @@ TEST(Options, SayWhatIsWrongAndWhatIsExpected) {
       {{"--id", "a b"}, "1 to 16"},
       {{"--state", ""}, "file or folder"},
       {{"--with-inputs=yes"}, "takes no value"},
+      {{"--speed", "-1"}, "0 to 86400"},
+      {{"--speed", "fast"}, "0 to 86400"},
+      {{"--fault", "bogus"}, "no-answer"},
+      {{"--token", "short"}, "at least 8"},
   };
   for (const auto& [arguments, said] : bad) {
     Options options;
@@ -54,8 +58,8 @@ TEST(Options, SayWhatIsWrongAndWhatIsExpected) {
 }
 
 TEST(Options, TheHelpNamesEveryOption) {
-  for (const char* name :
-       {"--port", "--listen", "--id", "--nodes", "--seed", "--with-inputs", "--state", "--help"}) {
+  for (const char* name : {"--port", "--listen", "--id", "--nodes", "--seed", "--with-inputs",
+                           "--state", "--speed", "--fault", "--token", "--help"}) {
     EXPECT_NE(helpText().find(name), std::string::npos) << name;
   }
 }

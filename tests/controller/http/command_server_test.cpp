@@ -4,24 +4,19 @@
 
 #include <thread>
 
-#include "controller/model/state_keeper.h"
-#include "tests/controller/support/controller_rig.h"
 #include "tests/controller/support/http_client.h"
+#include "tests/controller/support/server_rig.h"
 
 namespace lamp::controller::test {
 namespace {
 
 class CommandServerTest : public testing::Test {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(server.start("127.0.0.1", 0));
-    base = "http://127.0.0.1:" + std::to_string(server.port());
-  }
+  void SetUp() override { ASSERT_TRUE(server.started); }
 
-  ControllerRig rig{StreetPlan{20, 7, true}};
-  StateKeeper keeper{rig.controller, ""};
-  CommandServer server{rig.controller, keeper};
-  std::string base;
+  ServerRig server;
+  ControllerRig& rig = server.rig;
+  const std::string& base = server.base;
 };
 
 TEST_F(CommandServerTest, AReadIsAnsweredWithADocument) {
@@ -110,23 +105,24 @@ TEST_F(CommandServerTest, ManyClientsAtOnceAreServed) {
   }
 }
 
+TEST_F(CommandServerTest, ARequestWithoutALengthHasNoBody) {
+  const HttpAnswer answer = httpSend("POST-WITHOUT-LENGTH", base + "/lampmanager/command/29", "");
+  EXPECT_EQ(answer.status, 200) << answer.fault;
+}
+
 TEST(CommandServer, DoesNotStartOnAPortThatIsTakenOrAnAddressOfAnotherMachine) {
-  ControllerRig rig;
-  StateKeeper keeper(rig.controller, "");
-  CommandServer first(rig.controller, keeper);
-  ASSERT_TRUE(first.start("127.0.0.1", 0));
-  CommandServer other(rig.controller, keeper);
-  EXPECT_FALSE(other.start("127.0.0.1", first.port()));
+  ServerRig first;
+  ASSERT_TRUE(first.started);
+  const Service service{
+      first.rig.controller, first.rig.clock, first.keeper, first.faults, first.log, "token", [] {}};
+  CommandServer other(service);
+  EXPECT_FALSE(other.start("127.0.0.1", first.server.port()));
   EXPECT_FALSE(other.start("203.0.113.1", 0));
 }
 
 TEST(CommandServer, AStateThatCannotBeKeptIsAFailure) {
-  ControllerRig rig;
-  StateKeeper keeper(rig.controller, "/nonexistent-folder/state.xml");
-  CommandServer server(rig.controller, keeper);
-  ASSERT_TRUE(server.start("127.0.0.1", 0));
-  const HttpAnswer answer = httpCommand("http://127.0.0.1:" + std::to_string(server.port()), 2,
-                                        "<deviceCfg><E01 name=\"x\"/></deviceCfg>");
+  ServerRig server(StreetPlan{1, 7, false}, "/nonexistent-folder/state.xml");
+  const HttpAnswer answer = httpCommand(server.base, 2, "<deviceCfg><E01 name=\"x\"/></deviceCfg>");
   EXPECT_EQ(answer.status, 500);
   EXPECT_NE(answer.body.find("could not be kept"), std::string::npos);
 }

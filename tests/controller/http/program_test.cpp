@@ -56,6 +56,26 @@ TEST(ControllerProgram, RefusesAStateThatItCannotRead) {
   EXPECT_EQ(text, "<lampController");
 }
 
+TEST(ControllerProgram, ARestartInTheMiddleOfACommandForgetsIt) {
+  const ScratchFolder folder;
+  Program program(command({"--port", "0", "--nodes", "2", "--state", folder.path().string(),
+                           "--fault", "restart-mid-command@2"}));
+  const std::string base = program.waitForAddress();
+  const std::string write = "<deviceCfg><E01 name=\"Lost\"/></deviceCfg>";
+  EXPECT_EQ(httpCommand(base, 2, write).status, 0);
+  EXPECT_EQ(program.waitForAddress(), base) << "it comes back at the same address";
+  const std::string section = httpCommand(base, 1, "<deviceCfg><L01/></deviceCfg>").body;
+  EXPECT_NE(section.find("\"Old Town\""), std::string::npos);
+  EXPECT_EQ(httpCommand(base, 2, write).status, 200) << "and does not restart again";
+}
+
+TEST(ControllerProgram, RunsFasterWhenAsked) {
+  Program program(command({"--port", "0", "--nodes", "1", "--speed", "0"}));
+  const std::string base = program.waitForAddress();
+  const std::string first = httpGet(base + "/health").body;
+  EXPECT_EQ(httpGet(base + "/health").body, first) << "a clock of speed 0 stands still";
+}
+
 TEST(ControllerProgram, SaysWhatIsWrongWithItsOptions) {
   Program program(command({"--port", "many"}));
   EXPECT_EQ(program.readRest(),

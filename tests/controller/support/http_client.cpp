@@ -15,7 +15,7 @@ std::size_t collect(const char* data, std::size_t size, std::size_t count, void*
 }  // namespace
 
 HttpAnswer httpSend(const std::string& method, const std::string& url, const std::string& body,
-                    const std::string& contentType, long seconds) {
+                    const std::string& contentType, long seconds, const std::string& header) {
   static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
   HttpAnswer answer;
   const std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> curl(ready ? curl_easy_init() : nullptr,
@@ -23,10 +23,12 @@ HttpAnswer httpSend(const std::string& method, const std::string& url, const std
   if (!curl) return answer;
   curl_slist* headers = curl_slist_append(nullptr, ("Content-Type: " + contentType).c_str());
   headers = curl_slist_append(headers, "Expect:");
+  headers = curl_slist_append(headers, header.c_str());
+  const bool bare = method == "POST-WITHOUT-LENGTH";
   char fault[CURL_ERROR_SIZE] = "";
   curl_easy_setopt(curl.get(), CURLOPT_URL, url.c_str());
-  curl_easy_setopt(curl.get(), CURLOPT_CUSTOMREQUEST, method.c_str());
-  if (method != "GET") {
+  curl_easy_setopt(curl.get(), CURLOPT_CUSTOMREQUEST, bare ? "POST" : method.c_str());
+  if (method != "GET" && !bare) {
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, body.data());
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
   }
@@ -52,6 +54,10 @@ HttpAnswer httpSend(const std::string& method, const std::string& url, const std
 
 HttpAnswer httpCommand(const std::string& base, int number, const std::string& body) {
   return httpSend("POST", base + "/lampmanager/command/" + std::to_string(number), body);
+}
+
+HttpAnswer httpControl(const std::string& address, const std::string& token) {
+  return httpSend("POST", address, "", "text/plain", 30, "X-Control-Token: " + token);
 }
 
 HttpAnswer httpGet(const std::string& url) {

@@ -12,12 +12,17 @@ struct HttpAnswer {
   std::string fault;
 };
 
-/// Sends one request with a client library of its own. `seconds` is the longest wait.
+/// Sends one request with a client library of its own. `seconds` is the longest wait. The method
+/// "POST-WITHOUT-LENGTH" is a POST without body and without the header that says so.
 HttpAnswer httpSend(const std::string& method, const std::string& url, const std::string& body,
-                    const std::string& contentType = "application/xml", long seconds = 30);
+                    const std::string& contentType = "application/xml", long seconds = 30,
+                    const std::string& header = "Expect:");
 
 /// A command of the controller at `base` ("http://127.0.0.1:8080").
 HttpAnswer httpCommand(const std::string& base, int number, const std::string& body);
+
+/// A request of the simulation's control, with its token.
+HttpAnswer httpControl(const std::string& address, const std::string& token = "test-token");
 
 /// A plain read of an address.
 HttpAnswer httpGet(const std::string& url);
