@@ -5,6 +5,7 @@
 #include "pages/general_settings_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "programs/group_schedules_page.h"
 
 using host::TextId;
 using Menu = XCDeviceCfgZelLampManager;
@@ -51,10 +52,18 @@ void openPage(Menu& menu) {
   Page(menu.PageDriver(), &menu).DoModal();
 }
 
+// A controller that reports its inputs has clock programs, any other one interval programs.
+void openGroupSchedules(Menu& menu) {
+  using lamp::ProgramKind;
+  const ProgramKind kind = menu.InputsDetected() ? ProgramKind::clock : ProgramKind::interval;
+  CDlgE06CfgZelLampManager(menu.PageDriver(), &menu, kind).DoModal();
+}
+
 // One line a page, in the order of the buttons.
 constexpr MenuEntry Entries[] = {
     {6358, "general", TextId::Parameters, Place::main, openPage<CDlgE01CfgZelLampManager>},
     {6512, "nodeTable", TextId::NodeReference, Place::main, openPage<CDlgE04CfgZelLampManager>},
+    {6552, "groupSchedules", TextId::GroupSchedules, Place::programs, openGroupSchedules},
 };
 
 constexpr int FirstPageButton = 6358;

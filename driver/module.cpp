@@ -7,6 +7,7 @@
 #include "pages/general_settings_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "programs/group_schedules_page.h"
 
 namespace {
 
@@ -35,7 +36,8 @@ class Registration {
                          {number::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
                          {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
                          {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
-                         {number::NodeTable, CDlgE04CfgZelLampManager::Template}};
+                         {number::NodeTable, CDlgE04CfgZelLampManager::Template},
+                         {number::GroupSchedules, CDlgE06CfgZelLampManager::Template}};
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
     host::registerModule(module_);
