@@ -7,16 +7,17 @@
 
 namespace host {
 
-/// One piece of a dialog's arrangement: a control, a row or a column of pieces, a group box around
-/// pieces, or a gap. Sizes are in device-independent pixels.
+/// One piece of a dialog's arrangement: a control, a row or a column of pieces, a grid of pieces, a
+/// group box around pieces, or a gap. Sizes are in device-independent pixels.
 struct LayoutItem {
-  enum class Kind { control, row, column, group, gap, stretch };
+  enum class Kind { control, row, column, group, gap, stretch, grid };
 
   Kind kind = Kind::column;
   int controlId = 0;     ///< of a control, or of a group's box
   int size = 0;          ///< of a gap; of a control the least width, 0 for its natural one
   int stretchFactor = 0; ///< how much of the room that is left it takes
   std::vector<LayoutItem> items = {};
+  int columns = 0;       ///< of a grid, whose pieces stand row by row
 };
 
 }  // namespace host
@@ -51,6 +52,14 @@ inline LayoutItem box(int groupId, std::vector<LayoutItem> items, int stretchFac
           .controlId = groupId,
           .stretchFactor = stretchFactor,
           .items = std::move(items)};
+}
+/// Pieces in rows of @p columns, row by row. A column is as wide as its widest piece, so that what
+/// stands one below the other is aligned.
+inline LayoutItem grid(int columns, std::vector<LayoutItem> items, int stretchFactor = 0) {
+  return {.kind = LayoutItem::Kind::grid,
+          .stretchFactor = stretchFactor,
+          .items = std::move(items),
+          .columns = columns};
 }
 inline LayoutItem gap(int pixels) { return {.kind = LayoutItem::Kind::gap, .size = pixels}; }
 inline LayoutItem stretch() { return {.kind = LayoutItem::Kind::stretch, .stretchFactor = 1}; }

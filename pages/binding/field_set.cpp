@@ -1,6 +1,7 @@
 #include "pages/binding/field_set.h"
 
 #include "driver/exchange_frame.h"
+#include "pages/binding/character_choice.h"
 
 namespace lamp {
 namespace {
@@ -19,10 +20,6 @@ host::ControlSpec controlOf(const FieldSpec& field, int id) {
       break;
   }
   return host::edit(id, field.attribute);
-}
-
-XCBasicString characterText(int data) {
-  return XCBasicString(std::u16string(1, static_cast<char16_t>(data)));
 }
 
 }  // namespace
@@ -79,8 +76,8 @@ void FieldSet::fill(XCBaseDlg& dialog, const XmlDocument::XmlNode* section) {
     loaded_[i] = section->getAttribute(field.attribute);
     if (field.kind != FieldKind::choice)
       dialog.SetDlgItemText(idOf(i, control), loaded_[i]);
-    else if (loaded_[i].Length() == 1)
-      dialog.Combo(idOf(i, control)).selectData(loaded_[i][0]);
+    else
+      selectCharacter(dialog.Combo(idOf(i, control)), loaded_[i]);
   }
 }
 
@@ -89,8 +86,8 @@ void FieldSet::put(const XCBaseDlg& dialog, XmlDocument::XmlNode& element) const
     const host::XmlName attribute(fields_[i].attribute);
     if (fields_[i].kind != FieldKind::choice) {
       putIfChanged(element, attribute, dialog.GetDlgItemText(idOf(i, control)), loaded_[i]);
-    } else if (const auto data = dialog.Combo(idOf(i, control)).selectedData()) {
-      putIfChanged(element, attribute, characterText(*data), loaded_[i]);
+    } else if (const auto value = selectedCharacter(dialog.Combo(idOf(i, control)))) {
+      putIfChanged(element, attribute, *value, loaded_[i]);
     }
   }
 }

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "pages/binding/row_editor.h"
+#include "pages/binding/settings_page.h"
+#include "pages/binding/working_copy.h"
+
+/// The controller's periodic tasks and the actions of each. Every edit goes into a working copy of
+/// the section at once; the whole section goes back.
+class CDlgE02CfgZelLampManager : public lamp::SettingsPage {
+ public:
+  CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* parent);
+
+  static host::DialogTemplate Template();
+
+  bool OnInitDialog() override;
+  const host::MessageMap* GetMessageMap() const override;
+  void Layout() override;
+
+ protected:
+  bool Validate() override;
+  bool Write() override;
+
+ private:
+  void OnTaskSelected();
+  void OnActionSelected();
+  void OnTaskKey(host::Key key);
+  void OnActionKey(host::Key key);
+  void OnStartChanged(int editId) { rows_.editChanged(editId); }
+  void OnTaskChoice(int comboId);
+  void OnActionChoice(int comboId);
+  void OnNewTask();
+  void OnDeleteTask();
+  void OnNewAction();
+  void OnDeleteAction();
+
+  XmlDocument::XmlNode* selectedElement(int listId) const;
+  void fillChoices();
+  void fillTasks(std::size_t selectedRow);
+  void refillKeeping(const XmlDocument::XmlNode& task);
+  void enableTaskButtons();
+  void showActions(const XmlDocument::XmlNode& task);
+
+  lamp::WorkingCopy copy_;
+  lamp::RowEditor rows_;
+};

@@ -1,0 +1,63 @@
+#include "pages/task_list.h"
+
+#include "pages/binding/row_editor.h"
+#include "pages/scheduled_task.h"
+
+namespace lamp {
+
+using host::TextId;
+using Node = XmlDocument::XmlNode;
+
+namespace {
+
+host::ListColumn madeColumn(TextId caption, std::function<XCBasicString(const Node&)> cell,
+                            int share) {
+  host::ListColumn column;
+  column.caption = XCLoadString(caption);
+  column.share = share;
+  column.cell = std::move(cell);
+  return column;
+}
+
+XCBasicString yesNoText(host::XmlText value) {
+  if (value == u"Y") return XCLoadString(TextId::TaskYes);
+  return value == u"N" ? XCLoadString(TextId::TaskNo) : XCBasicString();
+}
+
+host::ListColumn yesNoColumn(TextId caption, host::XmlName attribute) {
+  const auto cell = [attribute](const Node& action) {
+    return yesNoText(action.attribute(attribute));
+  };
+  return madeColumn(caption, cell, 1);
+}
+
+int byNumber(const host::ListRow& a, const host::ListRow& b) {
+  const int left = a.element->attribute(task_name::Number).toInt();
+  const int right = b.element->attribute(task_name::Number).toInt();
+  return left < right ? -1 : static_cast<int>(left > right);
+}
+
+// By the stamp, which begins with the year, where the cell begins with the day.
+int byStart(const host::ListRow& a, const host::ListRow& b) {
+  return a.element->attribute(task_name::Start).compare(b.element->attribute(task_name::Start));
+}
+
+}  // namespace
+
+std::vector<host::ListColumn> taskColumns() {
+  host::ListColumn number = attributeColumn(u"#", task_name::Number);
+  number.compare = byNumber;
+  host::ListColumn start = madeColumn(TextId::Start, taskStart, 3);
+  start.compare = byStart;
+  return {std::move(number), std::move(start),
+          attributeColumn(TextId::Period, task_name::Period, 3),
+          attributeColumn(TextId::Priority, task_name::Priority, 2),
+          madeColumn(TextId::Request, taskRequests, 3)};
+}
+
+std::vector<host::ListColumn> actionColumns() {
+  return {attributeColumn(TextId::Request, task_name::Request),
+          yesNoColumn(TextId::Send, task_name::Send), yesNoColumn(TextId::Store, task_name::Store)};
+}
+
+}  // namespace lamp
