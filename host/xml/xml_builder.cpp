@@ -13,10 +13,10 @@ namespace {
 using Node = XmlDocument::XmlNode;
 
 // The library neither resolves references nor folds line ends: Builder::decode does both and sees
-// what is wrong with them.
+// what is wrong with them. Comments and processing instructions are read to be checked.
 constexpr unsigned ParseOptions = pugi::parse_cdata | pugi::parse_ws_pcdata_single |
                                   pugi::parse_doctype | pugi::parse_declaration |
-                                  pugi::parse_fragment;
+                                  pugi::parse_comments | pugi::parse_pi | pugi::parse_fragment;
 
 enum CharacterClass : unsigned char { Plain, End, Special };
 
@@ -50,6 +50,12 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
   });
 }
 
+// "1." and digits.
+bool isVersion(std::string_view text) {
+  return text.starts_with("1.") && text.size() > 2 &&
+         text.find_first_not_of("0123456789", 2) == std::string_view::npos;
+}
+
 }  // namespace
 
 Node* Builder::newRoot(Storage& storage, XmlName tag) {
@@ -80,6 +86,55 @@ bool Builder::checkBeginning(const std::string& utf8) {
   return true;
 }
 
+// The declaration stands at the very beginning and holds a version, perhaps an encoding and
+// perhaps "standalone", in this order.
+bool Builder::checkDeclaration(const pugi::xml_node& declaration) {
+  const char* place = begin_ + declaration.offset_debug();
+  // Its place is that of its name, behind "<?".
+  if (declaration.offset_debug() != 2)
+    return fail(place, "an XML declaration that is not in front");
+  pugi::xml_attribute at = declaration.first_attribute();
+  bool good = std::string_view(declaration.name()) == "xml" &&
+              std::string_view(at.name()) == "version" && isVersion(at.value());
+  if (good && std::string_view((at = at.next_attribute()).name()) == "encoding") {
+    const std::string_view encoding = at.value();
+    if (!equalsIgnoringCase(encoding, "utf-8") && !equalsIgnoringCase(encoding, "us-ascii"))
+      return fail(place, "the encoding \"" + std::string(encoding) + "\" is not UTF-8");
+    at = at.next_attribute();
+  }
+  if (good && std::string_view(at.name()) == "standalone") {
+    const std::string_view answer = at.value();
+    good = answer == "yes" || answer == "no";
+    at = at.next_attribute();
+  }
+  return (good && !at) || fail(place, "a malformed XML declaration");
+}
+
+// A comment or a processing instruction, which is not kept.
+bool Builder::checkAside(const pugi::xml_node& aside) {
+  const std::string_view content = aside.value();
+  if (aside.type() == pugi::node_comment) {
+    const std::size_t dashes = content.find("--");
+    if (dashes != std::string_view::npos)
+      return fail(content.data() + dashes, "\"--\" inside a comment");
+    if (content.ends_with('-')) return fail(&content.back(), "a comment that ends with \"--->\"");
+  } else if (!isXmlName(aside.name()) || equalsIgnoringCase(aside.name(), "xml")) {
+    return fail(aside.name(), "a processing instruction without a name of its own");
+  }
+  return checkCharacters(content);
+}
+
+bool Builder::checkCharacters(std::string_view raw) {
+  bool malformed = false;
+  for (std::size_t at = 0; at < raw.size();) {
+    const char* here = raw.data() + at;
+    const char32_t c = nextCodePoint(raw, at, &malformed);
+    if (malformed) return fail(here, "a byte that is no UTF-8");
+    if (!isXmlCharacter(c)) return fail(here, "a character that XML does not allow");
+  }
+  return true;
+}
+
 // One element at the top, beside it nothing but a declaration in front.
 bool Builder::checkTop(const pugi::xml_document& tree) {
   int roots = 0;
@@ -91,15 +146,13 @@ bool Builder::checkTop(const pugi::xml_document& tree) {
         break;
       case pugi::node_doctype:
         return fail(place, "a document type (DTD), which is not accepted");
-      case pugi::node_declaration: {
-        // Its place is that of its name, behind "<?".
-        if (child.offset_debug() != 2) return fail(place, "an XML declaration that is not in front");
-        const std::string_view encoding = child.attribute("encoding").value();
-        if (!encoding.empty() && !equalsIgnoringCase(encoding, "utf-8") &&
-            !equalsIgnoringCase(encoding, "us-ascii"))
-          return fail(place, "the encoding \"" + std::string(encoding) + "\" is not UTF-8");
+      case pugi::node_declaration:
+        if (!checkDeclaration(child)) return false;
         break;
-      }
+      case pugi::node_comment:
+      case pugi::node_pi:
+        if (!checkAside(child)) return false;
+        break;
       default:
         if (child.type() == pugi::node_cdata || !isBlank(child.value()))
           return fail(place, "text outside the root element");
@@ -115,8 +168,10 @@ Node* Builder::build(std::string utf8, XmlError& error) {
     begin_ = buffer.data();
     noteLines(buffer);  // before the library writes its terminators over line ends
     pugi::xml_document tree;
-    const pugi::xml_parse_result result =
-        tree.load_buffer_inplace(buffer.data(), buffer.size(), ParseOptions, pugi::encoding_utf8);
+    // With the terminator, over which the library writes its own: else it overlooks a last character
+    // behind the root.
+    const pugi::xml_parse_result result = tree.load_buffer_inplace(
+        buffer.data(), buffer.size() + 1, ParseOptions, pugi::encoding_utf8);
     if (!result) {
       fail(begin_ + result.offset, result.description());
     } else if (checkTop(tree)) {
@@ -225,18 +280,17 @@ bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) 
 bool Builder::addText(const pugi::xml_node& piece, Node& node) {
   if (piece.type() == pugi::node_doctype || piece.type() == pugi::node_declaration)
     return fail(begin_ + piece.offset_debug(), "a declaration inside the root element");
+  if (piece.type() == pugi::node_comment || piece.type() == pugi::node_pi) return checkAside(piece);
   if (piece.type() != pugi::node_pcdata && piece.type() != pugi::node_cdata) return true;
   XmlText value;
   if (piece.type() == pugi::node_pcdata) {
     if (!decode(const_cast<char*>(piece.value()), Place::text, value)) return false;
   } else {
-    std::u16string plain;
-    bool malformed = false;
     const std::string_view raw = piece.value();
+    if (!checkCharacters(raw)) return false;
+    std::u16string plain;
     for (std::size_t at = 0; at < raw.size();) {
-      const char32_t c = nextCodePoint(raw, at, &malformed);
-      if (malformed || !isXmlCharacter(c))
-        return fail(raw.data() + at, "a character that XML does not allow");
+      const char32_t c = nextCodePoint(raw, at);
       if (c == U'\r' && at < raw.size() && raw[at] == '\n') continue;
       appendCodePoint(plain, c == U'\r' ? U'\n' : c);
     }

@@ -35,6 +35,9 @@ class Builder {
 
   bool checkBeginning(const std::string& utf8);
   bool checkTop(const pugi::xml_document& tree);
+  bool checkDeclaration(const pugi::xml_node& declaration);
+  bool checkAside(const pugi::xml_node& aside);
+  bool checkCharacters(std::string_view raw);
   bool buildTree(const pugi::xml_node& source, Node& root);
   bool fill(const pugi::xml_node& source, Node& node, const Node* model);
   bool addText(const pugi::xml_node& piece, Node& node);

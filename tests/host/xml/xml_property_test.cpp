@@ -50,7 +50,7 @@ TEST(XmlProperty, DamagedDocumentsAreRefusedOrReadButNeverHarm) {
   for (unsigned seed = 0; seed < 3000; ++seed) {
     random_tree::Engine engine(seed);
     std::string xml = random_tree::make(engine, 8).ToString();
-    for (unsigned i = engine() % 4 + 1; i > 0; --i) {
+    for (auto i = engine() % 4 + 1; i > 0; --i) {
       const std::size_t at = engine() % xml.size();
       switch (engine() % 3) {
         case 0:
