@@ -57,6 +57,7 @@ class Transfer {
   HttpAnswer::End endOf(CURLcode code) const;
   long status() const;
 
+  static std::size_t header(char* data, std::size_t size, std::size_t count, void* self);
   static std::size_t receive(char* data, std::size_t size, std::size_t count, void* self);
   bool take(std::string_view piece);
   static int progress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
@@ -71,6 +72,7 @@ class Transfer {
   std::size_t received_ = 0;
   curl_off_t sentNow_ = 0;
   curl_off_t receivedNow_ = 0;
+  bool headersEnded_ = false;
   bool moved_ = false;
   bool tooLarge_ = false;
   bool enoughOfError_ = false;
@@ -101,6 +103,8 @@ void Transfer::setRequest() {
   curl_easy_setopt(easy, CURLOPT_POSTFIELDS, post_.body.data());  // not copied
   curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(post_.body.size()));
   curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers_.get());
+  curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &Transfer::header);
+  curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
   curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Transfer::receive);
   curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
   curl_easy_setopt(easy, CURLOPT_XFERINFOFUNCTION, &Transfer::progress);
@@ -134,6 +138,16 @@ long Transfer::status() const {
   long code = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &code);
   return code;
+}
+
+// The library takes headers that break off for an answer: it has one when their empty line came.
+std::size_t Transfer::header(char* data, std::size_t size, std::size_t count, void* self) {
+  const std::string_view line(data, size * count);
+  auto& transfer = *static_cast<Transfer*>(self);
+  // An interim answer is followed by another; lines behind a chunked body change nothing.
+  if (line.starts_with("HTTP/")) transfer.headersEnded_ = false;
+  if (line == "\r\n" || line == "\n") transfer.headersEnded_ = true;
+  return line.size();
 }
 
 std::size_t Transfer::receive(char* data, std::size_t size, std::size_t count, void* self) {
@@ -196,7 +210,7 @@ HttpAnswer::End Transfer::endOf(CURLcode code) const {
   if (enoughOfError_) return End::complete;
   switch (code) {
     case CURLE_OK:
-      return End::complete;
+      return headersEnded_ ? End::complete : End::closed;
     case CURLE_COULDNT_CONNECT:
       return End::refused;
     case CURLE_COULDNT_RESOLVE_HOST:
