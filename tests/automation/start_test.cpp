@@ -1,0 +1,100 @@
+#include <gmock/gmock.h>
+
+#include "tests/automation/script_test.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+using nlohmann::json;
+using test::ScriptProcess;
+using testing::HasSubstr;
+
+struct Failed {
+  int status;
+  std::string errors;
+};
+
+Failed startWith(const std::vector<std::string>& arguments) {
+  ScriptProcess script(arguments);
+  const int status = script.end();
+  EXPECT_EQ(script.rest(), "");
+  return {status, script.errors()};
+}
+
+TEST(Start, WrongArgumentsAreToldAndEndWithStatusTwo) {
+  const std::vector<std::pair<std::vector<std::string>, const char*>> wrong = {
+      {{}, "--config is missing"},
+      {{"--config"}, "--config needs a folder"},
+      {{"--config", ""}, "--config needs a folder"},
+      {{"--config", "/tmp/x", "--config", "/tmp/y"}, "--config is given twice"},
+      {{"--config", "/tmp/x", "--now", "today"}, "--now needs a date"},
+      {{"--config", "/tmp/x", "--now", "2025-02-30T00:00:00"}, "--now needs a date"},
+      {{"--config", "/tmp/x", "--verify-connection", "all"}, "--verify-connection needs new"},
+      {{"--config", "/tmp/x", "--window"}, "\"--window\" is no option"},
+      {{"stray"}, "\"stray\" is no option"}};
+  for (const auto& [arguments, text] : wrong) {
+    const Failed failed = startWith(arguments);
+    EXPECT_EQ(failed.status, 2) << text;
+    EXPECT_THAT(failed.errors, HasSubstr(text));
+  }
+}
+
+TEST(Start, WhatCantBeLoadedIsToldAndEndsWithStatusTwo) {
+  const support::TempFolder folder;
+  const auto started = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> arguments = {"--config", folder.path().string()};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return startWith(arguments);
+  };
+  const std::vector<std::pair<std::vector<std::string>, const char*>> wrong = {
+      {{"--plugin", "/nowhere/plugin.so"}, "\"/nowhere/plugin.so\" is missing"},
+      {{"--plugin", folder.write("text.so", "no library").string()}, "can't be loaded"},
+      {{"--plugin", LAMP_NO_PLUGIN}, "has no InitializeUsrDriver_ZelLampManager"},
+      {{"--plugin", LAMP_REFUSING_PLUGIN}, "refused to start"},
+      {{"--plugin", LAMP_TEST_PLUGIN, "--language", "xx"}, "\"xx\""},
+      {{"--plugin", LAMP_TEST_PLUGIN, "--language", "../en"}, "is not a language"}};
+  for (const auto& [arguments, text] : wrong) {
+    const Failed failed = started(arguments);
+    EXPECT_EQ(failed.status, 2) << text;
+    EXPECT_THAT(failed.errors, HasSubstr(text));
+  }
+}
+
+TEST(Start, ABrokenConfigurationIsToldAndStays) {
+  const support::TempFolder folder;
+  folder.write("configuration.xml", "<configuration>\n<");
+  const Failed failed =
+      startWith({"--config", folder.path().string(), "--plugin", LAMP_TEST_PLUGIN});
+  EXPECT_EQ(failed.status, 2);
+  EXPECT_THAT(failed.errors, HasSubstr("line 2"));
+  EXPECT_EQ(folder.read("configuration.xml"), "<configuration>\n<");
+}
+
+TEST(Start, HelpIsPrinted) {
+  ScriptProcess script({"--help"});
+  EXPECT_EQ(script.end(), 0);
+  for (const char* option :
+       {"--config", "--plugin", "--now", "--language", "--verify-connection"})
+    EXPECT_THAT(script.rest(), HasSubstr(option));
+}
+
+TEST(Start, OptionsTakeTheirValueBehindAnEqualsSignToo) {
+  const support::TempFolder folder;
+  ScriptProcess script({"--config=" + folder.path().string(),
+                        std::string("--plugin=") + LAMP_TEST_PLUGIN});
+  script.ok({{"do", "editor.posted"}});
+}
+
+TEST(Start, ASecondProgramOnTheConfigurationCanOnlyRead) {
+  const support::TempFolder folder;
+  const std::vector<std::string> arguments = {"--config", folder.path().string(), "--plugin",
+                                              LAMP_TEST_PLUGIN};
+  ScriptProcess first(arguments);
+  first.ok({{"do", "editor.posted"}});
+  ScriptProcess second(arguments);
+  EXPECT_THAT(second.refused({{"do", "editor.newDevice"}}), HasSubstr("can only be read"));
+  EXPECT_EQ(second.end(), 0);
+  EXPECT_THAT(second.errors(), HasSubstr("another program (process "));
+}
+
+}  // namespace

@@ -1,0 +1,3 @@
+extern "C" __attribute__((visibility("default"))) bool InitializeUsrDriver_ZelLampManager() {
+  return false;
+}
