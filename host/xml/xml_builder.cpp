@@ -25,14 +25,15 @@ enum CharacterClass : unsigned char { Plain, End, Special };
 constexpr std::array<unsigned char, 256> makeClasses() {
   std::array<unsigned char, 256> classes{};
   for (std::size_t i = 0; i < classes.size(); ++i)
-    classes[i] = i == 0                                                                ? End
+    classes[i] = i == 0                                                      ? End
                  : i < 0x20 || i >= 0x80 || i == '&' || i == '<' || i == '>' ? Special
-                                                                                       : Plain;
+                                                                             : Plain;
   return classes;
 }
 constexpr auto Classes = makeClasses();
 
 constexpr std::size_t LongestName = 256;
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 bool isXmlCharacter(char32_t c) {
   return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
@@ -76,13 +77,17 @@ bool Builder::fail(const char* place, std::string cause) {
 bool Builder::checkBeginning(const std::string& utf8) {
   if (utf8.size() > limits_.bytes)
     return fail(nullptr, "the document has " + std::to_string(utf8.size()) +
-                             " bytes, more than the " + std::to_string(limits_.bytes) +
-                             " allowed");
+                             " bytes, more than the " + std::to_string(limits_.bytes) + " allowed");
   if (isBlank(utf8)) return fail(nullptr, "the document is empty");
   if (utf8.starts_with("\xFE\xFF") || utf8.starts_with("\xFF\xFE"))
     return fail(nullptr, "the encoding is not UTF-8");
   if (const void* zero = std::memchr(utf8.data(), 0, utf8.size()))
     return fail(static_cast<const char*>(zero), "a character with the code 0");
+  // The library also takes a declaration that ends as an empty element does.
+  const std::size_t start = utf8.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0;
+  const std::size_t end = utf8.find('>');
+  if (utf8.compare(start, 5, "<?xml") == 0 && end != std::string::npos && utf8[end - 1] != '?')
+    return fail(nullptr, "a malformed XML declaration");
   return true;
 }
 
@@ -163,13 +168,13 @@ bool Builder::checkTop(const pugi::xml_document& tree) {
 
 Node* Builder::build(std::string utf8, XmlError& error) {
   if (checkBeginning(utf8)) {
-    if (utf8.starts_with("\xEF\xBB\xBF")) utf8.erase(0, 3);
+    if (utf8.starts_with(ByteOrderMark)) utf8.erase(0, ByteOrderMark.size());
     std::string& buffer = storage_.pool().adopt(std::move(utf8));
     begin_ = buffer.data();
     noteLines(buffer);  // before the library writes its terminators over line ends
     pugi::xml_document tree;
-    // With the terminator, over which the library writes its own: else it overlooks a last character
-    // behind the root.
+    // With the terminator, over which the library writes its own: else it overlooks a last
+    // character behind the root.
     const pugi::xml_parse_result result = tree.load_buffer_inplace(
         buffer.data(), buffer.size() + 1, ParseOptions, pugi::encoding_utf8);
     if (!result) {
@@ -228,8 +233,8 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
     }
     if (next) {
       if (++depth > limits_.depth)
-        return fail(next.name(), "elements are nested more than " + std::to_string(limits_.depth) +
-                                     " deep");
+        return fail(next.name(),
+                    "elements are nested more than " + std::to_string(limits_.depth) + " deep");
       to = to->append(0);
     } else {
       for (;;) {

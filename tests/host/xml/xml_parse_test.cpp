@@ -111,6 +111,8 @@ TEST(XmlParse, WhatIsNoDocumentIsRefusedAndLeavesTheOldOne) {
       {"<a><!-- a></a>", ""},
       {"<a><?xMl b?></a>", "declaration"},
       {"<?XML version=\"1.0\"?><a/>", "malformed XML declaration"},
+      {"<?xml version=\"1.0\"/><a/>", "malformed XML declaration"},
+      {"\xEF\xBB\xBF<?xml version=\"1.0\"/><a/>", "malformed XML declaration"},
       {"<?xml?><a/>", "malformed XML declaration"},
       {"<?xml encoding=\"utf-8\"?><a/>", "malformed XML declaration"},
       {"<?xml version=\"2.0\"?><a/>", "malformed XML declaration"},
