@@ -5,6 +5,7 @@
 #include "pages/general_settings_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "programs/calendar_editor.h"
 #include "programs/group_schedules_page.h"
 
 using host::TextId;
@@ -53,10 +54,18 @@ void openPage(Menu& menu) {
 }
 
 // A controller that reports its inputs has clock programs, any other one interval programs.
+lamp::ProgramKind programKind(const Menu& menu) {
+  return menu.InputsDetected() ? lamp::ProgramKind::clock : lamp::ProgramKind::interval;
+}
+
 void openGroupSchedules(Menu& menu) {
-  using lamp::ProgramKind;
-  const ProgramKind kind = menu.InputsDetected() ? ProgramKind::clock : ProgramKind::interval;
-  CDlgE06CfgZelLampManager(menu.PageDriver(), &menu, kind).DoModal();
+  CDlgE06CfgZelLampManager(menu.PageDriver(), &menu, programKind(menu)).DoModal();
+}
+
+void openCalendar(Menu& menu) {
+  XCDeviceCalendarZelLAMPManager editor(&menu, menu.PageDriver(), menu.PageDevice(),
+                                        programKind(menu));
+  if (editor.DoModal() == IDOK) menu.SetCalendarChanged();
 }
 
 // One line a page, in the order of the buttons.
@@ -64,6 +73,7 @@ constexpr MenuEntry Entries[] = {
     {6358, "general", TextId::Parameters, Place::main, openPage<CDlgE01CfgZelLampManager>},
     {6512, "nodeTable", TextId::NodeReference, Place::main, openPage<CDlgE04CfgZelLampManager>},
     {6552, "groupSchedules", TextId::GroupSchedules, Place::programs, openGroupSchedules},
+    {6792, "calendar", TextId::Calendars, Place::main, openCalendar},
 };
 
 constexpr int FirstPageButton = 6358;

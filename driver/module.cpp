@@ -7,6 +7,9 @@
 #include "pages/general_settings_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "programs/calendar_editor.h"
+#include "programs/calendar_selection.h"
+#include "programs/day_types_dialog.h"
 #include "programs/group_schedules_page.h"
 
 namespace {
@@ -37,7 +40,11 @@ class Registration {
                          {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
                          {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
                          {number::NodeTable, CDlgE04CfgZelLampManager::Template},
-                         {number::GroupSchedules, CDlgE06CfgZelLampManager::Template}};
+                         {number::GroupSchedules, CDlgE06CfgZelLampManager::Template},
+                         {number::CalendarEditor, XCDeviceCalendarZelLAMPManager::Template},
+                         {number::DayTypeEditor, XCDeviceCalendarDayTypesZelLAMPManager::Template},
+                         {number::CalendarSelection,
+                          XCDeviceCalendarSelectionZelLAMPManager::Template}};
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
     host::registerModule(module_);

@@ -2,6 +2,8 @@
 
 #include "driver/sections.h"
 #include "host/resources/texts.h"
+#include "programs/calendar_names.h"
+#include "programs/day_types.h"
 
 using host::TextId;
 
@@ -16,6 +18,12 @@ int compareGroupNames(const host::ListRow& first, const host::ListRow& second) {
   if (first.element == nullptr || second.element == nullptr) return 0;
   const auto order = groupName(*first.element) <=> groupName(*second.element);
   return order < 0 ? -1 : order > 0 ? 1 : 0;
+}
+
+XCBasicString dayTypeName(const XmlDocument::XmlNode& program) {
+  const XmlDocument::XmlNode* day = program.Parent();
+  return day == nullptr ? XCBasicString()
+                        : lamp::dayType(day->Value(lamp::calendar::Number).ToInt()).name;
 }
 
 int compareNothing(const host::ListRow&, const host::ListRow&) {
@@ -41,4 +49,17 @@ std::vector<host::ListColumn> CGroupsListCtrl::Columns() {
     columns[i].compare = compareNothing;
   }
   return columns;
+}
+
+std::vector<host::ListColumn> CNodesListCtrl2::Columns(lamp::ProgramKind kind) {
+  host::ListColumn name;
+  name.caption = XCLoadString(TextId::Identifier);
+  name.cell = dayTypeName;
+  return lamp::programColumns(kind, std::move(name));
+}
+
+std::vector<host::ListColumn> CFilesListCtrl::Columns() {
+  host::ListColumn name;
+  name.caption = XCLoadString(TextId::Calendar);
+  return {std::move(name)};
 }

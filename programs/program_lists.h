@@ -15,3 +15,15 @@ struct CNodesListCtrl {
 struct CGroupsListCtrl {
   static std::vector<host::ListColumn> Columns();
 };
+
+/// The list of a calendar's day types. Its rows are the elements with the programs, which carry no
+/// identity: sorting by the first column leaves them as they are.
+struct CNodesListCtrl2 {
+  static std::vector<host::ListColumn> Columns(lamp::ProgramKind kind);
+};
+
+/// The list of the calendars in the store: a row for each, with the text that the dialog sets and
+/// whether it can be used as its data.
+struct CFilesListCtrl {
+  static std::vector<host::ListColumn> Columns();
+};

@@ -34,10 +34,47 @@ DialogTemplate driverDeviceTemplate() {
            digitsEdit(Id::PeriodEdit, "period", 5), okButton(), cancelButton()}};
 }
 
+DialogTemplate identificationTemplate() {
+  using Id = IdentificationControl;
+  // The entry has no limit: a name that is too long is answered, not cut.
+  return {IdentificationTemplate,
+          "CDlgIntroduceIdentification",
+          "",
+          {label(Id::Label, "label"), edit(Id::Entry, "identification"), okButton(),
+           cancelButton()}};
+}
+
+DialogTemplate fastSelectionTemplate() {
+  using Id = FastSelectionControl;
+  static constexpr const char* WeekdayNames[WeekdayCount] = {
+      "monday", "tuesday", "wednesday", "thursday", "friday", "saturday", "sunday"};
+  const auto text = [](TextId first, int index) {
+    return static_cast<TextId>(textNumber(first) + index);
+  };
+  DialogTemplate made{FastSelectionTemplate,
+                      "CDlgFastSelection",
+                      "",
+                      {group(Id::MonthsGroup, "months", TextId::Months)}};
+  for (int i = 0; i < MonthCount; ++i)
+    made.controls.push_back(check(Id::FirstMonth + i, "month" + std::to_string(i + 1),
+                                  text(TextId::January, i)));
+  made.controls.push_back(group(Id::WeekdaysGroup, "weekdays", TextId::WeekDays));
+  for (int i = 0; i < WeekdayCount; ++i)
+    made.controls.push_back(
+        check(Id::FirstWeekday + i, WeekdayNames[i], text(TextId::Monday, i)));
+  made.controls.push_back(label(Id::DayTypeLabel, "dayTypeLabel", TextId::DayType));
+  made.controls.push_back(image(Id::Swatch, "dayTypeColour", ""));
+  made.controls.push_back(combo(Id::DayType, "dayType"));
+  made.controls.push_back(okButton());
+  made.controls.push_back(cancelButton());
+  return made;
+}
+
 }  // namespace
 
 const std::vector<DialogTemplate>& hostTemplates() {
-  static const std::vector<DialogTemplate> templates = {optionsTemplate(), driverDeviceTemplate()};
+  static const std::vector<DialogTemplate> templates = {
+      optionsTemplate(), driverDeviceTemplate(), identificationTemplate(), fastSelectionTemplate()};
   return templates;
 }
 

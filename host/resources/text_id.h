@@ -254,6 +254,7 @@ enum class TextId : int {
   LastActionStays = 60086,
   FirstStepWithoutTime = 60087,
   SetByController = 60088,
+  MonthWithoutDays = 60089,
 };
 
 /// The text's number as XCLoadString and the catalogues know it.

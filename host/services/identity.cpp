@@ -3,7 +3,9 @@
 #include <locale.h>
 #include <wctype.h>
 
+#include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <string>
 
 #include "host/services/services.h"
@@ -100,6 +102,15 @@ bool IsNameAllowed(std::u16string_view name, const XmlDocument::XmlNode* commSys
   for (const XmlDocument::XmlNode& device : commSystem->Children())
     if (&device != editedDevice && foldedText(device.Value("name")) == wanted) return false;
   return true;
+}
+
+bool host::isDeviceName(std::u16string_view name) {
+  static const std::u32string reserved[] = {U"con", U"prn", U"aux", U"nul"};
+  std::u32string stem = foldedText(name.substr(0, name.find(u'.')));
+  while (!stem.empty() && stem.back() == U' ') stem.pop_back();
+  if (std::find(std::begin(reserved), std::end(reserved), stem) != std::end(reserved)) return true;
+  return stem.size() == 4 && (stem.starts_with(U"com") || stem.starts_with(U"lpt")) &&
+         stem.back() >= U'1' && stem.back() <= U'9';
 }
 
 EditedDevice::EditedDevice(const XmlDocument::XmlNode* device) : before_(editedDevice) {

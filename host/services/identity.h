@@ -39,6 +39,14 @@ HOST_API bool IsValidId(std::u16string_view text, bool allowBlanks);
 /// EditedDevice).
 HOST_API bool IsNameAllowed(std::u16string_view name, const XmlDocument::XmlNode* commSystem);
 
+namespace host {
+
+/// Whether a file of this name, with any ending, would be a device on some system: "CON", "nul.txt",
+/// "COM1". Such names are used nowhere, so that a folder can be carried from one system to another.
+HOST_API bool isDeviceName(std::u16string_view name);
+
+}  // namespace host
+
 /// While it lives, IsNameAllowed leaves @p device out of the comparison: a device may change the
 /// case of its own name.
 class HOST_API EditedDevice {

@@ -39,6 +39,8 @@ struct DialogTemplate {
   std::string className;
   std::string title;  ///< until the dialog sets its own
   std::vector<ControlSpec> controls;
+  /// Whether a front end lets nobody make the dialog smaller than it was when it opened.
+  bool openingSizeIsLeast = false;
 };
 
 // Rows of a table, one function per kind.

@@ -1,0 +1,48 @@
+#include "programs/calendar_document.h"
+
+#include "host/services/files.h"
+#include "host/services/identity.h"
+#include "programs/calendar_names.h"
+#include "programs/calendar_store.h"
+
+namespace lamp {
+
+CalendarDocument::CalendarDocument(ProgramKind kind)
+    : working_(calendar::Calendar), untouched_(calendar::Calendar) {
+  root().NewChild(calendar::Revision);
+  root().NewChild(calendar::Name);
+  root().SetValue(calendar::HasModule, moduleMark(kind));
+  settle();
+}
+
+bool CalendarDocument::load(const std::optional<std::filesystem::path>& file) {
+  XmlDocument stored;
+  if (!readCalendar(file, stored) || stored.Root()->TagName() != calendar::Calendar) return false;
+  working_ = std::move(stored);
+  settle();
+  return true;
+}
+
+XCBasicString CalendarDocument::year() const {
+  return root().Value(calendar::Year);
+}
+
+void CalendarDocument::setYear(std::u16string_view year) {
+  root().SetValue(calendar::Year, year);
+}
+
+void CalendarDocument::settle() {
+  *untouched_.Root() = root();
+}
+
+bool CalendarDocument::save(const std::filesystem::path& file, const XCBasicString& name) {
+  root().SetValue(calendar::Revision, guidtow(NewGUID()));
+  root().SetValue(calendar::Name, name);
+  std::string cause;
+  if (!host::fileSystem().makeFolder(file.parent_path(), cause) || !working_.Save(file, &cause))
+    return false;
+  settle();
+  return true;
+}
+
+}  // namespace lamp
