@@ -19,7 +19,9 @@ struct ListControl::KeyIndex {
 
 namespace {
 
-std::size_t hashOf(std::u16string_view text) { return std::hash<std::u16string_view>()(text); }
+std::size_t hashOf(std::u16string_view text) {
+  return std::hash<std::u16string_view>()(text);
+}
 
 }  // namespace
 
@@ -159,7 +161,9 @@ void ListControl::select(std::vector<std::size_t> rows) {
   if (replaceSelection(std::move(rows))) notice(Notice::selectionChanged);
 }
 
-void ListControl::selectOnly(std::size_t row) { select({row}); }
+void ListControl::selectOnly(std::size_t row) {
+  select({row});
+}
 
 void ListControl::selectAll() {
   std::vector<std::size_t> rows(rows_.size());
@@ -180,9 +184,22 @@ int ListControl::compareRows(const ListColumn& column, std::uint32_t a, std::uin
   const ListRow& left = rows_[a];
   const ListRow& right = rows_[b];
   if (column.compare) return column.compare(left, right);
-  if (left.element == nullptr || right.element == nullptr || !column.attribute) return 0;
-  return left.element->attribute(*column.attribute)
-      .compare(right.element->attribute(*column.attribute));
+  const auto shown = [&](const ListRow& row) {
+    return row.element ? row.element->attribute(*column.attribute) : XmlText();
+  };
+  return shown(left).compare(shown(right));
+}
+
+bool ListControl::showsPlainAttribute(std::size_t column) const {
+  const ListColumn& definition = columns_[column];
+  return definition.attribute && !definition.cell &&
+         std::none_of(extras_.begin(), extras_.end(),
+                      [column](const auto& own) { return own.second.cells.contains(column); });
+}
+
+void ListControl::cellsChanged() {
+  keys_.clear();
+  changed(Change::cells);
 }
 
 void ListControl::sort(ListSort order) {
@@ -195,9 +212,9 @@ void ListControl::sort(ListSort order) {
   std::vector<std::uint32_t> selectedRows;
   for (const std::size_t row : selection_) selectedRows.push_back(order_[row]);
 
-  // Columns that show a made text compare it; it is made once a row, not once a comparison.
+  // Where made texts are shown, they are compared; they are made once a row, not once a comparison.
   std::vector<XCBasicString> texts;
-  if (!column.compare && !column.attribute) {
+  if (!column.compare && !showsPlainAttribute(order.column)) {
     texts.resize(rows_.size());
     for (std::size_t row = 0; row < rows_.size(); ++row) texts[at(row)] = cell(row, order.column);
   }

@@ -68,8 +68,8 @@ class HOST_API ListControl : public Control {
   XCBasicString cell(std::size_t row, std::size_t column) const;
   /// Shows a text in place of what the column makes; it stays until the rows are cleared.
   void setCell(std::size_t row, std::size_t column, std::u16string_view text);
-  /// Tells front ends that elements of shown rows were changed.
-  void cellsChanged() { changed(Change::cells); }
+  /// Tells front ends that elements of shown rows were changed; findRow looks anew.
+  void cellsChanged();
 
   /// The colour of a row's texts; none is the default.
   void setColour(std::size_t row, Colour colour);
@@ -79,7 +79,7 @@ class HOST_API ListControl : public Control {
   std::optional<Colour> swatch(std::size_t row) const;
 
   /// The first row, as sorted, whose cell in @p column is exactly @p text. Costs nothing that grows
-  /// with the rows after the first call for a column; elements must not change in between.
+  /// with the rows after the first call for a column; call cellsChanged when elements changed.
   std::optional<std::size_t> findRow(std::size_t column, std::u16string_view text) const;
 
   // Selection: the numbers of the selected rows, ascending.
@@ -109,6 +109,7 @@ class HOST_API ListControl : public Control {
   const Extra* findExtra(std::size_t row) const;
   const KeyIndex& keyIndex(std::size_t column) const;
   int compareRows(const ListColumn& column, std::uint32_t a, std::uint32_t b) const;
+  bool showsPlainAttribute(std::size_t column) const;
   bool replaceSelection(std::vector<std::size_t> rows);
 
   bool multiSelect_;
