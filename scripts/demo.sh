@@ -35,8 +35,37 @@ if [ -z "$address" ]; then
 fi
 echo "The controller answers at http://$address"
 
+# The demo device is declared as an engineer would, by the scripted user. In a configuration that has
+# it already only the port follows, without asking the controller to move.
+declare_device() {
+  local port=${address##*:}
+  if grep -q '<name>Demo street</name>' "$folder/configuration/configuration.xml" 2>/dev/null; then
+    printf '%s\n' \
+      '{"do":"editor.modifyDevice","device":"Demo street"}' \
+      "{\"do\":\"type\",\"id\":\"socket\",\"text\":\"$port\"}" \
+      '{"do":"click","id":"ok"}' |
+      out/bin/lamp-script --config "$folder/configuration" --verify-connection none
+  else
+    printf '%s\n' \
+      '{"do":"editor.newDevice"}' \
+      '{"do":"type","id":"name","text":"Demo street"}' \
+      '{"do":"type","id":"description","text":"A generated street to try things on"}' \
+      '{"do":"type","id":"address","text":"127.0.0.1"}' \
+      "{\"do\":\"type\",\"id\":\"socket\",\"text\":\"$port\"}" \
+      '{"do":"type","id":"ftpAddress","text":"127.0.0.1"}' \
+      '{"do":"click","id":"ok"}' |
+      out/bin/lamp-script --config "$folder/configuration"
+  fi
+}
+declare_device >"$folder/declare.log"
+if grep -q '"ok":false' "$folder/declare.log"; then
+  echo "The demo device could not be declared:" >&2
+  cat "$folder/declare.log" >&2
+  exit 1
+fi
+
 if [ "$display" = yes ]; then
-  out/bin/lamp-editor --config "$folder/configuration" --demo-address "$address"
+  out/bin/lamp-editor --config "$folder/configuration"
 else
   export QT_QPA_PLATFORM=offscreen
   out/bin/lamp-editor --config "$folder/configuration" --tour out/tour --tour-address "$address"
