@@ -11,8 +11,10 @@ class Registration {
  public:
   Registration() {
     module_.name = "test plug-in";
-    module_.templates = {KindsDialog::Template(), InnerDialog::Template(),
-                         StubbornDialog::Template(), DefinitionDialog::Template()};
+    module_.templates = {{KindsDialog::Number, &KindsDialog::Template},
+                         {InnerDialog::Number, &InnerDialog::Template},
+                         {StubbornDialog::Number, &StubbornDialog::Template},
+                         {DefinitionDialog::Number, &DefinitionDialog::Template}};
     // It has no dialog for the node update.
     module_.deviceDialogs = {
         {"XCDlgNewModifyZelLampManager",
