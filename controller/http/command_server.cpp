@@ -9,6 +9,7 @@
 #include "controller/http/connection.h"
 #include "controller/http/control_desk.h"
 #include "controller/http/faulty_reply.h"
+#include "controller/http/live_page.h"
 #include "controller/http/patience.h"
 
 namespace lamp::controller {
@@ -53,7 +54,8 @@ class PatientServer final : public httplib::Server {
 
 class CommandServer::Impl {
  public:
-  explicit Impl(const Service& service) : service_(service), desk_(service_) {
+  explicit Impl(const Service& service)
+      : service_(service), desk_(service_), page_(service_, patience_) {
     server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
     server_.set_socket_options(allowQuickRestart);
     server_.set_tcp_nodelay(true);
@@ -65,6 +67,7 @@ class CommandServer::Impl {
     addCommands();
     addPlainPages();
     desk_.install(server_);
+    page_.install(server_);
     addFailures();
   }
 
@@ -266,8 +269,9 @@ class CommandServer::Impl {
   }
 
   const Service service_;
-  ControlDesk desk_;
   Patience patience_;
+  ControlDesk desk_;
+  LivePage page_;
   PatientServer server_;
   std::thread thread_;
   int port_ = 0;

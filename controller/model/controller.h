@@ -7,6 +7,7 @@
 
 #include "controller/model/controller_clock.h"
 #include "controller/model/lamp_street.h"
+#include "controller/model/live_view.h"
 #include "controller/model/port_switch.h"
 #include "controller/model/reply.h"
 #include "controller/model/request.h"
@@ -54,6 +55,10 @@ class Controller {
   std::string date() const;
   /// Sets the wall clock.
   void setDate(CivilTime civil);
+
+  /// What can be seen of the street now, and what it is laid out like.
+  LiveView view();
+  StreetPlanView planView();
 
   /// One line for people: identifier, date, nodes, pending writes.
   std::string statusLine() const;

@@ -55,6 +55,8 @@ class LampStreet {
   const std::vector<Lamp>& lamps() const { return lamps_; }
   const NightClock& nightClock() const { return nightClock_; }
   const ZoneRule& zone() const { return zone_; }
+  /// The lamps burn by the clock program, not by the interval program.
+  bool byClock() const { return byClock_; }
   bool isNight() const { return night_.has_value(); }
   bool anyLit() const { return lit_ > 0; }
   std::size_t litCount() const { return lit_; }

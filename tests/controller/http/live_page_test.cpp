@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "controller/http/street_view.h"
+#include "tests/controller/support/http_client.h"
+#include "tests/controller/support/server_rig.h"
+
+namespace lamp::controller::test {
+namespace {
+
+using nlohmann::json;
+
+Service serviceOf(ServerRig& rig) {
+  return Service{
+      rig.rig.controller, rig.rig.clock, rig.keeper, rig.faults, rig.log, "token", [] {}};
+}
+
+TEST(LivePage, CarriesTheTokenAndItsFiles) {
+  ServerRig server;
+  const HttpAnswer page = httpGet(server.base + "/");
+  EXPECT_EQ(page.status, 200);
+  EXPECT_TRUE(page.type.starts_with("text/html"));
+  EXPECT_NE(page.body.find("content=\"test-token\""), std::string::npos);
+  EXPECT_EQ(httpGet(server.base + "/page.js").status, 200);
+  EXPECT_EQ(httpGet(server.base + "/page.css").status, 200);
+}
+
+TEST(LivePage, ThePlanNamesEveryNodeAndTonightsPrograms) {
+  ServerRig server;
+  const json plan = json::parse(httpGet(server.base + "/street.json").body);
+  EXPECT_EQ(plan["ids"].size(), 20U);
+  EXPECT_EQ(plan["ids"][0], "4100007");
+  EXPECT_EQ(plan["references"][0], "Harbour Street pole 1");
+  EXPECT_NEAR(plan["positions"][0][0].get<double>(), 41.547, 0.01);
+  std::size_t lamps = 0;
+  for (const json& program : plan["programs"]) lamps += program["lamps"].get<std::size_t>();
+  EXPECT_EQ(lamps, 20U);
+  const json& steps = plan["programs"][0]["steps"];
+  EXPECT_EQ(steps[0]["power"], 100);
+  EXPECT_EQ(steps[1]["from"], "22:30");
+  EXPECT_EQ(steps[1]["power"], 70);
+}
+
+TEST(LivePage, ANodeWithoutPositionIsNotPlaced) {
+  ServerRig server;
+  ASSERT_EQ(server.rig.write("<E08><Node nodeId=\"4100007\"/></E08>"), 200);
+  const json plan = json::parse(httpGet(server.base + "/street.json").body);
+  EXPECT_TRUE(plan["positions"][0].is_null());
+  EXPECT_EQ(plan["references"][0], "");
+}
+
+TEST(LivePage, NewsComeOnlyWhenThereAreSome) {
+  ServerRig server;
+  const Service service = serviceOf(server);
+  ViewerState viewer;
+  const json first = json::parse(newsJson(service, viewer));
+  EXPECT_EQ(first["date"], "2025-03-15 12:00:00");
+  EXPECT_EQ(first["powers"], std::string(20, 'A'));
+  EXPECT_EQ(newsJson(service, viewer), "");
+  server.rig.time.pass(std::chrono::hours{8});
+  const json second = json::parse(newsJson(service, viewer));
+  EXPECT_EQ(second["lit"], 20);
+  EXPECT_EQ(second["powers"].get<std::string>()[0], '/') << "100 % is the last letter";
+  server.rig.time.pass(std::chrono::seconds{1});
+  EXPECT_FALSE(json::parse(newsJson(service, viewer)).contains("powers"));
+}
+
+TEST(LivePage, CommandsAreShownWithoutTheirPasswords) {
+  ServerRig server;
+  const Service service = serviceOf(server);
+  ViewerState viewer;
+  httpSend("POST", server.base + "/lampmanager/command/2?ftpUser=u&ftpPassword=s3cret",
+           "<deviceCfg><E01 FTPPwd=\"s3cret\" mailPassword=\"s3cret\"/></deviceCfg>");
+  httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>");
+  const std::string news = newsJson(service, viewer);
+  EXPECT_EQ(news.find("s3cret"), std::string::npos);
+  const json log = json::parse(news)["log"];
+  ASSERT_EQ(log.size(), 2U);
+  EXPECT_EQ(log[0]["parameters"], "ftpUser=u&ftpPassword=***");
+  EXPECT_EQ(log[1]["status"], 200);
+  EXPECT_EQ(newsJson(service, viewer), "");
+}
+
+TEST(LivePage, StreamsNewsAsEvents) {
+  ServerRig server;
+  const HttpAnswer stream = httpSend("GET", server.base + "/events", "", "text/plain", 1);
+  EXPECT_TRUE(stream.body.starts_with("data: {")) << stream.body;
+  EXPECT_NE(stream.body.find("\n\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace lamp::controller::test
