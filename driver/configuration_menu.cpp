@@ -2,9 +2,17 @@
 
 #include "driver/exchange_frame.h"
 #include "host/services/setup.h"
+#include "pages/alarm_thresholds_page.h"
+#include "pages/blacklist_page.h"
+#include "pages/firmware_page.h"
 #include "pages/general_settings_page.h"
+#include "pages/inputs_outputs_page.h"
+#include "pages/node_command_page.h"
+#include "pages/node_power_page.h"
+#include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "pages/scheduled_tasks_page.h"
 #include "programs/calendar_editor.h"
 #include "programs/group_schedules_page.h"
 
@@ -71,8 +79,18 @@ void openCalendar(Menu& menu) {
 // One line a page, in the order of the buttons.
 constexpr MenuEntry Entries[] = {
     {6358, "general", TextId::Parameters, Place::main, openPage<CDlgE01CfgZelLampManager>},
+    {6461, "tasks", TextId::ScheduledTasks, Place::main, openPage<CDlgE02CfgZelLampManager>},
+    {6510, "firmware", TextId::Update, Place::main, openPage<CDlgE03CfgZelLampManager>},
     {6512, "nodeTable", TextId::NodeReference, Place::main, openPage<CDlgE04CfgZelLampManager>},
+    {6528, "nodePower", TextId::NodePower, Place::programs, openPage<CDlgE05CfgZelLampManager>},
     {6552, "groupSchedules", TextId::GroupSchedules, Place::programs, openGroupSchedules},
+    {6581, "alarmThresholds", TextId::AlarmThresholds, Place::main,
+     openPage<CDlgE07CfgZelLampManager>},
+    {6587, "nodeRemoval", TextId::NodeRemoval, Place::main, openPage<CDlgE08CfgZelLampManager>},
+    {6616, "blacklist", TextId::NodeBlacklist, Place::main, openPage<CDlgE09CfgZelLampManager>},
+    {6623, "nodeCommand", TextId::NodeCommand, Place::main, openPage<CDlgE11CfgZelLampManager>},
+    {Id::InputsButton, "inputs", TextId::InputsAndOutputs, Place::main,
+     openPage<CDlgE13CfgZelLampManager>},
     {6792, "calendar", TextId::Calendars, Place::main, openCalendar},
 };
 

@@ -4,9 +4,17 @@
 #include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
 #include "host/dialogs/extension_module.h"
+#include "pages/alarm_thresholds_page.h"
+#include "pages/blacklist_page.h"
+#include "pages/firmware_page.h"
 #include "pages/general_settings_page.h"
+#include "pages/inputs_outputs_page.h"
+#include "pages/node_command_page.h"
+#include "pages/node_power_page.h"
+#include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
 #include "pages/page_templates.h"
+#include "pages/scheduled_tasks_page.h"
 #include "programs/calendar_editor.h"
 #include "programs/calendar_selection.h"
 #include "programs/day_types_dialog.h"
@@ -36,10 +44,18 @@ class Registration {
     namespace number = lamp::page_template;
     module_.templates = {{number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
                          {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
+                         {number::ScheduledTasks, CDlgE02CfgZelLampManager::Template},
+                         {number::Firmware, CDlgE03CfgZelLampManager::Template},
+                         {number::InputsOutputs, CDlgE13CfgZelLampManager::Template},
                          {number::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
                          {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
                          {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
                          {number::NodeTable, CDlgE04CfgZelLampManager::Template},
+                         {number::NodePower, CDlgE05CfgZelLampManager::Template},
+                         {number::AlarmThresholds, CDlgE07CfgZelLampManager::Template},
+                         {number::NodeRemoval, CDlgE08CfgZelLampManager::Template},
+                         {number::Blacklist, CDlgE09CfgZelLampManager::Template},
+                         {number::NodeCommand, CDlgE11CfgZelLampManager::Template},
                          {number::GroupSchedules, CDlgE06CfgZelLampManager::Template},
                          {number::CalendarEditor, XCDeviceCalendarZelLAMPManager::Template},
                          {number::DayTypeEditor, XCDeviceCalendarDayTypesZelLAMPManager::Template},
