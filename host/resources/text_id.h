@@ -255,6 +255,50 @@ enum class TextId : int {
   FirstStepWithoutTime = 60087,
   SetByController = 60088,
   MonthWithoutDays = 60089,
+
+  // The desktop editor's own texts.
+  MenuCut = 60200,
+  MenuCopy = 60201,
+  MenuPaste = 60202,
+  MenuSelectAll = 60203,
+  ListFilter = 60210,
+  ListSelected = 60211,  // takes the number of selected rows and of all
+  DayOutOfUse = 60212,
+  EditorTitle = 60220,
+  MenuConfiguration = 60221,
+  MenuDevice = 60222,
+  MenuSettings = 60223,
+  ActionNewDevice = 60224,
+  ActionModify = 60225,
+  ActionRemove = 60226,
+  ActionOptions = 60227,
+  ActionUpdateNodes = 60228,
+  ActionQuit = 60229,
+  ActionLanguage = 60230,
+  VerifyNewDevices = 60231,
+  VerifyExistingDevices = 60232,
+  RemoveDeviceQuestion = 60240,  // takes the device's name
+  TreeDevices = 60241,
+  TreeGroups = 60242,
+  TreeSearch = 60243,
+  TabExchanges = 60244,
+  TabNotices = 60245,
+  ExchangeCommand = 60246,
+  ExchangeTime = 60247,
+  ExchangeResult = 60248,
+  ExchangeSection = 60249,
+  ExchangeSucceeded = 60250,
+  ExchangeSent = 60251,
+  ExchangeReceived = 60252,
+  NodesReloadedNotice = 60253,
+  OtherNotice = 60254,  // takes the notice's number and its two parameters
+  FirstStepsTitle = 60255,
+  FirstSteps = 60256,
+  NothingSelected = 60257,
+  ChildDevices = 60258,  // takes the number
+  ReadOnlyConfiguration = 60259,  // takes the cause
+  GroupDevices = 60260,  // takes the number
+  LanguageNextStart = 60261,
 };
 
 /// The text's number as XCLoadString and the catalogues know it.

@@ -1,0 +1,53 @@
+#include "editor/images.h"
+
+#include <QtCore/QFileInfo>
+#include <QtGui/QPainter>
+#include <QtGui/QPixmap>
+
+#include "editor/qt_text.h"
+#include "host/services/setup.h"
+
+namespace editor {
+namespace {
+
+constexpr int SwatchSize = 16;
+
+QIcon swatch(const QColor& colour) {
+  QIcon icon;
+  for (const int scale : {1, 2}) {
+    QPixmap pixmap(SwatchSize * scale, SwatchSize * scale);
+    pixmap.fill(colour);
+    QPainter painter(&pixmap);
+    painter.setPen(QPen(colour.darker(160), scale));
+    painter.drawRect(pixmap.rect().adjusted(0, 0, -1, -1));
+    painter.end();
+    pixmap.setDevicePixelRatio(scale);
+    icon.addPixmap(pixmap);
+  }
+  return icon;
+}
+
+}  // namespace
+
+QIcon imageIcon(const std::string& name) {
+  if (name.empty()) return {};
+  if (name.front() == '#') return swatch(QColor(QString::fromStdString(name)));
+  const QString path = qtText(
+      XCVarnisSetup::Get().getImageFilePath(XCBasicString::FromUtf8(name)));
+  if (!QFileInfo::exists(path)) return {};
+  QIcon icon(path);
+  // The variant is found by its name for the densest screens only; a screen may be plugged in later.
+  const QFileInfo file(path);
+  const QString dense = file.path() + "/" + file.completeBaseName() + "@2x." + file.suffix();
+  if (QFileInfo::exists(dense)) icon.addFile(dense);
+  return icon;
+}
+
+QSize imageSize(const QIcon& icon) {
+  QSize smallest;
+  for (const QSize& size : icon.availableSizes())
+    if (!smallest.isValid() || size.width() < smallest.width()) smallest = size;
+  return smallest;
+}
+
+}  // namespace editor

@@ -1,0 +1,94 @@
+#include <QtCore/QTimer>
+#include <QtWidgets/QApplication>
+#include <cstdio>
+
+#include "editor/front_end/exchange_window.h"
+#include "editor/front_end/qt_front_end.h"
+#include "editor/options.h"
+#include "editor/tour/journey.h"
+#include "editor/window/main_window.h"
+#include "host/services/setup.h"
+
+namespace {
+
+using namespace editor;
+
+constexpr int StartFailed = 2;
+constexpr int TourFailed = 1;
+
+int fail(const std::string& error) {
+  std::fprintf(stderr, "lamp-editor: %s\n", error.c_str());
+  return StartFailed;
+}
+
+// For the time of the tour only: the configuration is put back to its own address at its end.
+void setTourAddress(const std::string& address) {
+  const auto devices = workbench::DeviceCatalogue::devices();
+  if (address.empty() || devices.empty()) return;
+  const std::size_t colon = address.rfind(':');
+  devices.front()->SetNarrowValue("address", address.substr(0, colon));
+  devices.front()->SetNarrowValue("socket", address.substr(colon + 1));
+}
+
+void printExchanges(const workbench::ExchangeRecord& record) {
+  for (const workbench::ExchangeEntry& entry : record.entries()) {
+    std::printf("%s command %d: %s\n", entry.kind == host::CommandKind::get ? "read" : "write",
+                entry.command, entry.ok ? "done" : entry.error.c_str());
+    if (!entry.request.empty()) std::printf("  sent     %s\n", entry.request.c_str());
+    if (!entry.reply.empty()) std::printf("  received %s\n", entry.reply.c_str());
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("lamp-editor");
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false);
+  Options options;
+  QString wrong;
+  if (!readOptions(QApplication::arguments().mid(1), options, wrong))
+    return fail(wrong.toStdString() + "\nTry lamp-editor --help.");
+  if (options.help) {
+    std::fputs(qPrintable(helpText()), stdout);
+    return 0;
+  }
+
+  const auto paths = workbench::ProgramPaths::ofThisProgram();
+  std::error_code ignored;  // a folder that can't be made is told by the store
+  std::filesystem::create_directories(options.workspace.configuration, ignored);
+  EditorPreferences preferences = EditorPreferences::load(options.workspace.configuration);
+  if (options.workspace.language.empty())
+    options.workspace.language = preferences.language;
+  else
+    preferences.language = options.workspace.language;
+  options.workspace.verifyNew = preferences.verifyNew;
+  options.workspace.verifyExisting = preferences.verifyExisting;
+
+  QtFrontEnd frontEnd;
+  ExchangeWindow exchange;
+  workbench::Workspace workspace(paths, options.workspace);
+  std::string cause;
+  if (!workspace.open(frontEnd, cause)) return fail(cause);
+  workspace.channel().setProgress(&exchange);
+  setTourAddress(options.tourAddress);
+
+  MainWindow window(workspace, frontEnd, exchange, preferences, paths.texts);
+  window.show();
+  if (options.tour.empty()) return QApplication::exec();
+
+  std::filesystem::create_directories(options.tour, ignored);
+  Tour tour(window, frontEnd, exchange, options.tour);
+  int status = 0;
+  tour.start(journey(), [&](const QString& failure) {
+    if (!failure.isEmpty()) {
+      std::fprintf(stderr, "lamp-editor: %s\n", qPrintable(failure));
+      status = TourFailed;
+    }
+    printExchanges(workspace.record());
+    std::fflush(stdout);
+    QApplication::exit(status);
+  });
+  QApplication::exec();
+  return status;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "editor/renderers/control_renderer.h"
+
+class QPushButton;
+
+namespace editor {
+
+/// A push button with a caption, an image or both.
+class ButtonRenderer : public ControlRenderer {
+ public:
+  ButtonRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent);
+  QWidget& widget() override;
+  QWidget* focusWidget() override;
+
+ protected:
+  void show(unsigned changes) override;
+
+ private:
+  QPushButton* button_;
+};
+
+}  // namespace editor

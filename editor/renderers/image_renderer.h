@@ -1,0 +1,22 @@
+#pragma once
+
+#include "editor/renderers/control_renderer.h"
+
+class QLabel;
+
+namespace editor {
+
+/// A picture.
+class ImageRenderer : public ControlRenderer {
+ public:
+  ImageRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent);
+  QWidget& widget() override;
+
+ protected:
+  void show(unsigned changes) override;
+
+ private:
+  QLabel* label_;
+};
+
+}  // namespace editor

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+#include <functional>
+#include <optional>
+
+#include "editor/renderers/year_grid.h"
+#include "host/ui/controls/calendar_control.h"
+
+namespace editor {
+
+/// The twelve months of the year that a calendar control shows. Every painted day shows its number,
+/// the colour of its day type and the type's identifier, so that colours need not be told apart.
+/// Days are painted by clicking, by dragging over them, and with the keys: arrows move, the blank
+/// paints, arrows with Shift paint on the way.
+class YearView : public QWidget {
+ public:
+  YearView(const XCCalendar& calendar, QWidget* parent);
+
+  std::function<void(const XCDateTime&)> onPaint;
+  std::function<void(int year)> onYear;
+
+  /// The day that the keys work on.
+  const XCDateTime& cursor() const { return cursor_; }
+  YearGrid grid() const;
+  /// Where the arrows to the year before and the year after stand.
+  QRect yearArrow(int step) const;
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  QSize sizeFor(int cellHeight) const;
+  int barHeight() const;
+  void drawBar(QPainter& painter) const;
+  void drawMonth(QPainter& painter, const YearGrid& grid, int month) const;
+  void drawDay(QPainter& painter, const QRect& cell, const XCDateTime& day) const;
+  void drag(const QPoint& point);
+  void moveCursor(std::int64_t days, bool paint);
+  void keepCursorInYear();
+  QString toolTipOf(const XCDateTime& day) const;
+
+  const XCCalendar& calendar_;
+  XCDateTime cursor_;
+  std::optional<XCDateTime> dragged_;
+};
+
+}  // namespace editor

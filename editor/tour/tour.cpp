@@ -1,0 +1,159 @@
+#include "editor/tour/tour.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <stdexcept>
+#include <utility>
+
+#include "editor/dialogs/dialog_window.h"
+#include "editor/qt_text.h"
+#include "editor/renderers/list_renderer.h"
+#include "editor/renderers/list_view.h"
+#include "editor/renderers/year_renderer.h"
+#include "editor/renderers/year_view.h"
+#include "editor/window/device_panel.h"
+
+namespace editor {
+namespace {
+
+constexpr int PollMilliseconds = 20;
+constexpr int LongestWait = 20'000;
+
+[[noreturn]] void fail(const QString& what) { throw std::runtime_error(what.toStdString()); }
+
+void clickAt(QWidget& widget, const QPoint& point, Qt::KeyboardModifiers modifiers = {}) {
+  const QPointF global = widget.mapToGlobal(QPointF(point));
+  QMouseEvent press(QEvent::MouseButtonPress, point, global, Qt::LeftButton, Qt::LeftButton,
+                    modifiers);
+  QApplication::sendEvent(&widget, &press);
+  QMouseEvent release(QEvent::MouseButtonRelease, point, global, Qt::LeftButton, Qt::NoButton,
+                      modifiers);
+  QApplication::sendEvent(&widget, &release);
+}
+
+void sendKey(QWidget& widget, int key, const QString& text = {},
+             Qt::KeyboardModifiers modifiers = {}) {
+  QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+  QApplication::sendEvent(&widget, &press);
+  QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+  QApplication::sendEvent(&widget, &release);
+}
+
+}  // namespace
+
+void Tour::start(std::vector<Step> steps, std::function<void(const QString&)> ended) {
+  steps_ = std::move(steps);
+  ended_ = std::move(ended);
+  waiting_.start();
+  QTimer::singleShot(0, this, [this] { next(); });
+}
+
+// The step after is asked for before this one is made: it may not return until a dialog closes.
+void Tour::next() {
+  if (exchange_.isRunning()) {
+    if (waiting_.elapsed() > LongestWait) return ended_("an exchange does not end");
+    QTimer::singleShot(PollMilliseconds, this, [this] { next(); });
+    return;
+  }
+  waiting_.restart();
+  if (at_ == steps_.size()) return ended_({});
+  const std::size_t number = at_++;
+  QTimer::singleShot(PollMilliseconds, this, [this] { next(); });
+  try {
+    steps_[number](*this);
+  } catch (const std::runtime_error& error) {
+    at_ = steps_.size();
+    const auto ended = std::exchange(ended_, [](const QString&) {});
+    ended(QString("step %1: %2").arg(number + 1).arg(QString::fromUtf8(error.what())));
+  }
+}
+
+void Tour::require(bool condition, const QString& what) const {
+  if (!condition) fail(what);
+}
+
+QWidget* Tour::frontWindow() const {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  return &window_;
+}
+
+ControlRenderer& Tour::find(const QString& control) const {
+  const XCBaseDlg* dialog = frontEnd_.topWindow() ? &frontEnd_.topWindow()->body().dialog()
+                                                  : window_.panel().options();
+  require(dialog != nullptr, "no dialog is open for \"" + control + "\"");
+  bool isNumber = false;
+  const int number = control.toInt(&isNumber);
+  const host::Control* found = isNumber ? dialog->FindControl(number)
+                                        : dialog->FindControl(control.toStdString());
+  const DialogBody* body = frontEnd_.bodyOf(*dialog);
+  ControlRenderer* renderer = found && body ? body->renderer(found->id()) : nullptr;
+  if (renderer == nullptr)
+    fail("\"" + QString::fromStdString(dialog->ClassName()) + "\" has no control \"" + control +
+         "\"");
+  if (!found->isEnabled() || !found->isVisible())
+    fail("the control \"" + control + "\" can't be used now");
+  return *renderer;
+}
+
+void Tour::click(const QString& control) {
+  QWidget& widget = find(control).widget();
+  clickAt(widget, QPoint(widget.height() / 2, widget.height() / 2));
+}
+
+void Tour::type(const QString& control, const QString& text) {
+  QWidget* widget = find(control).focusWidget();
+  widget->setFocus();
+  sendKey(*widget, Qt::Key_A, {}, Qt::ControlModifier);
+  for (const QChar c : text) sendKey(*widget, 0, c);
+}
+
+void Tour::choose(const QString& control, const QString& item) {
+  auto* box = dynamic_cast<QComboBox*>(find(control).focusWidget());
+  require(box != nullptr, "\"" + control + "\" is no drop-down list");
+  const int wanted = box->findText(item);
+  require(wanted >= 0, "\"" + control + "\" has no entry \"" + item + "\"");
+  box->setFocus();
+  const int key = wanted > box->currentIndex() ? Qt::Key_Down : Qt::Key_Up;
+  for (int most = box->count(); box->currentIndex() != wanted && most > 0; --most)
+    sendKey(*box, key);
+}
+
+void Tour::selectRows(const QString& control, const std::vector<int>& rows) {
+  auto* list = dynamic_cast<ListRenderer*>(&find(control));
+  require(list != nullptr, "\"" + control + "\" is no list");
+  Qt::KeyboardModifiers modifiers;
+  for (const int row : rows) {
+    const QModelIndex index = list->view().model()->index(row, 0);
+    require(index.isValid(), QString("\"%1\" has no row %2").arg(control).arg(row));
+    list->view().scrollTo(index);
+    clickAt(*list->view().viewport(), list->view().visualRect(index).center(), modifiers);
+    modifiers = Qt::ControlModifier;
+  }
+}
+
+void Tour::paintDays(const QString& control, const std::vector<XCDateTime>& days) {
+  auto* year = dynamic_cast<YearRenderer*>(&find(control));
+  require(year != nullptr, "\"" + control + "\" is no year view");
+  for (const XCDateTime& day : days) {
+    if (day.Year() != year->view().grid().year()) year->view().onYear(day.Year());
+    clickAt(year->view(), year->view().grid().cellOf(day).center());
+  }
+}
+
+void Tour::key(int code) {
+  QWidget* widget = QApplication::focusWidget() ? QApplication::focusWidget() : frontWindow();
+  sendKey(*widget, code);
+}
+
+void Tour::picture(const QString& name) {
+  QCoreApplication::sendPostedEvents();
+  const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
+  const QString path =
+      QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());
+  require(frontWindow()->grab().save(path), "the picture " + path + " can't be written");
+}
+
+}  // namespace editor

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "editor/window/main_window.h"
+
+namespace editor {
+
+class ControlRenderer;
+
+/// Walks through the dialogs as a person would, with mouse and key events on the real widgets, and
+/// takes pictures on the way. One step after the other is made in whatever event loop runs: a step
+/// that opens a dialog ends when that dialog closes, the steps in between run inside of it.
+class Tour : public QObject {
+ public:
+  /// One step. It throws std::runtime_error with a text when it can't be done.
+  using Step = std::function<void(Tour&)>;
+
+  Tour(MainWindow& window, QtFrontEnd& frontEnd, ExchangeWindow& exchange,
+       std::filesystem::path folder)
+      : window_(window), frontEnd_(frontEnd), exchange_(exchange), folder_(std::move(folder)) {}
+
+  /// Makes the steps, then calls @p ended with an empty text, or at the first step that can't be
+  /// done with what was wrong.
+  void start(std::vector<Step> steps, std::function<void(const QString& failure)> ended);
+
+  // What steps do. A control is found by its name or its number in the dialog in front, or, when
+  // there is none, in the options panel of the main window.
+
+  MainWindow& window() const { return window_; }
+  void click(const QString& control);
+  void type(const QString& control, const QString& text);
+  void choose(const QString& control, const QString& item);
+  /// Clicks rows of a list, each with Ctrl but the first.
+  void selectRows(const QString& control, const std::vector<int>& rows);
+  void paintDays(const QString& control, const std::vector<XCDateTime>& days);
+  /// Types the keys into whatever has the keyboard.
+  void key(int key);
+  /// Saves a picture of the window in front as the next number and @p name.
+  void picture(const QString& name);
+  void require(bool condition, const QString& what) const;
+
+ private:
+  void next();
+  ControlRenderer& find(const QString& control) const;
+  QWidget* frontWindow() const;
+
+  MainWindow& window_;
+  QtFrontEnd& frontEnd_;
+  ExchangeWindow& exchange_;
+  std::filesystem::path folder_;
+  std::vector<Step> steps_;
+  std::function<void(const QString&)> ended_;
+  QElapsedTimer waiting_;
+  std::size_t at_ = 0;
+  int pictures_ = 0;
+};
+
+}  // namespace editor

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QtCore/QAbstractItemModel>
+#include <QtGui/QIcon>
+#include <memory>
+#include <vector>
+
+#include "host/xml/xml_document.h"
+
+namespace editor {
+
+/// The configuration as a tree: the devices with their child devices, and the device groups with
+/// the groups in them. Branches are read when they are opened, so that a device with a hundred
+/// thousand child devices costs nothing until then.
+class ConfigurationModel : public QAbstractItemModel {
+ public:
+  enum class Kind { devicesRoot, groupsRoot, device, childDevice, group };
+
+  ConfigurationModel();
+  ~ConfigurationModel() override;
+
+  /// Reads the configuration again.
+  void reload();
+  /// Shows only devices, child devices and groups whose name, address or identifier has this text
+  /// in it, whatever the case, with the branches that lead to them; everything for an empty text.
+  void setSearch(const QString& text);
+  bool isSearching() const { return !search_.isEmpty(); }
+
+  Kind kind(const QModelIndex& index) const;
+  /// The element behind an entry; null for the two roots.
+  XmlDocument::XmlNode* element(const QModelIndex& index) const;
+  /// What tells an entry from others also after a reload.
+  QString key(const QModelIndex& index) const;
+  /// The entry of a device; invalid when the tree does not show it.
+  QModelIndex indexOfDevice(std::u16string_view id) const;
+
+  QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+  QModelIndex parent(const QModelIndex& index) const override;
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  bool hasChildren(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+
+ private:
+  struct Entry;
+
+  Entry* entryOf(const QModelIndex& index) const;
+  void fill(Entry& entry) const;
+  void add(Entry& parent, Kind kind, XmlDocument::XmlNode* element) const;
+  bool isShown(Kind kind, const XmlDocument::XmlNode& element, bool parentMatches) const;
+  bool matches(const XmlDocument::XmlNode& element) const;
+
+  std::unique_ptr<Entry> top_;
+  QString search_;
+  QIcon deviceIcon_;
+};
+
+}  // namespace editor

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QStringList>
+
+#include "workbench/exchange_record.h"
+
+namespace editor {
+
+/// The exchanges since the start, the latest one first.
+class ExchangeModel : public QAbstractTableModel {
+ public:
+  explicit ExchangeModel(const workbench::ExchangeRecord& record) : record_(record) {}
+
+  /// An exchange ended: it joins the record.
+  void append(const workbench::ExchangeEntry& entry);
+  /// The captions are to be read again.
+  void retranslate();
+
+  const workbench::ExchangeEntry& entryAt(int row) const;
+  /// What was sent and received, as documents with one element a line.
+  static QString documentsOf(const workbench::ExchangeEntry& entry);
+  /// The section that a command is about, "L04"; empty when its document names none.
+  static QString sectionOf(const workbench::ExchangeEntry& entry);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  const workbench::ExchangeRecord& record_;
+  QStringList times_;     // by exchange
+  QStringList sections_;  // by exchange
+};
+
+}  // namespace editor

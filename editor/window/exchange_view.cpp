@@ -1,0 +1,57 @@
+#include "editor/window/exchange_view.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QTableView>
+
+namespace editor {
+namespace {
+
+// Sample texts that give the columns their widths: a time, a section, a command's number.
+constexpr const char* Samples[] = {"00/00/0000 00:00:00__", "Section__", "Command__"};
+
+}  // namespace
+
+ExchangeView::ExchangeView(const workbench::ExchangeRecord& record, QWidget* parent)
+    : QSplitter(parent),
+      model_(record),
+      table_(new QTableView(this)),
+      documents_(new QPlainTextEdit(this)) {
+  setChildrenCollapsible(false);
+  table_->setModel(&model_);
+  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table_->setSelectionMode(QAbstractItemView::SingleSelection);
+  table_->setShowGrid(false);
+  table_->setWordWrap(false);
+  table_->setTabKeyNavigation(false);
+  table_->verticalHeader()->hide();
+  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
+  table_->horizontalHeader()->setHighlightSections(false);
+  table_->horizontalHeader()->setStretchLastSection(true);
+  table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  int column = 0;
+  for (const char* sample : Samples)
+    table_->setColumnWidth(column++, table_->fontMetrics().horizontalAdvance(sample));
+  documents_->setReadOnly(true);
+  documents_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  documents_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  setStretchFactor(0, 2);
+  setStretchFactor(1, 3);
+  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this] { showDocuments(); });
+}
+
+void ExchangeView::append(const workbench::ExchangeEntry& entry) {
+  model_.append(entry);
+  table_->selectRow(0);
+  table_->scrollToTop();
+}
+
+void ExchangeView::showDocuments() {
+  const QModelIndex current = table_->currentIndex();
+  documents_->setPlainText(
+      current.isValid() ? ExchangeModel::documentsOf(model_.entryAt(current.row())) : QString());
+}
+
+}  // namespace editor

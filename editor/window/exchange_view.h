@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QtWidgets/QSplitter>
+
+#include "editor/window/exchange_model.h"
+
+class QPlainTextEdit;
+class QTableView;
+
+namespace editor {
+
+/// The exchanges with controllers on the left, the documents of the one selected on the right.
+class ExchangeView : public QSplitter {
+ public:
+  ExchangeView(const workbench::ExchangeRecord& record, QWidget* parent);
+
+  void append(const workbench::ExchangeEntry& entry);
+  void retranslate() { model_.retranslate(); }
+
+ private:
+  void showDocuments();
+
+  ExchangeModel model_;
+  QTableView* table_;
+  QPlainTextEdit* documents_;
+};
+
+}  // namespace editor

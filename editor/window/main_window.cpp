@@ -1,0 +1,345 @@
+#include "editor/window/main_window.h"
+
+#include <QtGui/QAction>
+#include <QtGui/QActionGroup>
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QToolBar>
+#include <QtWidgets/QTreeView>
+#include <QtWidgets/QVBoxLayout>
+#include <algorithm>
+
+#include "editor/images.h"
+#include "editor/qt_text.h"
+#include "editor/window/configuration_tree.h"
+#include "editor/window/device_panel.h"
+#include "editor/window/exchange_view.h"
+#include "editor/window/first_steps_page.h"
+#include "host/services/setup.h"
+
+namespace editor {
+namespace {
+
+using host::TextId;
+
+// Posted by a plug-in when it rebuilt the child devices of a device.
+constexpr unsigned NodesReloadedMessage = 1025;
+
+constexpr QSize FirstSize(1060, 700);
+
+struct Language {
+  const char* code;
+  const char* name;  // in the language itself
+};
+constexpr Language Languages[] = {{"en", "English"}, {"es", "Español"}};
+
+}  // namespace
+
+MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
+                       ExchangeWindow& exchange, EditorPreferences preferences,
+                       std::filesystem::path texts)
+    : workspace_(workspace),
+      frontEnd_(frontEnd),
+      exchange_(exchange),
+      preferences_(std::move(preferences)),
+      texts_(std::move(texts)),
+      wnd_(*this) {
+  setWindowIcon(imageIcon(XCVarnisSetup::Get().ProgramIDResource()));
+  makeActions();
+  makeWidgets();
+  makeMenus();
+  retranslate();
+  restorePlace();
+  workspace_.record().setListener(
+      [this](const workbench::ExchangeEntry& entry) { exchanges_->append(entry); });
+  frontEnd_.setPostedListener([this](const host::PostedMessage& message) { noteMessage(message); });
+  frontEnd_.setIdleListener([this] {
+    save();
+    reload();
+  });
+  const auto devices = workbench::DeviceCatalogue::devices();
+  if (!devices.empty()) tree_->chooseDevice(devices.front()->Value("id"));
+  showChosen();
+}
+
+MainWindow::~MainWindow() {
+  workspace_.record().setListener({});
+  frontEnd_.setPostedListener({});
+  frontEnd_.setIdleListener({});
+}
+
+// --- building
+
+QAction* MainWindow::addAction(TextId text, const char* image, std::function<void()> run) {
+  auto* action = new QAction(imageIcon(image), {}, this);
+  connect(action, &QAction::triggered, this, [this, run = std::move(run)] {
+    if (!frontEnd_.isBusy() && !exchange_.isRunning()) run();
+  });
+  actions_.push_back({text, action});
+  return action;
+}
+
+void MainWindow::makeActions() {
+  addAction(TextId::ActionNewDevice, "NEW-16.png", [this] { newDevice(); })
+      ->setShortcut(QKeySequence::New);
+  addAction(TextId::ActionModify, "OPTIONS-16.png", [this] { modifyDevice(); })
+      ->setShortcut(Qt::Key_F2);
+  addAction(TextId::ActionRemove, "REMOVE-16.png", [this] { removeDevice(); });
+  addAction(TextId::ActionOptions, "OPTIONS-16.png", [this] { configure(); });
+  addAction(TextId::ActionUpdateNodes, "LOAD-16.png", [this] { updateNodes(); })
+      ->setShortcut(QKeySequence::Refresh);
+  addAction(TextId::ActionQuit, "EXIT-16.png", [this] { close(); })
+      ->setShortcut(QKeySequence::Quit);
+}
+
+QAction* MainWindow::action(TextId text) const {
+  const auto found = std::find_if(actions_.begin(), actions_.end(),
+                                  [text](const NamedAction& entry) { return entry.text == text; });
+  return found == actions_.end() ? nullptr : found->action;
+}
+
+void MainWindow::makeWidgets() {
+  splitter_ = new QSplitter(Qt::Horizontal, this);
+  tree_ = new ConfigurationTree(splitter_);
+  right_ = new QSplitter(Qt::Vertical, splitter_);
+  pages_ = new QStackedWidget(right_);
+  firstSteps_ = new FirstStepsPage(pages_);
+  panel_ = new DevicePanel(pages_);
+  pages_->addWidget(firstSteps_);
+  pages_->addWidget(panel_);
+  tabs_ = new QTabWidget(right_);
+  tabs_->setDocumentMode(true);
+  exchanges_ = new ExchangeView(workspace_.record(), tabs_);
+  notices_ = new QListWidget(tabs_);
+  tabs_->addTab(exchanges_, {});
+  tabs_->addTab(notices_, {});
+  splitter_->setChildrenCollapsible(false);
+  right_->setChildrenCollapsible(false);
+  splitter_->setStretchFactor(0, 0);
+  splitter_->setStretchFactor(1, 1);
+  right_->setStretchFactor(0, 3);
+  right_->setStretchFactor(1, 2);
+  auto* frame = new QWidget(this);
+  auto* column = new QVBoxLayout(frame);
+  column->addWidget(splitter_);
+  setCentralWidget(frame);
+
+  tree_->onChosen = [this] { showChosen(); };
+  tree_->onActivated = [this] {
+    if (tree_->chosenDevice() != nullptr) action(TextId::ActionOptions)->trigger();
+  };
+  connect(&firstSteps_->button(), &QPushButton::clicked, action(TextId::ActionNewDevice),
+          &QAction::trigger);
+}
+
+void MainWindow::makeMenus() {
+  const auto addMenu = [this](TextId text) {
+    QMenu* menu = menuBar()->addMenu(QString());
+    menus_.emplace_back(text, menu);
+    return menu;
+  };
+  QMenu* configuration = addMenu(TextId::MenuConfiguration);
+  configuration->addAction(action(TextId::ActionNewDevice));
+  configuration->addSeparator();
+  configuration->addAction(action(TextId::ActionQuit));
+  QMenu* device = addMenu(TextId::MenuDevice);
+  const TextId deviceActions[] = {TextId::ActionOptions, TextId::ActionModify,
+                                  TextId::ActionUpdateNodes, TextId::ActionRemove};
+  for (const TextId text : deviceActions) device->addAction(action(text));
+  tree_->view().addActions(device->actions());
+  tree_->view().setContextMenuPolicy(Qt::ActionsContextMenu);
+
+  QMenu* settings = addMenu(TextId::MenuSettings);
+  const auto addSwitch = [&](TextId text, bool& preference, bool& inForce) {
+    QAction* entry = addAction(text, "", [] {});
+    entry->setCheckable(true);
+    entry->setChecked(inForce);
+    connect(entry, &QAction::toggled, this,
+            [&preference, &inForce](bool on) { preference = inForce = on; });
+    settings->addAction(entry);
+  };
+  addSwitch(TextId::VerifyNewDevices, preferences_.verifyNew, workspace_.settings().created);
+  addSwitch(TextId::VerifyExistingDevices, preferences_.verifyExisting,
+            workspace_.settings().existing);
+  QMenu* language = settings->addMenu(QString());
+  menus_.emplace_back(TextId::ActionLanguage, language);
+  auto* group = new QActionGroup(this);
+  for (const Language& entry : Languages) {
+    QAction* choice = language->addAction(QString::fromUtf8(entry.name));
+    choice->setCheckable(true);
+    choice->setChecked(preferences_.language == entry.code);
+    group->addAction(choice);
+    connect(choice, &QAction::triggered, this, [this, code = entry.code] { setLanguage(code); });
+  }
+
+  auto* bar = addToolBar(QString());
+  bar->setObjectName("actions");
+  bar->setMovable(false);
+  bar->setIconSize({16, 16});
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  bar->addAction(action(TextId::ActionNewDevice));
+  bar->addSeparator();
+  for (const TextId text : deviceActions) bar->addAction(action(text));
+}
+
+void MainWindow::retranslate() {
+  setWindowTitle(caption(TextId::EditorTitle) + " – " +
+                 QString::fromStdU16String(workspace_.store().folder().u16string()));
+  for (const NamedAction& entry : actions_) entry.action->setText(caption(entry.text));
+  for (const auto& [text, menu] : menus_) menu->setTitle(caption(text));
+  tabs_->setTabText(0, caption(TextId::TabExchanges));
+  tabs_->setTabText(1, caption(TextId::TabNotices));
+  exchanges_->retranslate();
+  firstSteps_->retranslate();
+  tree_->retranslate();
+  if (workspace_.store().isReadOnly())
+    statusBar()->addWidget(
+        new QLabel(caption(TextId::ReadOnlyConfiguration,
+                           XCBasicString::FromUtf8(workspace_.store().readOnlyReason())),
+                   this));
+}
+
+void MainWindow::setLanguage(const std::string& language) {
+  std::string cause;
+  if (!host::loadTexts(texts_, language, cause))
+    return showResult(workbench::ActionResult::refused(cause));
+  preferences_.language = language;
+  retranslate();
+  panel_->rebuild();
+  showChosen();
+}
+
+void MainWindow::restorePlace() {
+  if (!restoreGeometry(preferences_.geometry)) resize(FirstSize);
+  if (!splitter_->restoreState(preferences_.splitter)) splitter_->setSizes({280, 780});
+  if (!right_->restoreState(preferences_.rightSplitter)) right_->setSizes({400, 260});
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (frontEnd_.isBusy() || exchange_.isRunning()) return event->ignore();
+  save();
+  preferences_.geometry = saveGeometry();
+  preferences_.splitter = splitter_->saveState();
+  preferences_.rightSplitter = right_->saveState();
+  preferences_.save(workspace_.store().folder());
+  event->accept();
+}
+
+// --- actions
+
+void MainWindow::newDevice() {
+  const auto before = workbench::DeviceCatalogue::devices();
+  showResult(workspace_.actions().newDevice(&wnd_));
+  reload();
+  const auto after = workbench::DeviceCatalogue::devices();
+  if (after.size() > before.size()) tree_->chooseDevice(after.back()->Value("id"));
+}
+
+void MainWindow::modifyDevice() {
+  if (XmlDocument::XmlNode* device = tree_->chosenDevice())
+    showResult(workspace_.actions().modifyDevice(&wnd_, *device));
+  reload();
+}
+
+void MainWindow::removeDevice() {
+  XmlDocument::XmlNode* device = tree_->chosenDevice();
+  if (device == nullptr) return;
+  const host::MessageAnswer answer = frontEnd_.ask(
+      {&wnd_,
+       XCBasicString::Format(XCLoadString(TextId::RemoveDeviceQuestion), device->Value("name")),
+       host::MessageButtons::yesNo, host::MessageIcon::question});
+  if (answer != host::MessageAnswer::yes) return;
+  panel_->showText({}, {});
+  showResult(workspace_.actions().removeDevice(&wnd_, *device));
+  reload();
+}
+
+void MainWindow::configure() {
+  if (XmlDocument::XmlNode* device = tree_->chosenDevice())
+    showResult(workspace_.actions().configure(&wnd_, *device));
+}
+
+void MainWindow::updateNodes() {
+  if (XmlDocument::XmlNode* device = tree_->chosenDevice())
+    showResult(workspace_.actions().updateNodes(&wnd_, *device));
+}
+
+void MainWindow::showResult(const workbench::ActionResult& result) {
+  if (result.done) return;
+  frontEnd_.ask({&wnd_, XCBasicString::FromUtf8(result.reason), host::MessageButtons::ok,
+                 host::MessageIcon::warning});
+}
+
+// --- what is shown
+
+void MainWindow::showChosen() {
+  updateActions();
+  if (frontEnd_.isBusy() || exchange_.isRunning()) return;
+  if (XmlDocument::XmlNode* device = tree_->chosenDevice()) {
+    panel_->showDevice(device, XCDriver::LockDriver(device->Value("id")));
+    return pages_->setCurrentWidget(panel_);
+  }
+  const QModelIndex current = tree_->current();
+  const bool isGroup = current.isValid() &&
+                       tree_->model().kind(current) == ConfigurationModel::Kind::group;
+  if (isGroup) {
+    const XmlDocument::XmlNode& group = *tree_->model().element(current);
+    const XmlDocument::XmlNode* devices = group.Node("devices");
+    panel_->showText(qtText(group.Value("id")),
+                     caption(TextId::GroupDevices, devices ? devices->ChildCount() : 0));
+  } else {
+    panel_->showText({}, caption(TextId::NothingSelected));
+  }
+  const bool isEmpty = workbench::DeviceCatalogue::devices().empty();
+  pages_->setCurrentWidget(isEmpty && !isGroup ? static_cast<QWidget*>(firstSteps_) : panel_);
+}
+
+void MainWindow::updateActions() {
+  const XmlDocument::XmlNode* device = tree_->chosenDevice();
+  const auto allow = [this](TextId text, const workbench::ActionResult& result, bool applies) {
+    QAction* entry = action(text);
+    entry->setEnabled(applies && result.done);
+    entry->setToolTip(result.done ? caption(text) : QString::fromStdString(result.reason));
+  };
+  const workbench::ActionResult define = workspace_.actions().canDefine(device);
+  allow(TextId::ActionNewDevice, workspace_.actions().canDefine(nullptr), true);
+  allow(TextId::ActionModify, define, device != nullptr);
+  allow(TextId::ActionUpdateNodes, define, device != nullptr);
+  allow(TextId::ActionRemove, {}, device != nullptr && !workspace_.store().isReadOnly());
+  allow(TextId::ActionOptions, {}, device != nullptr);
+}
+
+void MainWindow::reload() {
+  if (frontEnd_.isBusy() || exchange_.isRunning()) return;  // again when it has gone
+  tree_->reload();
+}
+
+// A page may have changed the device's element; the panel's buttons don't go through DeviceActions.
+void MainWindow::save() {
+  std::string cause;
+  if (workspace_.store().isReadOnly() || workspace_.store().saveIfDifferent(cause)) return;
+  statusBar()->showMessage(caption(TextId::FileNotWritten,
+                                   XCBasicString(workspace_.store().file().u16string()),
+                                   XCBasicString::FromUtf8(cause)));
+}
+
+void MainWindow::noteMessage(const host::PostedMessage& message) {
+  const QString time = qtText(XCDateTime::LTC().GetDateTime(1, false, u"/", u":"));
+  const QString text = message.message == NodesReloadedMessage
+                           ? caption(TextId::NodesReloadedNotice)
+                           : caption(TextId::OtherNotice, message.message, message.wParam,
+                                     message.lParam);
+  notices_->insertItem(0, time + "   " + text);
+  save();
+  reload();
+}
+
+}  // namespace editor

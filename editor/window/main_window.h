@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QtWidgets/QMainWindow>
+#include <filesystem>
+#include <vector>
+
+#include "editor/front_end/exchange_window.h"
+#include "editor/front_end/qt_front_end.h"
+#include "editor/front_end/widget_wnd.h"
+#include "editor/window/editor_preferences.h"
+#include "workbench/workspace.h"
+
+class QListWidget;
+class QSplitter;
+class QStackedWidget;
+class QTabWidget;
+
+namespace editor {
+
+class ConfigurationTree;
+class DevicePanel;
+class ExchangeView;
+class FirstStepsPage;
+
+/// The editor's window: the configuration on the left, the chosen device with its options panel on
+/// the right, the exchanges and notices below it.
+class MainWindow : public QMainWindow {
+ public:
+  MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd, ExchangeWindow& exchange,
+             EditorPreferences preferences, std::filesystem::path texts);
+  ~MainWindow() override;
+
+  ConfigurationTree& tree() const { return *tree_; }
+  DevicePanel& panel() const { return *panel_; }
+  QTabWidget& tabs() const { return *tabs_; }
+  QAction* action(host::TextId text) const;
+
+  /// Chooses another language for everything that is shown from now on.
+  void setLanguage(const std::string& language);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  struct NamedAction {
+    host::TextId text;
+    QAction* action;
+  };
+
+  void makeActions();
+  void makeWidgets();
+  void makeMenus();
+  QAction* addAction(host::TextId text, const char* image, std::function<void()> run);
+  void retranslate();
+  void restorePlace();
+
+  void newDevice();
+  void modifyDevice();
+  void removeDevice();
+  void configure();
+  void updateNodes();
+
+  void showResult(const workbench::ActionResult& result);
+  void showChosen();
+  void updateActions();
+  void reload();
+  void save();
+  void noteMessage(const host::PostedMessage& message);
+
+  workbench::Workspace& workspace_;
+  QtFrontEnd& frontEnd_;
+  ExchangeWindow& exchange_;
+  EditorPreferences preferences_;
+  std::filesystem::path texts_;
+  WidgetWnd wnd_;
+  std::vector<NamedAction> actions_;
+  std::vector<std::pair<host::TextId, QMenu*>> menus_;
+  ConfigurationTree* tree_ = nullptr;
+  QSplitter* splitter_ = nullptr;
+  QSplitter* right_ = nullptr;
+  QStackedWidget* pages_ = nullptr;
+  FirstStepsPage* firstSteps_ = nullptr;
+  DevicePanel* panel_ = nullptr;
+  QTabWidget* tabs_ = nullptr;
+  ExchangeView* exchanges_ = nullptr;
+  QListWidget* notices_ = nullptr;
+};
+
+}  // namespace editor
