@@ -1,0 +1,164 @@
+#include "host/services/files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/support/faulty_files.h"
+#include "tests/support/temp_folder.h"
+
+using Operation = support::FaultyFiles::Operation;
+using support::FaultyFiles;
+using support::TempFolder;
+using testing::Each;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+class Files : public testing::Test {
+ protected:
+  TempFolder folder;
+  std::string cause;
+  std::string content;
+};
+
+// --- reading
+
+TEST_F(Files, AFileIsReadWhole) {
+  using namespace std::string_literals;
+  const std::string bytes = "a\0b\xFF\r\n"s + std::string(200000, 'x');
+  EXPECT_TRUE(host::readFile(folder.write("x", bytes), 1000000, content, cause)) << cause;
+  EXPECT_EQ(content, bytes);
+  EXPECT_TRUE(host::readFile(folder.write("empty", ""), 0, content, cause)) << cause;
+  EXPECT_EQ(content, "");
+}
+
+TEST_F(Files, TheLimitIsExact) {
+  const auto file = folder.write("x", "12345");
+  EXPECT_TRUE(host::readFile(file, 5, content, cause));
+  EXPECT_FALSE(host::readFile(file, 4, content, cause));
+  EXPECT_THAT(cause, HasSubstr(file.string()));
+}
+
+TEST_F(Files, WhatCantBeReadIsTold) {
+  EXPECT_FALSE(host::readFile(folder / "none", 10, content, cause));
+  EXPECT_THAT(cause, HasSubstr("can't read \"" + (folder / "none").string() + "\""));
+  EXPECT_FALSE(host::readFile(folder.path(), 10, content, cause)) << "a folder";
+  EXPECT_FALSE(host::readFile("", 10, content, cause));
+}
+
+// --- saving
+
+TEST_F(Files, SavingMakesAFileForItsOwnerAlone) {
+  ASSERT_TRUE(host::saveWhole(folder / "x", "content", cause)) << cause;
+  EXPECT_EQ(folder.read("x"), "content");
+  EXPECT_EQ(folder.listing(), "x") << "no copy where nothing was before, no file left behind";
+  struct stat status {};
+  ASSERT_EQ(::stat((folder / "x").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(Files, SavingKeepsTheVersionBefore) {
+  ASSERT_TRUE(host::saveWhole(folder / "x", "one", cause));
+  ASSERT_TRUE(host::saveWhole(folder / "x", "two", cause));
+  EXPECT_EQ(folder.read("x"), "two");
+  EXPECT_EQ(folder.read("x.previous"), "one");
+  ASSERT_TRUE(host::saveWhole(folder / "x", "three", cause));
+  EXPECT_EQ(folder.read("x"), "three");
+  EXPECT_EQ(folder.read("x.previous"), "two");
+  EXPECT_EQ(folder.listing(), "x x.previous");
+  EXPECT_EQ(host::keptCopy(folder / "x"), folder / "x.previous");
+}
+
+TEST_F(Files, TheKeptCopyIsNotTheSavedFile) {
+  ASSERT_TRUE(host::saveWhole(folder / "x", "one", cause));
+  ASSERT_TRUE(host::saveWhole(folder / "x", "two", cause));
+  EXPECT_FALSE(std::filesystem::equivalent(folder / "x", folder / "x.previous"));
+}
+
+TEST_F(Files, AtEveryFailureTheOldContentStays) {
+  struct Row {
+    Operation operation;
+    const char* what;
+  };
+  const Row rows[] = {{Operation::writeNew, "writing"},
+                      {Operation::keep, "keeping the old one"},
+                      {Operation::replace, "renaming"}};
+  for (const Row& row : rows) {
+    const TempFolder place;
+    place.write("x", "old");
+    FaultyFiles files;
+    files.fail(row.operation, "the disk is on fire");
+    EXPECT_FALSE(host::saveWhole(place / "x", "new", cause)) << row.what;
+    EXPECT_EQ(cause, "can't write \"" + (place / "x").string() + "\": the disk is on fire");
+    EXPECT_EQ(place.read("x"), "old") << row.what;
+    EXPECT_EQ(place.listing().find("new-"), std::string::npos) << place.listing();
+    files.repair();
+    EXPECT_TRUE(host::saveWhole(place / "x", "new", cause)) << cause;
+    EXPECT_EQ(place.read("x"), "new");
+  }
+}
+
+TEST_F(Files, AHalfWrittenFileNeverGetsTheName) {
+  folder.write("x", "old");
+  FaultyFiles files;
+  files.failHalfWritten("No space left on device");
+  EXPECT_FALSE(host::saveWhole(folder / "x", "new content", cause));
+  EXPECT_EQ(folder.read("x"), "old");
+  EXPECT_EQ(folder.listing(), "x") << "the half is taken away";
+}
+
+TEST_F(Files, TheNewFileIsWholeBeforeTheOldOneIsTouched) {
+  folder.write("x", "old");
+  FaultyFiles files;
+  ASSERT_TRUE(host::saveWhole(folder / "x", "new", cause));
+  EXPECT_THAT(files.calls(),
+              testing::ElementsAre(Operation::writeNew, Operation::keep, Operation::replace));
+}
+
+TEST_F(Files, SavingIntoAMissingFolderIsTold) {
+  EXPECT_FALSE(host::saveWhole(folder / "none/x", "new", cause));
+  EXPECT_THAT(cause, HasSubstr("none/x"));
+  EXPECT_FALSE(host::saveWhole(folder.path(), "new", cause)) << "a folder has the name";
+}
+
+TEST_F(Files, AFreshNameNeverFollowsALinkThatSomeoneLeft) {
+  folder.write("victim", "keep me");
+  std::string name = "x.new-" + std::to_string(::getpid());
+  for (int i = 0; i < 50; ++i)
+    std::filesystem::create_symlink(folder / "victim", folder / (name + "-" + std::to_string(i)));
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(host::saveWhole(folder / "x", "new", cause)) << cause;
+  EXPECT_EQ(folder.read("victim"), "keep me");
+}
+
+// --- the rest
+
+TEST_F(Files, ListingTakesTheFilesWithAnEnding) {
+  folder.write("a.xclmc", "");
+  folder.write("b.xclmc", "");
+  folder.write("c.xml", "");
+  std::filesystem::create_directory(folder / "d.xclmc");
+  const auto files = host::fileSystem().list(folder.path(), ".xclmc");
+  EXPECT_EQ(files.size(), 2U);
+  for (const auto& file : files) EXPECT_THAT(file.string(), EndsWith(".xclmc"));
+  EXPECT_TRUE(host::fileSystem().list(folder / "none", ".xclmc").empty());
+}
+
+TEST_F(Files, FoldersAreMadeWithTheirParents) {
+  EXPECT_TRUE(host::fileSystem().makeFolder(folder / "a/b/c", cause)) << cause;
+  EXPECT_TRUE(host::fileSystem().makeFolder(folder / "a/b/c", cause)) << "again";
+  EXPECT_TRUE(host::fileSystem().exists(folder / "a/b"));
+  folder.write("file", "");
+  EXPECT_FALSE(host::fileSystem().makeFolder(folder / "file/b", cause));
+  EXPECT_FALSE(cause.empty());
+}
+
+TEST_F(Files, RemovingTellsWhatIsNotThere) {
+  EXPECT_TRUE(host::fileSystem().remove(folder.write("x", ""), cause));
+  EXPECT_FALSE(host::fileSystem().exists(folder / "x"));
+  EXPECT_FALSE(host::fileSystem().remove(folder / "x", cause));
+  EXPECT_FALSE(cause.empty());
+}
+
+}  // namespace
