@@ -33,24 +33,36 @@ const paper = canvas.getContext('2d');
 const view = { x: 0, y: 0, scale: 1 };  // centre in metres, pixels per metre
 let points = [];                        // metres east and south of the first lamp
 let drawing = false;
-const glow = [];
+const lights = new Map();
+const sky = document.createElement('canvas');  // the light of all lamps, added to the map at once
+const skyPaper = sky.getContext('2d');
+let skyPixels = null;
 
-// One picture of light per level: drawing a picture is fast, a gradient per lamp is not.
-function makeGlow() {
-  for (let level = 0; level < kLevels; ++level) {
-    const picture = document.createElement('canvas');
-    picture.width = picture.height = 64;
-    const p = picture.getContext('2d');
-    const strength = level / (kLevels - 1);
-    const light = p.createRadialGradient(32, 32, 0, 32, 32, 32);
-    light.addColorStop(0, `rgba(255,244,214,${0.45 + 0.55 * strength})`);
-    light.addColorStop(0.12, `rgba(255,216,130,${0.25 + 0.65 * strength})`);
-    light.addColorStop(0.4, `rgba(255,180,80,${0.08 + 0.3 * strength})`);
-    light.addColorStop(1, 'rgba(255,170,60,0)');
-    p.fillStyle = light;
-    p.fillRect(0, 0, 64, 64);
-    glow.push(picture);
+// How bright one lamp makes the pixels around it: red, green and blue for each, by level (rounded to
+// sixteen) and size. Level 0 is the lamp itself, unlit.
+function lightOf(level, size, unlit) {
+  const step = level > 0 ? (level >> 2) + 1 : 0;
+  const key = step * 1000 + size;
+  if (lights.has(key)) return lights.get(key);
+  const light = new Uint8Array(size * size * 3);
+  const strength = step / 16, half = (size - 1) / 2;
+  for (let y = 0; y < size; ++y) {
+    for (let x = 0; x < size; ++x) {
+      const away = Math.min(1, Math.hypot(x - half, y - half) / (half + 0.5));
+      const core = Math.max(0, 1 - away * 4), halo = (1 - away) ** 2;
+      const at = 3 * (y * size + x);
+      if (step === 0) {
+        light.set(unlit, at);
+      } else {
+        light[at] = Math.min(255, 255 * (core * (0.4 + 0.6 * strength) + halo * 0.75 * strength));
+        light[at + 1] = Math.min(255, 225 * core * (0.4 + 0.6 * strength) + 150 * halo * strength);
+        light[at + 2] = Math.min(255, 160 * core * (0.4 + 0.6 * strength) + 50 * halo * strength);
+      }
+    }
   }
+  if (lights.size > 400) lights.clear();
+  lights.set(key, light);
+  return light;
 }
 
 function layOut() {
@@ -75,15 +87,17 @@ function showAll() {
   const box = bounds();
   view.x = (box[0] + box[2]) / 2;
   view.y = (box[1] + box[3]) / 2;
-  view.scale = Math.min(canvas.clientWidth / (box[2] - box[0] + 60),
-                        (canvas.clientHeight - 90) / (box[3] - box[1] + 60), 20);
+  view.scale = Math.min(extent.width / (box[2] - box[0] + 60),
+                        (extent.height - 90) / (box[3] - box[1] + 60), 20);
   draw();
 }
 
 function fit() {
   const ratio = window.devicePixelRatio || 1;
-  canvas.width = Math.round(canvas.clientWidth * ratio);
-  canvas.height = Math.round(canvas.clientHeight * ratio);
+  extent.width = canvas.clientWidth;
+  extent.height = canvas.clientHeight;
+  canvas.width = Math.round(extent.width * ratio);
+  canvas.height = Math.round(extent.height * ratio);
   draw();
 }
 
@@ -93,8 +107,10 @@ function draw() {
   requestAnimationFrame(paint);
 }
 
-const screenX = (p) => (p[0] - view.x) * view.scale + canvas.clientWidth / 2;
-const screenY = (p) => (p[1] - view.y) * view.scale + canvas.clientHeight / 2;
+// The size of the map on the page, kept because asking for it is slow.
+const extent = { width: 1, height: 1 };
+const screenX = (p) => (p[0] - view.x) * view.scale + extent.width / 2;
+const screenY = (p) => (p[1] - view.y) * view.scale + extent.height / 2;
 
 function paint() {
   drawing = false;
@@ -102,7 +118,7 @@ function paint() {
   paper.setTransform(ratio, 0, 0, ratio, 0, 0);
   paper.globalCompositeOperation = 'source-over';
   paper.fillStyle = news && !news.night ? '#2b3850' : '#0a0d14';
-  paper.fillRect(0, 0, canvas.clientWidth, canvas.clientHeight);
+  paper.fillRect(0, 0, extent.width, extent.height);
   paintStreets();
   paintLamps();
   paintMarks();
@@ -132,26 +148,47 @@ function paintStreets() {
   paper.stroke();
 }
 
+// Adds a lamp's light to the pixels around it.
+function shine(light, size, left, top) {
+  const data = skyPixels.data, width = sky.width, height = sky.height;
+  const fromX = Math.max(0, -left), toX = Math.min(size, width - left);
+  const fromY = Math.max(0, -top), toY = Math.min(size, height - top);
+  for (let y = fromY; y < toY; ++y) {
+    let to = 4 * ((top + y) * width + left + fromX), from = 3 * (y * size + fromX);
+    for (let x = fromX; x < toX; ++x, to += 4, from += 3) {
+      data[to] += light[from];
+      data[to + 1] += light[from + 1];
+      data[to + 2] += light[from + 2];
+    }
+  }
+}
+
+// Thousands of drawing calls are slow where no graphics card helps; adding numbers is not.
 function paintLamps() {
-  const size = Math.max(9, Math.min(120, 46 * view.scale));
-  const dot = Math.max(1.4, Math.min(4, 1.6 * view.scale));
-  const wide = canvas.clientWidth + size, high = canvas.clientHeight + size;
-  paper.fillStyle = news && !news.night ? '#8b9ab5' : '#5b6780';
-  const shown = [];
+  const ratio = window.devicePixelRatio || 1;
+  if (!skyPixels || sky.width !== canvas.width || sky.height !== canvas.height) {
+    sky.width = Math.max(1, canvas.width);
+    sky.height = Math.max(1, canvas.height);
+    skyPixels = skyPaper.createImageData(sky.width, sky.height);
+  }
+  new Uint32Array(skyPixels.data.buffer).fill(0xff000000);
+  const largest = Math.max(7, Math.min(110, 40 * view.scale));
+  const dot = Math.round(ratio * Math.max(2, Math.min(4, 1.6 * view.scale)));
+  const unlit = news && !news.night ? [96, 100, 96] : [70, 78, 92];
   for (let i = 0; i < points.length; ++i) {
     if (!points[i]) continue;
-    const x = screenX(points[i]), y = screenY(points[i]);
-    if (x < -size || y < -size || x > wide || y > high) continue;
     const level = kAlphabet.indexOf(powers[i] || 'A');
-    if (level > 0) shown.push([x, y, level]);
-    else paper.fillRect(x - dot / 2, y - dot / 2, dot, dot);
+    const size = level > 0
+      ? Math.round(ratio * largest * (0.5 + 0.5 * level / (kLevels - 1))) : dot;
+    shine(lightOf(level, size, unlit), size, Math.round(screenX(points[i]) * ratio - size / 2),
+          Math.round(screenY(points[i]) * ratio - size / 2));
   }
+  skyPaper.putImageData(skyPixels, 0, 0);
+  paper.setTransform(1, 0, 0, 1, 0, 0);
   paper.globalCompositeOperation = 'lighter';
-  for (const [x, y, level] of shown) {
-    const s = size * (0.45 + 0.55 * level / (kLevels - 1));
-    paper.drawImage(glow[level], x - s / 2, y - s / 2, s, s);
-  }
+  paper.drawImage(sky, 0, 0);
   paper.globalCompositeOperation = 'source-over';
+  paper.setTransform(ratio, 0, 0, ratio, 0, 0);
 }
 
 function ring(i, colour, radius) {
@@ -195,9 +232,9 @@ function nearest(x, y) {
   return best;
 }
 
-function zoom(factor, x = canvas.clientWidth / 2, y = canvas.clientHeight / 2) {
+function zoom(factor, x = extent.width / 2, y = extent.height / 2) {
   const scale = Math.max(0.005, Math.min(40, view.scale * factor));
-  const dx = x - canvas.clientWidth / 2, dy = y - canvas.clientHeight / 2;
+  const dx = x - extent.width / 2, dy = y - extent.height / 2;
   view.x += dx / view.scale - dx / scale;
   view.y += dy / view.scale - dy / scale;
   view.scale = scale;
@@ -429,7 +466,6 @@ function listen() {
   source.onmessage = (event) => show(JSON.parse(event.data));
 }
 
-makeGlow();
 buildPorts();
 fit();
 listen();
