@@ -525,6 +525,7 @@ TEST_F(ScheduledTasksPage, ATaskOfTheControllerIsSentWithAnEmptyPeriod) {
 
 TEST_F(ScheduledTasksPage, DeletingTheLastTaskEmptiesBothLists) {
   open(Morning);
+  driver.select("actions", {0});
   driver.press("tasks", host::Key::deleteKey);
   EXPECT_TRUE(driver.rows("tasks").empty());
   EXPECT_TRUE(driver.rows("actions").empty());
