@@ -51,13 +51,16 @@ bool Command::flag(const char* name) const {
 }
 
 std::size_t Command::countOf(const json& value, const char* name) {
-  if (!value.is_number_integer() || (!value.is_number_unsigned() && value.get<std::int64_t>() < 0) ||
+  if (!value.is_number_integer() ||
+      (!value.is_number_unsigned() && value.get<std::int64_t>() < 0) ||
       value.get<std::uint64_t>() > static_cast<std::uint64_t>(MostCount))
     wrong(name, "a whole number from 0 on");
   return value.get<std::size_t>();
 }
 
-std::size_t Command::count(const char* name) const { return countOf(field(name), name); }
+std::size_t Command::count(const char* name) const {
+  return countOf(field(name), name);
+}
 
 std::size_t Command::count(const char* name, std::size_t absent) const {
   return has(name) ? count(name) : absent;

@@ -113,7 +113,8 @@ void describe(JsonWriter& out, const XCCalendar& calendar) {
 
 // What a person reads in the control.
 XCBasicString shownText(const Control& control) {
-  if (const auto* edit = dynamic_cast<const host::EditControl*>(&control); edit && edit->isPassword())
+  if (const auto* edit = dynamic_cast<const host::EditControl*>(&control);
+      edit && edit->isPassword())
     return XCBasicString(std::u16string(edit->text().Length(), u'*'));
   if (const auto* combo = dynamic_cast<const host::ComboControl*>(&control))
     return combo->selected() ? combo->items()[*combo->selected()].text : XCBasicString();

@@ -16,8 +16,7 @@ constexpr std::size_t MostWindows = 100;
 Node& deviceOf(const Command& command) {
   const XCBasicString name = command.text("device");
   Node* device = workbench::DeviceCatalogue::deviceNamed(name);
-  if (device == nullptr)
-    throw Refusal("the configuration has no device \"" + name.ToUtf8() + "\"");
+  if (device == nullptr) throw Refusal("the configuration has no device \"" + name.ToUtf8() + "\"");
   return *device;
 }
 
@@ -67,8 +66,8 @@ workbench::ListCallback callbackOf(const Command& command) {
 
 XCListFlags flagsOf(const Command& command) {
   XCListFlags flags;
-  for (const std::size_t flag : command.has("flags") ? command.counts("flags")
-                                                     : std::vector<std::size_t>()) {
+  for (const std::size_t flag :
+       command.has("flags") ? command.counts("flags") : std::vector<std::size_t>()) {
     if (flag >= flags.size())
       throw Refusal("the field \"flags\" must hold numbers from 0 to " +
                     std::to_string(flags.size() - 1));
@@ -84,7 +83,8 @@ void list(Session& session, const Command& command) {
   const XCListFlags flags = flagsOf(command);
   XCNameList names = command.has("names") ? command.texts("names") : XCNameList();
   bool result = false;
-  require(session.workspace().actions().list(session.parent(), device, which, flags, names, result));
+  require(
+      session.workspace().actions().list(session.parent(), device, which, flags, names, result));
   // Behind a message that the callback showed this belongs to the answer that closed it.
   JsonWriter& out = session.answer();
   out.member("result", result).name("names").beginList();

@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,7 @@ int fail(const std::string& error) {
   return StartFailed;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   automation::Options options;
   std::string error;
   if (!automation::readOptions({argv + 1, argv + argc}, options, error))
@@ -40,4 +39,14 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "lamp-script: %s\n", workspace.store().readOnlyReason().c_str());
   session.run(workspace);
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    return fail(error.what());
+  }
 }

@@ -113,11 +113,15 @@ std::filesystem::path Session::openFile(const host::FileRequest& request) {
   return window.path.value_or(std::filesystem::path());
 }
 
-bool Session::showChild(XCBaseDlg&, CWnd*) { return false; }
+bool Session::showChild(XCBaseDlg&, CWnd*) {
+  return false;
+}
 void Session::forget(XCBaseDlg&) {}
 void Session::setCursor(host::CursorShape) {}
 void Session::dialogChanged(XCBaseDlg&) {}
 
-void Session::postToMainWindow(const host::PostedMessage& message) { posted_.push_back(message); }
+void Session::postToMainWindow(const host::PostedMessage& message) {
+  posted_.push_back(message);
+}
 
 }  // namespace automation

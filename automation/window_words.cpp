@@ -61,12 +61,11 @@ void type(Session& session, const Command& command) {
 
 std::size_t itemOf(const host::ComboControl& combo, const Command& command) {
   if (command.has("item")) return command.count("item");
-  if (!command.has("text"))
-    throw Refusal("the field \"item\" (an index) or \"text\" is missing");
+  if (!command.has("text")) throw Refusal("the field \"item\" (an index) or \"text\" is missing");
   const XCBasicString text = command.text("text");
   const auto& items = combo.items();
-  const auto found = std::find_if(items.begin(), items.end(),
-                                  [&](const auto& item) { return item.text == text; });
+  const auto found =
+      std::find_if(items.begin(), items.end(), [&](const auto& item) { return item.text == text; });
   if (found == items.end())
     throw Refusal("the control \"" + combo.name() + "\" has no entry \"" + text.ToUtf8() + "\"");
   return static_cast<std::size_t>(found - items.begin());
@@ -141,7 +140,9 @@ void answer(Session& session, const Command& command) {
 
 void pick(Session& session, const Command& command) {
   FileWindow& window = session.windows().file();
-  window.path = std::filesystem::path(command.text("path").str());
+  const std::string path = command.utf8("path");
+  if (path.find('\0') != std::string::npos) throw Refusal("the field \"path\" must be a path");
+  window.path = path;
 }
 
 // A question must be answered: its window has no close button.
@@ -162,7 +163,9 @@ void close(Session& session, const Command&) {
     require(UserInput(windows.dialog()).close());
 }
 
-void quit(Session& session, const Command&) { session.end(); }
+void quit(Session& session, const Command&) {
+  session.end();
+}
 
 struct Entry {
   std::string_view name;
@@ -170,10 +173,10 @@ struct Entry {
 };
 
 constexpr Entry Words[] = {
-    {"look", &look},     {"click", &click},   {"type", &type},     {"choose", &choose},
-    {"check", &check},   {"select", &select}, {"press", &press},   {"doubleClick", &doubleClick},
-    {"sort", &sort},     {"paint", &paint},   {"answer", &answer}, {"pick", &pick},
-    {"close", &close},   {"quit", &quit},
+    {"look", &look},   {"click", &click},   {"type", &type},     {"choose", &choose},
+    {"check", &check}, {"select", &select}, {"press", &press},   {"doubleClick", &doubleClick},
+    {"sort", &sort},   {"paint", &paint},   {"answer", &answer}, {"pick", &pick},
+    {"close", &close}, {"quit", &quit},
 };
 
 }  // namespace

@@ -68,7 +68,9 @@ std::vector<MessageAnswer> buttonsOf(MessageButtons buttons) {
   }
 }
 
-MessageAnswer mostNegative(MessageButtons buttons) { return buttonsOf(buttons).back(); }
+MessageAnswer mostNegative(MessageButtons buttons) {
+  return buttonsOf(buttons).back();
+}
 
 const char* wordFor(MessageAnswer answer) {
   switch (answer) {

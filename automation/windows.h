@@ -32,9 +32,7 @@ class Windows {
   /// Keeps a window open as long as it lives.
   class Open {
    public:
-    Open(Windows& windows, Window window) : windows_(windows) {
-      windows_.stack_.push_back(window);
-    }
+    Open(Windows& windows, Window window) : windows_(windows) { windows_.stack_.push_back(window); }
     Open(const Open&) = delete;
     Open& operator=(const Open&) = delete;
     ~Open() { windows_.stack_.pop_back(); }

@@ -10,8 +10,8 @@ namespace workbench {
 /// Where a command goes, taken from the URI parameters that its dialog appended.
 struct CommandAddress {
   bool usable = false;
-  bool secure = false;   ///< the address begins with "https://"
-  std::string host;      ///< as a URL holds it: a name, an IPv4 address, an IPv6 address in brackets
+  bool secure = false;  ///< the address begins with "https://"
+  std::string host;     ///< as a URL holds it: a name, an IPv4 address, an IPv6 address in brackets
   int port = 0;
   /// How messages name it: "host:port" where it is usable, else what was typed.
   XCBasicString shown;

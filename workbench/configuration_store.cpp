@@ -43,7 +43,7 @@ bool ConfigurationStore::open(std::string& cause) {
   XCMainCfg::Get().Document() = std::move(content);
   onDisk_ = text();
   loaded_ = true;
-  lock_.take(folder_ / "configuration.lock");
+  lock_.take(folder_ / "configuration.lock", patience_);
   return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -12,7 +13,10 @@ namespace workbench {
 /// Its content is the document of XCMainCfg. One program at a time may write.
 class ConfigurationStore {
  public:
-  explicit ConfigurationStore(std::filesystem::path folder) : folder_(std::move(folder)) {}
+  /// @p patience is how long to wait for another program that is about to end.
+  explicit ConfigurationStore(std::filesystem::path folder,
+                              std::chrono::milliseconds patience = std::chrono::milliseconds(500))
+      : folder_(std::move(folder)), patience_(patience) {}
 
   /// Loads the configuration into XCMainCfg and takes the right to write. A missing file is an
   /// empty configuration. False, with file, line and cause in @p cause, for a file that is no
@@ -34,6 +38,7 @@ class ConfigurationStore {
 
  private:
   std::filesystem::path folder_;
+  std::chrono::milliseconds patience_;
   FileLock lock_;
   bool loaded_ = false;
   std::string onDisk_;

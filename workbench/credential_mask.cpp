@@ -12,9 +12,8 @@ constexpr std::string_view Names[] = {"FTPPwd", "mailPassword", "ftpPassword"};
 // Where @p name stands at or behind @p from. The C library's search is the fastest at hand.
 std::size_t findName(std::string_view text, std::string_view name, std::size_t from) {
   const void* found = ::memmem(text.data() + from, text.size() - from, name.data(), name.size());
-  return found == nullptr
-             ? std::string_view::npos
-             : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+  return found == nullptr ? std::string_view::npos
+                          : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
 }
 
 // The value of the attribute or element whose name stands at @p at: its beginning and its size,

@@ -14,7 +14,9 @@ using Node = XmlDocument::XmlNode;
 constexpr const char* DefinitionDialog = "XCDlgNewModifyZelLampManager";
 constexpr const char* UpdateDialog = "XCUpdateNodesZelLampManager";
 
-const XCBasicString& lampManager() { return XCDriverDeviceZelLampManager::GetThisClass().type; }
+const XCBasicString& lampManager() {
+  return XCDriverDeviceZelLampManager::GetThisClass().type;
+}
 
 std::string shown(const Node& device) {
   return "the device \"" + device.Value("name").ToUtf8() + "\"";

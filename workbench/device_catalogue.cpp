@@ -35,8 +35,7 @@ std::unique_ptr<XCDriver> makeDriver(const Node& element, bool isChild) {
 bool isOf(const XCDriver& driver, const Node& element, bool isChild) {
   return driver.Type() == element.Value(Driver) &&
          driver.Identifier() == element.Value(isChild ? Name : Id) &&
-         driver.Name() == element.Value(Name) &&
-         driver.Description() == element.Value(Description);
+         driver.Name() == element.Value(Name) && driver.Description() == element.Value(Description);
 }
 
 }  // namespace

@@ -24,8 +24,8 @@ void copyCut(const Node& from, Node& to) {
   if (text.size() > ExchangeRecord::FirmwareTextLimit) {
     std::u16string beginning;
     for (std::size_t i = 0; i < KeptCharacters; ++i) beginning += text[i];
-    to.SetText(beginning + XCBasicString::Format(u"... (cut: %u characters in all)", text.size())
-                               .str());
+    to.SetText(beginning +
+               XCBasicString::Format(u"... (cut: %u characters in all)", text.size()).str());
   } else if (!text.empty()) {
     to.SetText(text.toString());
   }

@@ -6,11 +6,14 @@
 
 #include <cerrno>
 #include <system_error>
+#include <thread>
 
 namespace workbench {
 namespace {
 
-std::string reason(int error) { return std::generic_category().message(error); }
+std::string reason(int error) {
+  return std::generic_category().message(error);
+}
 
 // The number that the holder wrote into the file.
 std::string holderOf(int descriptor) {
@@ -21,21 +24,31 @@ std::string holderOf(int descriptor) {
   return number.empty() ? "another program" : "another program (process " + number + ")";
 }
 
+// Gives 0 or the system's error. The system can't wait for a lock with a limit.
+int lock(int descriptor, std::chrono::milliseconds patience) {
+  constexpr std::chrono::milliseconds Step{20};
+  for (;;) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return 0;
+    if (errno != EWOULDBLOCK || patience <= patience.zero()) return errno;
+    std::this_thread::sleep_for(Step);
+    patience -= Step;
+  }
+}
+
 }  // namespace
 
 FileLock::~FileLock() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
-bool FileLock::take(const std::filesystem::path& file) {
+bool FileLock::take(const std::filesystem::path& file, std::chrono::milliseconds patience) {
   if (isHeld()) return true;
   const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (descriptor < 0) {
     problem_ = "can't write \"" + file.string() + "\": " + reason(errno);
     return false;
   }
-  if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-    const int error = errno;
+  if (const int error = lock(descriptor, patience); error != 0) {
     problem_ = error == EWOULDBLOCK ? holderOf(descriptor) + " has it open"
                                     : "can't lock \"" + file.string() + "\": " + reason(error);
     ::close(descriptor);

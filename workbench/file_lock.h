@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -14,9 +15,9 @@ class FileLock {
   FileLock& operator=(const FileLock&) = delete;
   ~FileLock();
 
-  /// Takes the lock without waiting. False when another process holds it or the file can't be
-  /// made; problem() then tells which.
-  bool take(const std::filesystem::path& file);
+  /// Takes the lock, waiting for @p patience for a holder that is about to end. False when another
+  /// process holds it or the file can't be made; problem() then tells which.
+  bool take(const std::filesystem::path& file, std::chrono::milliseconds patience = {});
   bool isHeld() const { return descriptor_ >= 0; }
   /// Why take() failed: who holds the lock, or the system's reason.
   const std::string& problem() const { return problem_; }

@@ -85,14 +85,14 @@ ExchangeReply HttpCommandChannel::exchange(const host::ExchangeRequest& request)
 
   HttpAnswer answer;
   {
-    HttpPost post{.url = address.url(request.command, parameters),
-                  .body = request.document != nullptr ? request.document->ToString() : "",
-                  .connectTime = limits_.connect,
-                  .wholeTime = request.command == FirmwareUpload ? limits_.wholeFirmware
-                                                                 : limits_.whole,
-                  .replyBytes = limits_.replyBytes,
-                  .keepBody = request.kind == host::CommandKind::get,
-                  .authorities = authorities_};
+    HttpPost post{
+        .url = address.url(request.command, parameters),
+        .body = request.document != nullptr ? request.document->ToString() : "",
+        .connectTime = limits_.connect,
+        .wholeTime = request.command == FirmwareUpload ? limits_.wholeFirmware : limits_.whole,
+        .replyBytes = limits_.replyBytes,
+        .keepBody = request.kind == host::CommandKind::get,
+        .authorities = authorities_};
     const Announced announced(progress_, request);
     answer = httpPost(post, progress_);
   }

@@ -3,8 +3,10 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <string_view>
+#include <system_error>
 
 namespace workbench {
 namespace {
@@ -56,6 +58,7 @@ class Transfer {
   HttpAnswer finish(CURLcode code);
   HttpAnswer::End endOf(CURLcode code) const;
   long status() const;
+  long systemError() const;
 
   static std::size_t header(char* data, std::size_t size, std::size_t count, void* self);
   static std::size_t receive(char* data, std::size_t size, std::size_t count, void* self);
@@ -130,8 +133,7 @@ void Transfer::setRules() {
   curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
   curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
   curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
-  if (!post_.authorities.empty())
-    curl_easy_setopt(easy, CURLOPT_CAINFO, post_.authorities.c_str());
+  if (!post_.authorities.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, post_.authorities.c_str());
 }
 
 long Transfer::status() const {
@@ -148,6 +150,12 @@ std::size_t Transfer::header(char* data, std::size_t size, std::size_t count, vo
   if (line.starts_with("HTTP/")) transfer.headersEnded_ = false;
   if (line == "\r\n" || line == "\n") transfer.headersEnded_ = true;
   return line.size();
+}
+
+long Transfer::systemError() const {
+  long error = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &error);
+  return error;
 }
 
 std::size_t Transfer::receive(char* data, std::size_t size, std::size_t count, void* self) {
@@ -175,7 +183,8 @@ bool Transfer::take(std::string_view piece) {
 
 int Transfer::progress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) {
   auto& transfer = *static_cast<Transfer*>(self);
-  transfer.moved_ = transfer.moved_ || received != transfer.receivedNow_ || sent != transfer.sentNow_;
+  transfer.moved_ =
+      transfer.moved_ || received != transfer.receivedNow_ || sent != transfer.sentNow_;
   transfer.receivedNow_ = received;
   transfer.sentNow_ = sent;
   return 0;
@@ -212,7 +221,8 @@ HttpAnswer::End Transfer::endOf(CURLcode code) const {
     case CURLE_OK:
       return headersEnded_ ? End::complete : End::closed;
     case CURLE_COULDNT_CONNECT:
-      return End::refused;
+      // No way to the host is not the host's refusal.
+      return systemError() == ECONNREFUSED ? End::refused : End::failed;
     case CURLE_COULDNT_RESOLVE_HOST:
       return End::hostNotFound;
     case CURLE_OPERATION_TIMEDOUT:
@@ -235,6 +245,8 @@ HttpAnswer Transfer::finish(CURLcode code) {
   HttpAnswer answer;
   answer.end = endOf(code);
   answer.cause = error_[0] != '\0' ? error_ : curl_easy_strerror(code);
+  if (code == CURLE_COULDNT_CONNECT && systemError() != 0)
+    answer.cause = std::generic_category().message(static_cast<int>(systemError()));
   answer.status = static_cast<int>(status());
   const char* type = nullptr;
   curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_TYPE, &type);

@@ -2,8 +2,8 @@
 
 #include <sys/random.h>
 
-#include <cerrno>
 #include <algorithm>
+#include <cerrno>
 #include <ctime>
 #include <random>
 
@@ -46,8 +46,10 @@ std::array<std::uint8_t, 16> RandomIds::next() {
   std::size_t have = 0;
   while (have < bytes.size()) {
     const ssize_t count = ::getrandom(bytes.data() + have, bytes.size() - have, 0);
-    if (count > 0) have += static_cast<std::size_t>(count);
-    else if (errno != EINTR) break;
+    if (count > 0)
+      have += static_cast<std::size_t>(count);
+    else if (errno != EINTR)
+      break;
   }
   if (have == bytes.size()) return bytes;
   std::random_device device;  // a kernel without the call

@@ -18,10 +18,10 @@ namespace workbench {
 
 /// How a program is started.
 struct WorkspaceOptions {
-  std::filesystem::path configuration;         ///< the folder of the configuration
-  std::filesystem::path plugin;                ///< empty for the one that belongs to the program
+  std::filesystem::path configuration;  ///< the folder of the configuration
+  std::filesystem::path plugin;         ///< empty for the one that belongs to the program
   std::string language = "en";
-  std::optional<XCDateTime> now;               ///< stops the clock at a moment
+  std::optional<XCDateTime> now;  ///< stops the clock at a moment
   bool verifyNew = true;
   bool verifyExisting = true;
 };

@@ -23,9 +23,12 @@ std::vector<Exchange> sessionsOf(const char* file) {
   std::ifstream in(file);
   bool inside = false;
   for (std::string line; std::getline(in, line);) {
-    if (line.starts_with("```")) inside = line == "```session";
-    else if (inside && line.starts_with("> ")) found.emplace_back(line.substr(2), "");
-    else if (inside && line.starts_with("< ")) found.back().second = line.substr(2);
+    if (line.starts_with("```"))
+      inside = line == "```session";
+    else if (inside && line.starts_with("> "))
+      found.emplace_back(line.substr(2), "");
+    else if (inside && line.starts_with("< "))
+      found.back().second = line.substr(2);
   }
   return found;
 }
@@ -47,9 +50,10 @@ bool shows(const json& shown, const json& answer) {
 void answerLikeAController(const TinyRequest& request, const TinyServer::Connection& connection) {
   const bool nodes = request.body.find("<L04") != std::string::npos;
   connection.send(TinyServer::reply(
-      nodes ? "<deviceCfg><ZelLamp Id=\"1\"><L04><Node nodeId=\"1\" Reference=\"a\"/></L04></ZelLamp>"
-              "</deviceCfg>"
-            : "<deviceCfg><ZelLamp Id=\"1\"><L01 Mod=\"m\"/></ZelLamp></deviceCfg>"));
+      nodes
+          ? "<deviceCfg><ZelLamp Id=\"1\"><L04><Node nodeId=\"1\" Reference=\"a\"/></L04></ZelLamp>"
+            "</deviceCfg>"
+          : "<deviceCfg><ZelLamp Id=\"1\"><L01 Mod=\"m\"/></ZelLamp></deviceCfg>"));
 }
 
 TEST(Documentation, TheConversationsOfTheScriptingGuideRunAsShown) {

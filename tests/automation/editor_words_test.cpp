@@ -6,10 +6,10 @@
 namespace {
 
 using nlohmann::json;
-using testing::HasSubstr;
-using testing::Not;
 using test::TinyRequest;
 using test::TinyServer;
+using testing::HasSubstr;
+using testing::Not;
 
 class EditorWordTest : public test::ScriptTest {
  protected:
@@ -56,8 +56,8 @@ TEST_F(EditorWordTest, ADeviceIsModifiedAndMayChangeTheCaseOfItsName) {
 }
 
 TEST_F(EditorWordTest, VerificationIsWhatTheCommandLineSays) {
-  for (const auto& [option, expected] : {std::pair{"none", ""}, {"new", "new"},
-                                         {"existing", ""}, {"new,existing", "new"}}) {
+  for (const auto& [option, expected] :
+       {std::pair{"none", ""}, {"new", "new"}, {"existing", ""}, {"new,existing", "new"}}) {
     start({"--verify-connection", option});
     ok({{"do", "editor.newDevice"}});
     type("name", std::string("D ") + option);
@@ -168,8 +168,7 @@ TEST_F(EditorWordTest, ExchangesAreKeptWithoutPasswordsAndCanBeCancelled) {
                           {"kind", "get"},
                           {"uri", "address=127.0.0.1&socket=" + std::to_string(server.port()) +
                                       "&ftpPassword=***"},
-                          {"request",
-                           declaration + "<deviceCfg><E01 FTPPwd=\"***\"/></deviceCfg>"},
+                          {"request", declaration + "<deviceCfg><E01 FTPPwd=\"***\"/></deviceCfg>"},
                           {"reply", declaration + "<answer/>"},
                           {"ok", true},
                           {"error", ""}}));

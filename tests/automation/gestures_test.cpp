@@ -174,8 +174,7 @@ TEST_F(GestureTest, LookShowsEveryKindWithWhatBelongsToIt) {
   EXPECT_EQ(controls["ok"].at("id"), 1);
   EXPECT_EQ(controls["cancel"].at("id"), 2);
   EXPECT_EQ(controls["list"].at("columns"), json({"Name", "Value"}));
-  EXPECT_EQ(controls["list"].at("rows"),
-            json::parse(R"([{"cells":["b","\"1\""],"selected":false},
+  EXPECT_EQ(controls["list"].at("rows"), json::parse(R"([{"cells":["b","\"1\""],"selected":false},
                             {"cells":["a","\"1\""],"selected":false,"colour":"#A0A0A0"},
                             {"cells":["c","\"1\""],"selected":false,"swatch":"#FF0010"}])"));
   EXPECT_EQ(answer.at("focus"), 1001);

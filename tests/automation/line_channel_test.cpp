@@ -50,7 +50,9 @@ TEST(LineChannel, ReadsLinesAndALastOneWithoutABreak) {
   EXPECT_EQ(lines.next(), "(end)");
 }
 
-TEST(LineChannel, NothingIsTheEnd) { EXPECT_EQ(Lines("").next(), "(end)"); }
+TEST(LineChannel, NothingIsTheEnd) {
+  EXPECT_EQ(Lines("").next(), "(end)");
+}
 
 TEST(LineChannel, ALineOverTheLimitIsPassedOver) {
   Lines lines("1234\n12345\n1\n", 4);

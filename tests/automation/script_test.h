@@ -20,8 +20,8 @@ class ScriptTest : public testing::Test {
   }
 
   void start(std::vector<std::string> more = {}) {
-    std::vector<std::string> arguments = {"--config", folder.path().string(), "--plugin",
-                                          LAMP_TEST_PLUGIN, "--language", "numbers"};
+    std::vector<std::string> arguments = {"--config",       folder.path().string(), "--plugin",
+                                          LAMP_TEST_PLUGIN, "--language",           "numbers"};
     arguments.insert(arguments.end(), more.begin(), more.end());
     script.reset();
     script = std::make_unique<ScriptProcess>(arguments);

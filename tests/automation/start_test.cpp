@@ -73,15 +73,14 @@ TEST(Start, ABrokenConfigurationIsToldAndStays) {
 TEST(Start, HelpIsPrinted) {
   ScriptProcess script({"--help"});
   EXPECT_EQ(script.end(), 0);
-  for (const char* option :
-       {"--config", "--plugin", "--now", "--language", "--verify-connection"})
+  for (const char* option : {"--config", "--plugin", "--now", "--language", "--verify-connection"})
     EXPECT_THAT(script.rest(), HasSubstr(option));
 }
 
 TEST(Start, OptionsTakeTheirValueBehindAnEqualsSignToo) {
   const support::TempFolder folder;
-  ScriptProcess script({"--config=" + folder.path().string(),
-                        std::string("--plugin=") + LAMP_TEST_PLUGIN});
+  ScriptProcess script(
+      {"--config=" + folder.path().string(), std::string("--plugin=") + LAMP_TEST_PLUGIN});
   script.ok({{"do", "editor.posted"}});
 }
 

@@ -15,10 +15,9 @@ TEST_F(WindowTest, EveryAnswerTellsWhatIsInFront) {
   EXPECT_EQ((*script)({{"do", "look"}}).at("top"), none);
   EXPECT_EQ(script->line("{").at("top"), none);
   const json opened = ok({{"do", "editor.configure"}, {"device", "North"}});
-  EXPECT_EQ(opened.at("top"), json({{"kind", "dialog"},
-                                    {"class", "XCDlgOptions"},
-                                    {"template", 100},
-                                    {"title", "North"}}));
+  EXPECT_EQ(
+      opened.at("top"),
+      json({{"kind", "dialog"}, {"class", "XCDlgOptions"}, {"template", 100}, {"title", "North"}}));
   EXPECT_FALSE(opened.contains("closed"));
   EXPECT_EQ(click("driver").at("top").at("template"), 9001);
 }
@@ -119,7 +118,8 @@ TEST_F(WindowTest, NothingOpenMeansThatWordsForWindowsAreRefused) {
 
 TEST_F(WindowTest, WindowsCantBeStackedWithoutEnd) {
   for (int i = 0; i < 100; ++i) ok({{"do", "editor.configure"}, {"device", "North"}});
-  EXPECT_EQ(refused({{"do", "editor.configure"}, {"device", "North"}}), "too many windows are open");
+  EXPECT_EQ(refused({{"do", "editor.configure"}, {"device", "North"}}),
+            "too many windows are open");
   EXPECT_EQ(script->end(), 0);
 }
 
@@ -127,8 +127,8 @@ TEST_F(WindowTest, WindowsCantBeStackedWithoutEnd) {
 
 TEST_F(WindowTest, EndOfInputClosesDialogsAsCancelInEveryState) {
   const std::vector<std::vector<const char*>> states = {
-      {}, {"message"}, {"question"}, {"retry"}, {"file"}, {"nested"}, {"nested", "deeper"},
-      {"twoNested"}};
+      {},       {"message"}, {"question"},         {"retry"},
+      {"file"}, {"nested"},  {"nested", "deeper"}, {"twoNested"}};
   for (const auto& clicks : states) {
     start();
     openKinds();

@@ -69,8 +69,9 @@ TEST_F(ConfigurationStoreTest, WhatIsSavedIsLoadedAgainAndTheVersionBeforeIsKept
 }
 
 TEST_F(ConfigurationStoreTest, ElementsThatNobodyKnowsStay) {
-  write("<configuration><other a=\"1\">t</other><commSystem><device><x/></device></commSystem>"
-        "</configuration>");
+  write(
+      "<configuration><other a=\"1\">t</other><commSystem><device><x/></device></commSystem>"
+      "</configuration>");
   ConfigurationStore store(folder.path());
   ASSERT_TRUE(store.open(cause));
   root().SetValue("new", u"1");
@@ -102,7 +103,7 @@ TEST_F(ConfigurationStoreTest, TheSecondOpenerReadsAndDoesNotWrite) {
   ASSERT_TRUE(first.open(cause));
   EXPECT_FALSE(first.isReadOnly());
   {
-    ConfigurationStore second(folder.path());
+    ConfigurationStore second(folder.path(), std::chrono::milliseconds(0));
     ASSERT_TRUE(second.open(cause)) << cause;
     EXPECT_TRUE(second.isReadOnly());
     EXPECT_NE(second.readOnlyReason().find("process " + std::to_string(::getpid())),

@@ -70,27 +70,25 @@ bool listed(CWnd*, XCDriver* driver, XCNameList& names, const XCListFlags& flags
 host::ExtensionModule makeModule() {
   host::ExtensionModule module;
   module.name = "fakes";
-  module.templates = {
-      {Definition,
-       [] {
-         return host::DialogTemplate{Definition,
-                                     "DefinitionFake",
-                                     "",
-                                     {host::edit(NameEdit, "name", 64), host::okButton(),
-                                      host::cancelButton()}};
-       }},
-      {Update, [] {
-         return host::DialogTemplate{
-             Update, "UpdateFake", "", {host::okButton(), host::cancelButton()}};
-       }}};
-  module.deviceDialogs = {
-      {"XCDlgNewModifyZelLampManager",
-       [](CWnd* parent, Node* device, Node* configuration) {
-         return std::make_unique<DefinitionFake>(parent, device, configuration);
-       }},
-      {"XCUpdateNodesZelLampManager", [](CWnd* parent, Node* device, Node*) {
-         return std::make_unique<UpdateFake>(parent, device);
-       }}};
+  module.templates = {{Definition,
+                       [] {
+                         return host::DialogTemplate{Definition,
+                                                     "DefinitionFake",
+                                                     "",
+                                                     {host::edit(NameEdit, "name", 64),
+                                                      host::okButton(), host::cancelButton()}};
+                       }},
+                      {Update, [] {
+                         return host::DialogTemplate{
+                             Update, "UpdateFake", "", {host::okButton(), host::cancelButton()}};
+                       }}};
+  module.deviceDialogs = {{"XCDlgNewModifyZelLampManager",
+                           [](CWnd* parent, Node* device, Node* configuration) {
+                             return std::make_unique<DefinitionFake>(parent, device, configuration);
+                           }},
+                          {"XCUpdateNodesZelLampManager", [](CWnd* parent, Node* device, Node*) {
+                             return std::make_unique<UpdateFake>(parent, device);
+                           }}};
   return module;
 }
 
@@ -231,7 +229,7 @@ TEST_F(DeviceActionsTest, WhatIsNotThereIsRefusedWithAReason) {
 }
 
 TEST_F(DeviceActionsTest, AConfigurationThatCanOnlyBeReadIsNotDefinedUpon) {
-  ConfigurationStore second(folder.path());
+  ConfigurationStore second(folder.path(), std::chrono::milliseconds(0));
   std::string cause;
   ASSERT_TRUE(second.open(cause));
   DeviceActions reading(second, catalogue);

@@ -20,7 +20,9 @@ class ExchangeRecordTest : public testing::Test {
   ExchangeReply send(int command, CommandKind kind, const XmlDocument& document) {
     return record.exchange({command, kind, u"address=h&socket=1&ftpPassword=s", &document});
   }
-  ExchangeReply get(const XmlDocument& document = {}) { return send(1, CommandKind::get, document); }
+  ExchangeReply get(const XmlDocument& document = {}) {
+    return send(1, CommandKind::get, document);
+  }
 
   support::ScriptedChannel channel;
   ExchangeRecord record{channel};
@@ -102,8 +104,7 @@ TEST_F(ExchangeRecordTest, TheOldestTextsGoWhenAllTogetherGrowOverTheBound) {
   ExchangeRecord small(channel, 1'000);
   XmlDocument document("deviceCfg");
   document.Root()->SetNarrowValue("text", std::string(600, 'x'));
-  for (int i = 0; i < 3; ++i)
-    small.exchange({2, CommandKind::put, u"address=h", &document});
+  for (int i = 0; i < 3; ++i) small.exchange({2, CommandKind::put, u"address=h", &document});
   EXPECT_EQ(small.entries().size(), 3U);
   EXPECT_EQ(small.entries()[0].request, "(no longer kept)");
   EXPECT_EQ(small.entries()[1].request, "(no longer kept)");

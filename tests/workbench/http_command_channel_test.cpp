@@ -68,8 +68,9 @@ TEST_F(HttpCommandChannelTest, PostsTheDocumentToTheCommandsNumberWithTheParamet
   ASSERT_EQ(get(channel, server.port()).status, Status::succeeded);
   ASSERT_EQ(server.requests().size(), 1U);
   const TinyRequest sent = server.requests()[0];
-  EXPECT_EQ(sent.line, "POST /lampmanager/command/4?driver=ZELLAMPMANAGER&address=127.0.0.1&socket=" +
-                           std::to_string(server.port()) + "&ftpPassword=a%20b%2Bc HTTP/1.1");
+  EXPECT_EQ(sent.line,
+            "POST /lampmanager/command/4?driver=ZELLAMPMANAGER&address=127.0.0.1&socket=" +
+                std::to_string(server.port()) + "&ftpPassword=a%20b%2Bc HTTP/1.1");
   EXPECT_EQ(sent.header("Content-Type"), "application/xml");
   EXPECT_EQ(sent.header("Expect"), "");
   EXPECT_EQ(sent.body, request().ToString());
@@ -91,9 +92,9 @@ TEST_F(HttpCommandChannelTest, ABodyOfManyMegabytesIsSentWithoutWaitingForLeave)
   HttpCommandChannel channel;
   XmlDocument document("deviceCfg");
   document.Root()->SetNarrowValue("firmwareFile", std::string(8U << 20, 'A'));
-  EXPECT_EQ(
-      channel.exchange({52, CommandKind::put, uriFor("127.0.0.1", server.port()), &document}).status,
-      Status::succeeded);
+  EXPECT_EQ(channel.exchange({52, CommandKind::put, uriFor("127.0.0.1", server.port()), &document})
+                .status,
+            Status::succeeded);
   EXPECT_EQ(server.requests().at(0).body, document.ToString());
   EXPECT_EQ(server.requests().at(0).header("Expect"), "");
 }
@@ -218,15 +219,13 @@ TEST_P(BadXmlAnswers, AreRefusedWithTheCause) {
   const ExchangeReply reply = getFrom(sending(TinyServer::reply(GetParam().body)));
   EXPECT_EQ(reply.status, Status::failed);
   EXPECT_TRUE(reply.error.ToUtf8().starts_with("[60064](127.0.0.1:")) << reply.error.ToUtf8();
-  EXPECT_NE(reply.error.ToUtf8().find(GetParam().cause), std::string::npos)
-      << reply.error.ToUtf8();
+  EXPECT_NE(reply.error.ToUtf8().find(GetParam().cause), std::string::npos) << reply.error.ToUtf8();
 }
 
 INSTANTIATE_TEST_SUITE_P(
     HttpCommandChannel, BadXmlAnswers,
     testing::Values(BadXml{"truncated", "<main><ZelLamp>", "line 1"},
-                    BadXml{"noXml", "hello", "line 1"},
-                    BadXml{"blanks", "  \n", "empty"},
+                    BadXml{"noXml", "hello", "line 1"}, BadXml{"blanks", "  \n", "empty"},
                     BadXml{"secondRoot", "<a/><b/>", "second root"},
                     BadXml{"documentType", "<!DOCTYPE a [<!ENTITY x \"y\">]><a>&x;</a>", "DTD"},
                     BadXml{"tooDeep", nested(65), "more than 64 deep"}),
@@ -261,8 +260,7 @@ TEST_F(HttpCommandChannelTest, AnAnswerOverTheLimitIsGivenUpWhileItComes) {
   const ExchangeReply endless = getFrom(
       [](const TinyRequest&, const TinyServer::Connection& connection) {
         connection.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
-        for (int i = 0; i < 100; ++i)
-          connection.send("400\r\n" + std::string(0x400, 'x') + "\r\n");
+        for (int i = 0; i < 100; ++i) connection.send("400\r\n" + std::string(0x400, 'x') + "\r\n");
       },
       limits);
   EXPECT_TRUE(endless.error.ToUtf8().starts_with("[60065](127.")) << endless.error.ToUtf8();
@@ -304,8 +302,8 @@ TEST_F(HttpCommandChannelTest, ARefusedConnectionNamesTheAddress) {
 TEST_F(HttpCommandChannelTest, AnAddressOrPortThatCantBeUsedIsNotTried) {
   HttpCommandChannel channel;
   const auto errorFor = [&](const char* uri) {
-    const ExchangeReply reply = channel.exchange({1, CommandKind::get, XCBasicString::FromUtf8(uri),
-                                                  nullptr});
+    const ExchangeReply reply =
+        channel.exchange({1, CommandKind::get, XCBasicString::FromUtf8(uri), nullptr});
     EXPECT_EQ(reply.status, Status::failed) << uri;
     return reply.error.ToUtf8();
   };

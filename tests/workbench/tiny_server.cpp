@@ -56,8 +56,7 @@ std::string TinyRequest::header(const std::string& name) const {
 void TinyServer::Connection::send(const std::string& bytes) const {
   std::size_t sent = 0;
   while (sent < bytes.size()) {
-    const ssize_t count =
-        ::send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    const ssize_t count = ::send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
     if (count <= 0) return;
     sent += static_cast<std::size_t>(count);
   }

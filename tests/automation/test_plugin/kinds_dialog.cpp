@@ -48,37 +48,60 @@ host::DialogTemplate KindsDialog::Template() {
   return {Number,
           "KindsDialog",
           "All kinds",
-          {host::edit(NumberedEdit, "edit", 5), host::list(NumberedList, "list"),
+          {host::edit(NumberedEdit, "edit", 5),
+           host::list(NumberedList, "list"),
            host::button(NumberedButton, "image", host::TextId::Ok, "LOAD-16.png"),
-           host::label(Log, "log"), host::group(Box, "box", host::TextId::Cancel),
-           host::button(Message, "message"), host::button(Question, "question"),
-           host::button(RetryQuestion, "retry"), host::button(File, "file"),
-           host::button(Nested, "nested"), host::button(TwoNested, "twoNested"),
-           host::button(Read, "read"), host::button(Post, "post"), host::button(Fill, "fill"),
-           host::radio(RadioA, "radioA"), host::radio(RadioB, "radioB"), host::check(TheCheck, "check"),
-           host::digitsEdit(Digits, "digits", 3), host::passwordEdit(Password, "password", 8),
-           host::readOnlyEdit(Fixed, "fixed"), host::edit(Masked, "masked"),
-           host::combo(TheCombo, "combo"), host::singleSelectList(Single, "single"),
-           host::ipAddress(Ip, "ip"), host::year(Year, "year"),
+           host::label(Log, "log"),
+           host::group(Box, "box", host::TextId::Cancel),
+           host::button(Message, "message"),
+           host::button(Question, "question"),
+           host::button(RetryQuestion, "retry"),
+           host::button(File, "file"),
+           host::button(Nested, "nested"),
+           host::button(TwoNested, "twoNested"),
+           host::button(Read, "read"),
+           host::button(Post, "post"),
+           host::button(Fill, "fill"),
+           host::radio(RadioA, "radioA"),
+           host::radio(RadioB, "radioB"),
+           host::check(TheCheck, "check"),
+           host::digitsEdit(Digits, "digits", 3),
+           host::passwordEdit(Password, "password", 8),
+           host::readOnlyEdit(Fixed, "fixed"),
+           host::edit(Masked, "masked"),
+           host::combo(TheCombo, "combo"),
+           host::singleSelectList(Single, "single"),
+           host::ipAddress(Ip, "ip"),
+           host::year(Year, "year"),
            host::image(Picture, "picture", "program-icon.png"),
            host::disabled(host::edit(Disabled, "disabled")),
-           host::hidden(host::button(Hidden, "hidden")), host::okButton(), host::cancelButton()}};
+           host::hidden(host::button(Hidden, "hidden")),
+           host::okButton(),
+           host::cancelButton()}};
 }
 
 const host::MessageMap* KindsDialog::GetMessageMap() const {
   using D = KindsDialog;
-  static constexpr host::MessageEntry entries[] = {
-      host::onChange<&D::OnEdit>(NumberedEdit), host::onChange<&D::OnEdit>(Digits, Masked),
-      host::onChange<&D::OnEdit>(Ip),
-      host::onClick<&D::OnClickBox>(RadioA, TheCheck), host::onChoose<&D::OnChosen>(TheCombo),
-      host::onSelection<&D::OnRows>(NumberedList), host::onSelection<&D::OnRows>(Single),
-      host::onDoubleClick<&D::OnRow>(NumberedList), host::onKey<&D::OnListKey>(NumberedList),
-      host::onPaint<&D::OnPainted>(Year), host::onClick<&D::OnMessage>(Message),
-      host::onClick<&D::OnQuestion>(Question), host::onClick<&D::OnRetry>(RetryQuestion),
-      host::onClick<&D::OnFile>(File), host::onClick<&D::OnNested>(Nested),
-      host::onClick<&D::OnTwoNested>(TwoNested), host::onClick<&D::OnRead>(Read),
-      host::onClick<&D::OnPost>(Post), host::onClick<&D::OnFill>(Fill),
-      host::onPosted<&D::OnPosted>(PostedMessage)};
+  static constexpr host::MessageEntry entries[] = {host::onChange<&D::OnEdit>(NumberedEdit),
+                                                   host::onChange<&D::OnEdit>(Digits, Masked),
+                                                   host::onChange<&D::OnEdit>(Ip),
+                                                   host::onClick<&D::OnClickBox>(RadioA, TheCheck),
+                                                   host::onChoose<&D::OnChosen>(TheCombo),
+                                                   host::onSelection<&D::OnRows>(NumberedList),
+                                                   host::onSelection<&D::OnRows>(Single),
+                                                   host::onDoubleClick<&D::OnRow>(NumberedList),
+                                                   host::onKey<&D::OnListKey>(NumberedList),
+                                                   host::onPaint<&D::OnPainted>(Year),
+                                                   host::onClick<&D::OnMessage>(Message),
+                                                   host::onClick<&D::OnQuestion>(Question),
+                                                   host::onClick<&D::OnRetry>(RetryQuestion),
+                                                   host::onClick<&D::OnFile>(File),
+                                                   host::onClick<&D::OnNested>(Nested),
+                                                   host::onClick<&D::OnTwoNested>(TwoNested),
+                                                   host::onClick<&D::OnRead>(Read),
+                                                   host::onClick<&D::OnPost>(Post),
+                                                   host::onClick<&D::OnFill>(Fill),
+                                                   host::onPosted<&D::OnPosted>(PostedMessage)};
   static constexpr host::MessageMap map{nullptr, entries};
   return &map;
 }
@@ -136,17 +159,27 @@ void KindsDialog::note(std::u16string_view what) {
   GetDlgItem(Log).setText(GetDlgItemText(Log).str() + std::u16string(what) + u";");
 }
 
-void KindsDialog::OnEdit(int id) { note(u"edit " + GetDlgItemText(id).str()); }
+void KindsDialog::OnEdit(int id) {
+  note(u"edit " + GetDlgItemText(id).str());
+}
 void KindsDialog::OnClickBox(int id) {
   note(Check(id).isOn() ? std::u16string_view(u"on") : std::u16string_view(u"off"));
 }
-void KindsDialog::OnChosen(int) { note(u"chosen"); }
+void KindsDialog::OnChosen(int) {
+  note(u"chosen");
+}
 void KindsDialog::OnRows(int id) {
   note(u"rows " + host::decimal(static_cast<int>(List(id).selection().size())).str());
 }
-void KindsDialog::OnRow(int, int row) { note(u"row " + host::decimal(row).str()); }
-void KindsDialog::OnListKey(int, int key) { note(u"key " + host::decimal(key).str()); }
-void KindsDialog::OnPainted(int) { note(u"painted"); }
+void KindsDialog::OnRow(int, int row) {
+  note(u"row " + host::decimal(row).str());
+}
+void KindsDialog::OnListKey(int, int key) {
+  note(u"key " + host::decimal(key).str());
+}
+void KindsDialog::OnPainted(int) {
+  note(u"painted");
+}
 
 void KindsDialog::OnMessage() {
   MessageBox(u"A \"message\"", host::MessageButtons::ok, host::MessageIcon::information);
@@ -167,8 +200,7 @@ void KindsDialog::OnRetry() {
 }
 
 void KindsDialog::OnFile() {
-  const auto path =
-      host::services().frontEnd().openFile({this, {{u"Images", "*.img"}}});
+  const auto path = host::services().frontEnd().openFile({this, {{u"Images", "*.img"}}});
   note(u"file " + path.u16string());
 }
 
@@ -187,7 +219,8 @@ void KindsDialog::OnRead() {
   XmlDocument document("deviceCfg");
   document.Root()->NewChild("E01").setAttribute("FTPPwd", u"secret");
   if (getCommand(1, &document, true))
-    note(document.Root() ? XCBasicString::FromUtf8(document.Root()->Tag()) : XCBasicString(u"none"));
+    note(document.Root() ? XCBasicString::FromUtf8(document.Root()->Tag())
+                         : XCBasicString(u"none"));
   else
     note(silentFailure() ? XCBasicString(u"silent") : getErrorMsg());
 }
@@ -197,7 +230,9 @@ void KindsDialog::OnPost() {
   note(u"posting");
 }
 
-void KindsDialog::OnPosted(int parameter) { note(u"posted " + host::decimal(parameter).str()); }
+void KindsDialog::OnPosted(int parameter) {
+  note(u"posted " + host::decimal(parameter).str());
+}
 
 // Fills the list with a hundred thousand rows.
 void KindsDialog::OnFill() {

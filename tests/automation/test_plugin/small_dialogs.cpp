@@ -26,7 +26,9 @@ const host::MessageMap* InnerDialog::GetMessageMap() const {
   return &map;
 }
 
-void InnerDialog::OnDeeper() { InnerDialog(this).DoModal(); }
+void InnerDialog::OnDeeper() {
+  InnerDialog(this).DoModal();
+}
 
 host::DialogTemplate StubbornDialog::Template() {
   return {Number, "StubbornDialog", "Stubborn", {host::okButton(), host::cancelButton()}};

@@ -31,8 +31,7 @@ class DefinitionDialog : public XCBaseDlg {
  public:
   static constexpr int Number = 9003;
   static host::DialogTemplate Template();
-  DefinitionDialog(CWnd* parent, XmlDocument::XmlNode* device,
-                   XmlDocument::XmlNode* configuration)
+  DefinitionDialog(CWnd* parent, XmlDocument::XmlNode* device, XmlDocument::XmlNode* configuration)
       : XCBaseDlg(Number, parent), device_(device), configuration_(configuration) {}
   bool OnInitDialog() override;
   void OnOK() override;
