@@ -39,7 +39,21 @@ constexpr auto Suspicious = [] {
   return table;
 }();
 
+// Makes room for a text that is most of its document, and for what little follows it: the buffer
+// would otherwise be doubled, and copied, for the text's own end tag.
+void makeRoom(std::string& out, std::size_t size) {
+  constexpr std::size_t Large = 1024 * 1024;
+  constexpr std::size_t Following = 4096;
+  if (size < Large || size < out.size()) return;
+  out.reserve(out.size() + size + Following);
+}
+
+constexpr std::size_t LongText = 1024 * 1024;
+
 void writeNarrow(std::string& out, std::string_view text, Place place) {
+  // Room for what follows a long text: growing behind it would hold it twice.
+  if (text.size() >= LongText) out.reserve(out.size() + text.size() + LongText / 16);
+  makeRoom(out, text.size());
   std::size_t written = 0;
   for (std::size_t at = 0; at < text.size(); ++at) {
     const auto c = static_cast<unsigned char>(text[at]);
