@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "controller/delivery/postman.h"
 #include "controller/http/command_server.h"
 #include "controller/model/controller.h"
 #include "controller/model/controller_clock.h"
@@ -122,6 +124,8 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
             << "control token " << options.token << std::endl;
   std::jthread clockWatch(
       [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
+  std::optional<Postman> postman;
+  if (options.deliver) postman.emplace(controller, clock, dataFolderOf(options.state) / "outbox");
   int signal = 0;
   sigwait(&ending, &signal);
   server.stop();
@@ -139,6 +143,10 @@ int run(const std::vector<std::string>& arguments) {
     return 0;
   }
   options.arguments = arguments;
+  if (options.deliver && options.state.empty()) {
+    return complain("--deliver needs --state: reports are kept in its folder until they are sent",
+                    kUsage);
+  }
   if (options.token.empty()) options.token = randomToken();
   const MachineTime time;
   ControllerClock clock(time);

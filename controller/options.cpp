@@ -95,6 +95,11 @@ std::string takeToken(const std::string& value, Options& options) {
   return value.size() >= kShortestToken && plain ? "" : "at least 8 letters and digits";
 }
 
+std::string takeDeliver(const std::string&, Options& options) {
+  options.deliver = true;
+  return "";
+}
+
 std::string takeHelp(const std::string&, Options& options) {
   options.help = true;
   return "";
@@ -111,6 +116,8 @@ constexpr std::array kRules = {
     OptionRule{"--speed", "N", "seconds of the controller per second (1)", takeSpeed},
     OptionRule{"--fault", "NAME[:ARG]", "misbehave; may be given several times", takeFault},
     OptionRule{"--token", "TEXT", "token for /control/ (made at random)", takeToken},
+    OptionRule{"--deliver", nullptr, "send reports by FTP and mail, ask the time server",
+               takeDeliver},
     OptionRule{"--help", nullptr, "show this and end", takeHelp},
 };
 

@@ -16,6 +16,7 @@ struct Options {
   std::string state;  ///< file or folder; empty: nothing is kept
   StreetPlan street;
   double speed = 1;   ///< seconds of the controller per second
+  bool deliver = false;  ///< send reports and ask the time server
   std::string token;  ///< empty: made at random
   std::vector<Fault> faults;
   bool help = false;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "controller/delivery/delivery_settings.h"
 #include "controller/model/controller_clock.h"
 #include "controller/model/lamp_street.h"
 #include "controller/model/live_view.h"
@@ -59,6 +60,9 @@ class Controller {
   /// What can be seen of the street now, and what it is laid out like.
   LiveView view();
   StreetPlanView planView();
+
+  /// What is in force about sending reports and about the time server.
+  DeliverySettings deliverySettings() const;
 
   /// One line for people: identifier, date, nodes, pending writes.
   std::string statusLine() const;

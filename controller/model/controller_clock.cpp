@@ -36,12 +36,17 @@ Moment ControllerClock::now() const {
   return floor<seconds>(shown());
 }
 
+TimeSource::Point ControllerClock::precise() const {
+  const std::lock_guard lock(mutex_);
+  return shown();
+}
+
 void ControllerClock::set(Moment moment) {
   const std::lock_guard lock(mutex_);
   anchor(moment);
 }
 
-void ControllerClock::jump(seconds by) {
+void ControllerClock::adjust(milliseconds by) {
   const std::lock_guard lock(mutex_);
   anchor(shown() + by);
 }

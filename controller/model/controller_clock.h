@@ -30,11 +30,15 @@ class ControllerClock {
   explicit ControllerClock(const TimeSource& source);
 
   Moment now() const;
+  /// The same in milliseconds.
+  TimeSource::Point precise() const;
 
   /// Sets the clock; it runs on from there at its present speed.
   void set(Moment moment);
   /// Moves the clock by so many seconds, forwards or backwards.
-  void jump(std::chrono::seconds by);
+  void jump(std::chrono::seconds by) { adjust(by); }
+  /// The same in milliseconds.
+  void adjust(std::chrono::milliseconds by);
 
   /// Own seconds per second of the source, 0 to 86,400; a speed outside is clipped.
   void setSpeed(double speed);

@@ -101,6 +101,11 @@ void Controller::setDate(CivilTime civil) {
   settle(clock_.now());
 }
 
+DeliverySettings Controller::deliverySettings() const {
+  const std::lock_guard lock(mutex_);
+  return DeliverySettings::read(settings_.inForce().section(names::kGeneral));
+}
+
 bool Controller::setInputState(int number, bool active) {
   if (number < 1 || number > kPorts) return false;
   const std::lock_guard lock(mutex_);
