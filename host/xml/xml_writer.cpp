@@ -48,11 +48,7 @@ void makeRoom(std::string& out, std::size_t size) {
   out.reserve(out.size() + size + Following);
 }
 
-constexpr std::size_t LongText = 1024 * 1024;
-
 void writeNarrow(std::string& out, std::string_view text, Place place) {
-  // Room for what follows a long text: growing behind it would hold it twice.
-  if (text.size() >= LongText) out.reserve(out.size() + text.size() + LongText / 16);
   makeRoom(out, text.size());
   std::size_t written = 0;
   for (std::size_t at = 0; at < text.size(); ++at) {
