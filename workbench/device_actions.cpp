@@ -134,7 +134,10 @@ ActionResult DeviceActions::updateNodes(CWnd* parent, Node& device) {
   const host::DeviceDialogClass* dialogClass = nullptr;
   if (ActionResult result = findDialog(UpdateDialog, dialogClass); !result.done) return result;
   if (ActionResult result = canDefine(&device); !result.done) return result;
-  dialogClass->create(parent, &device, XCMainCfg::Get().Root())->DoModal();
+  const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
+  if (dialog == nullptr)
+    return ActionResult::refused(shown(device) + " has no id in the configuration");
+  dialog->DoModal();
   finish(parent);
   return {};
 }
