@@ -33,6 +33,8 @@ constexpr std::array<unsigned char, 256> makeClasses() {
 constexpr auto Classes = makeClasses();
 
 constexpr std::size_t LongestName = 256;
+constexpr std::size_t MostAttributes = 0xFFFF;
+constexpr std::uint32_t Unknown = ~0U;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 bool isXmlCharacter(char32_t c) {
@@ -182,7 +184,7 @@ Node* Builder::build(std::string utf8, XmlError& error) {
     } else if (checkTop(tree)) {
       const pugi::xml_node source = tree.document_element();
       std::uint32_t tag = 0;
-      if (name(source.name(), ~0U, tag)) {
+      if (name(source.name(), Unknown, tag)) {
         Node* root = newRoot(storage_, XmlName::fromId(tag));
         if (buildTree(source, *root)) return root;
       }
@@ -206,17 +208,29 @@ void Builder::locate(XmlError& error) const {
   error.column = offset_ + 1 - (after == lineEnds_.begin() ? 0 : *(after - 1) + 1U);
 }
 
+// Names repeat: most are those of the element before, which @p known tells.
 bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
-  if (known != ~0U && xmlNameText(known) == text) {
-    id = known;
-    return true;
-  }
+  if (known == Unknown || !isNamed(text, known)) return newName(text, id);
+  id = known;
+  return true;
+}
+
+bool Builder::isNamed(const char* text, std::uint32_t id) {
+  const std::string_view expected = nameTexts_[id];
+  std::size_t at = 0;
+  while (at < expected.size() && text[at] == expected[at]) ++at;
+  return at == expected.size() && text[at] == '\0';
+}
+
+bool Builder::newName(const char* text, std::uint32_t& id) {
   const std::string_view view(text);
   if (!isXmlName(view))
     return fail(text, "\"" + std::string(view.substr(0, 40)) + "\" is not a name");
   id = view.size() <= LongestName ? XmlName(view).id() : 0;
   if (view.size() > LongestName || (names_.insert(id).second && names_.size() > limits_.names))
     return fail(text, "too many or too long names of elements and attributes");
+  if (nameTexts_.size() <= id) nameTexts_.resize(id + 1);
+  nameTexts_[id] = xmlNameText(id);
   return true;
 }
 
@@ -259,26 +273,28 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
 }
 
 bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) {
-  if (!name(source.name(), model ? model->tag_ : ~0U, node.tag_)) return false;
-  std::size_t count = 0;
-  for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) ++count;
-  if (count == 0) return true;
-  if (count > 0xFFFF) return fail(source.name(), "an element has more than 65535 attributes");
-  node.attributes_ = storage_.allocateAttributes(count);
-  node.attributeCapacity_ = static_cast<std::uint16_t>(count);
+  if (!name(source.name(), model ? model->tag_ : Unknown, node.tag_)) return false;
+  attributes_.clear();
+  const std::size_t modelled = model ? model->attributeCount_ : 0;
   for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) {
-    const std::size_t index = node.attributeCount_;
-    const std::uint32_t known =
-        model && index < model->attributeCount_ ? model->attributes_[index].name : ~0U;
+    const std::size_t index = attributes_.size();
+    const std::uint32_t known = index < modelled ? model->attributes_[index].name : Unknown;
     Attribute added;
     XmlText value;
     if (!name(a.name(), known, added.name)) return false;
-    if (node.findAttribute(XmlName::fromId(added.name)) != nullptr)
+    if (std::any_of(attributes_.begin(), attributes_.end(),
+                    [&](const Attribute& other) { return other.name == added.name; }))
       return fail(a.name(), "an element has the attribute \"" + std::string(a.name()) + "\" twice");
     if (!decode(const_cast<char*>(a.value()), Place::attribute, value)) return false;
     added.setText(value);
-    node.attributes_[node.attributeCount_++] = added;
+    attributes_.push_back(added);
   }
+  if (attributes_.empty()) return true;
+  if (attributes_.size() > MostAttributes)
+    return fail(source.name(), "an element has more than 65535 attributes");
+  node.attributes_ = storage_.allocateAttributes(attributes_.size());
+  node.attributeCount_ = node.attributeCapacity_ = static_cast<std::uint16_t>(attributes_.size());
+  std::copy(attributes_.begin(), attributes_.end(), node.attributes_);
   return true;
 }
 

@@ -45,6 +45,8 @@ class Builder {
   bool decodeSlowly(std::string_view raw, Place place, XmlText& value);
   bool decodeReference(std::string_view raw, std::size_t& at, std::u16string& out);
   bool name(const char* text, std::uint32_t known, std::uint32_t& id);
+  bool newName(const char* text, std::uint32_t& id);
+  bool isNamed(const char* text, std::uint32_t id);
   bool fail(const char* place, std::string cause);
   void noteLines(std::string_view buffer);
   void locate(XmlError& error) const;
@@ -54,6 +56,8 @@ class Builder {
   const char* begin_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
   std::unordered_set<std::uint32_t> names_;
+  std::vector<std::string_view> nameTexts_;  // by number, those of names_
+  std::vector<Attribute> attributes_;        // of the element at hand
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -36,10 +36,11 @@ class TextPool {
   XmlText last_;
 };
 
+/// Trivial: a chunk of them costs nothing to make.
 struct Attribute {
-  std::uint32_t name = 0;
-  std::uint32_t sizeAndWidth = 0;
-  const void* data = nullptr;
+  std::uint32_t name;
+  std::uint32_t sizeAndWidth;
+  const void* data;
 
   XmlText text() const { return {data, sizeAndWidth}; }
   void setText(XmlText text) {
