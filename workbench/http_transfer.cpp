@@ -17,6 +17,8 @@ constexpr int WaitMilliseconds = 1'000;
 // As much of an error's body as its text of 2,000 characters can need.
 constexpr std::size_t ErrorBytes = 8'000;
 constexpr long Ok = 200;
+// Headers that go on without end are no answer either.
+constexpr std::size_t HeaderBytes = 256 * 1024;
 
 class Library {
  public:
@@ -73,6 +75,7 @@ class Transfer {
   char error_[CURL_ERROR_SIZE] = {};
   std::string body_;
   std::size_t received_ = 0;
+  std::size_t headerBytes_ = 0;
   curl_off_t sentNow_ = 0;
   curl_off_t receivedNow_ = 0;
   bool headersEnded_ = false;
@@ -149,6 +152,9 @@ std::size_t Transfer::header(char* data, std::size_t size, std::size_t count, vo
   // An interim answer is followed by another; lines behind a chunked body change nothing.
   if (line.starts_with("HTTP/")) transfer.headersEnded_ = false;
   if (line == "\r\n" || line == "\n") transfer.headersEnded_ = true;
+  transfer.headerBytes_ += line.size();
+  transfer.tooLarge_ = transfer.headerBytes_ > HeaderBytes;
+  if (transfer.tooLarge_) return line.size() + 1;
   return line.size();
 }
 

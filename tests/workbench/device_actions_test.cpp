@@ -228,6 +228,14 @@ TEST_F(DeviceActionsTest, WhatIsNotThereIsRefusedWithAReason) {
   EXPECT_EQ(result.reason, "the plug-in has no dialog \"XCUpdateNodesZelLampManager\"");
 }
 
+TEST_F(DeviceActionsTest, ADialogThatThePlugInCantMakeIsRefused) {
+  host::unregisterModule(module);
+  module.deviceDialogs[1].create = [](CWnd*, Node*, Node*) { return std::unique_ptr<XCBaseDlg>(); };
+  host::registerModule(module);
+  run([&] { return actions.updateNodes(nullptr, *device(u"North")); });
+  EXPECT_EQ(result.reason, "the device \"North\" has no id in the configuration");
+}
+
 TEST_F(DeviceActionsTest, AConfigurationThatCanOnlyBeReadIsNotDefinedUpon) {
   ConfigurationStore second(folder.path(), std::chrono::milliseconds(0));
   std::string cause;

@@ -266,6 +266,16 @@ TEST_F(HttpCommandChannelTest, AnAnswerOverTheLimitIsGivenUpWhileItComes) {
   EXPECT_TRUE(endless.error.ToUtf8().starts_with("[60065](127.")) << endless.error.ToUtf8();
 }
 
+TEST_F(HttpCommandChannelTest, HeadersWithoutEndAreGivenUp) {
+  const ExchangeReply reply =
+      getFrom([](const TinyRequest&, const TinyServer::Connection& connection) {
+        connection.send("HTTP/1.1 200 OK\r\n");
+        for (int i = 0; i < 1'000; ++i) connection.send("X: " + std::string(1'000, 'x') + "\r\n");
+        connection.send("\r\n");
+      });
+  EXPECT_TRUE(reply.error.ToUtf8().starts_with("[60065](127.")) << reply.error.ToUtf8();
+}
+
 TEST_F(HttpCommandChannelTest, AServerThatDoesNotAnswerTimesOut) {
   HttpLimits limits;
   limits.whole = 50ms;

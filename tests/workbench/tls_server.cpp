@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -80,6 +81,11 @@ void TlsServer::writeCertificate(const std::filesystem::path& file) const {
 }
 
 void TlsServer::serve() {
+  // A client that refuses the certificate goes away; only this thread is to bear that.
+  sigset_t pipe;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
   const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
   if (socket < 0) return;
   SSL* tls = SSL_new(context_);
