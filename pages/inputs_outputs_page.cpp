@@ -104,17 +104,16 @@ bool CDlgE13CfgZelLampManager::OnInitDialog() {
 }
 
 void CDlgE13CfgZelLampManager::Layout() {
+  host::LayoutItem offsets =
+      layout::grid(2, {layout::control(Id::SunriseOffsetLabel), layout::control(Id::SunriseOffset),
+                       layout::control(Id::SunsetOffsetLabel), layout::control(Id::SunsetOffset)});
   SetLayout(XCVerticalLayout(
       {XCHoritzontalLayout(
-           {layout::box(Id::InputsGroup, {io::inputGrid(), layout::stretch()}),
+           {XCVerticalLayout({layout::box(Id::InputsGroup, {io::inputGrid()}),
+                              layout::box(Id::OffsetGroup, {std::move(offsets)}),
+                              layout::box(Id::ActivationGroup, {layout::control(Id::Activation)}),
+                              layout::stretch()}),
             layout::box(Id::OutputsGroup, {io::outputGrid(), layout::stretch()}, 1)}),
-       XCHoritzontalLayout(
-           {layout::box(Id::OffsetGroup, {layout::grid(2, {layout::control(Id::SunriseOffsetLabel),
-                                                           layout::control(Id::SunriseOffset),
-                                                           layout::control(Id::SunsetOffsetLabel),
-                                                           layout::control(Id::SunsetOffset)})}),
-            layout::box(Id::ActivationGroup, {layout::control(Id::Activation), layout::stretch()}),
-            layout::stretch()}),
        layout::stretch(), layout::okCancelRow()}));
 }
 

@@ -47,10 +47,10 @@ int byStart(const host::ListRow& a, const host::ListRow& b) {
 std::vector<host::ListColumn> taskColumns() {
   host::ListColumn number = attributeColumn(u"#", task_name::Number);
   number.compare = byNumber;
-  host::ListColumn start = madeColumn(TextId::Start, taskStart, 3);
+  host::ListColumn start = madeColumn(TextId::Start, taskStart, 4);
   start.compare = byStart;
   return {std::move(number), std::move(start),
-          attributeColumn(TextId::Period, task_name::Period, 3),
+          attributeColumn(TextId::Period, task_name::Period, 4),
           attributeColumn(TextId::Priority, task_name::Priority, 2),
           madeColumn(TextId::Request, taskRequests, 3)};
 }
