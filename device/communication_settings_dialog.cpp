@@ -41,7 +41,6 @@ const Field Fields[] = {
 
 constexpr std::size_t FieldCount = std::size(Fields);
 constexpr int SettingsGroup = 6459;
-constexpr int LabelWidth = 170;
 
 host::ControlSpec controlOf(const Field& field) {
   const std::string name(field.attribute.text());
@@ -131,12 +130,13 @@ void XCDlgAdvancedCfgZelLampManager::DoDataExchange(CDataExchange* exchange) {
 }
 
 void XCDlgAdvancedCfgZelLampManager::Layout() {
-  std::vector<host::LayoutItem> rows;
-  for (const Field& field : Fields)
-    rows.push_back(XCHoritzontalLayout(
-        {layout::control(field.label, 0, LabelWidth), layout::control(field.control, 1)}));
-  SetLayout(XCVerticalLayout(
-      {layout::box(SettingsGroup, std::move(rows)), layout::stretch(), layout::okCancelRow()}));
+  std::vector<host::LayoutItem> pieces;
+  for (const Field& field : Fields) {
+    pieces.push_back(layout::control(field.label));
+    pieces.push_back(layout::control(field.control, 1));
+  }
+  SetLayout(XCVerticalLayout({layout::box(SettingsGroup, {layout::grid(2, std::move(pieces))}),
+                              layout::stretch(), layout::okCancelRow()}));
 }
 
 void XCDlgAdvancedCfgZelLampManager::OnOK() {

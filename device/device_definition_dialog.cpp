@@ -18,20 +18,18 @@ namespace {
 enum Id { FtpGroup = 6356, Advanced = 6328 };
 
 constexpr std::size_t LongestTitle = 1024;
-constexpr int LabelWidth = 110;
 
 const host::XmlName AdvancedCfg("advancedCfg");
 
-const DeviceField& fieldOf(host::XmlName child) {
-  for (const DeviceField& field : lamp::deviceFields())
-    if (field.child == child) return field;
-  return lamp::deviceFields().front();
-}
-
-host::LayoutItem rowOf(host::XmlName child) {
-  const DeviceField& field = fieldOf(child);
-  return XCHoritzontalLayout(
-      {layout::control(field.label, 0, LabelWidth), layout::control(field.edit, 1)});
+// Labels and edits of a run of the fields; @p behind stands beside the last edit.
+host::LayoutItem fieldGrid(std::span<const DeviceField> fields, int behind = 0) {
+  std::vector<host::LayoutItem> pieces;
+  for (const DeviceField& field : fields) {
+    pieces.push_back(layout::control(field.label));
+    pieces.push_back(layout::control(field.edit, 1));
+  }
+  if (behind != 0) pieces.back() = XCHoritzontalLayout({pieces.back(), layout::control(behind)}, 1);
+  return layout::grid(2, std::move(pieces));
 }
 
 }  // namespace
@@ -83,14 +81,11 @@ void XCDlgNewModifyZelLampManager::DoDataExchange(CDataExchange* exchange) {
 }
 
 void XCDlgNewModifyZelLampManager::Layout() {
-  host::LayoutItem portAndSettings = rowOf(config::Socket);
-  portAndSettings.items.push_back(layout::control(Id::Advanced));
-  SetLayout(XCVerticalLayout(
-      {rowOf(config::Name), rowOf(config::Description), rowOf(config::Identifier),
-       rowOf(config::Address), std::move(portAndSettings),
-       layout::box(Id::FtpGroup, {rowOf(config::FtpAddress), rowOf(config::FtpPort),
-                                  rowOf(config::FtpUser), rowOf(config::FtpPassword)}),
-       layout::stretch(), layout::okCancelRow()}));
+  const auto fields = lamp::deviceFields();
+  SetLayout(
+      XCVerticalLayout({fieldGrid(fields.first(lamp::FirstFtpField), Id::Advanced),
+                        layout::box(Id::FtpGroup, {fieldGrid(fields.subspan(lamp::FirstFtpField))}),
+                        layout::stretch(), layout::okCancelRow()}));
 }
 
 bool XCDlgNewModifyZelLampManager::IsValid(const XCBasicString& name, const XCBasicString& address,

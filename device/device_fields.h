@@ -1,11 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
-#include <vector>
 
 #include "host/text/basic_string.h"
 #include "host/ui/control_spec.h"
-#include "host/ui/layout.h"
 #include "host/xml/xml_document.h"
 
 namespace lamp {
@@ -47,6 +46,9 @@ struct DeviceField {
   DeviceFieldKind kind = DeviceFieldKind::text;
   std::u16string_view whenAbsent = {};  ///< shown when the element has no such child
 };
+
+/// Where the fields of the FTP server begin among all of them.
+constexpr std::size_t FirstFtpField = 5;
 
 /// All fields, in the order in which they are written and appended to an address.
 std::span<const DeviceField> deviceFields();

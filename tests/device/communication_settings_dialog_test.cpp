@@ -77,6 +77,7 @@ TEST_F(CommunicationSettings, ShowsTheControllersSettings) {
   EXPECT_TRUE(driver.as<host::EditControl>("Pse").isDigitsOnly());
   EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
   EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  expectAllArranged(driver.dialog());
   EXPECT_EQ(driver.channel().count(), 0U) << "the caller has read the section";
 }
 

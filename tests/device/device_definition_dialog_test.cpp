@@ -87,6 +87,10 @@ TEST_F(DeviceDefinition, EveryControlHasItsNumberTextAndImage) {
   }
 }
 
+TEST_F(DeviceDefinition, EveryControlStandsInTheArrangement) {
+  expectAllArranged(openExisting());
+}
+
 TEST_F(DeviceDefinition, TypingStopsAtTheLimitsAndPortsTakeDigitsOnly) {
   openExisting();
   driver.type("description", std::string(200, 'd'));

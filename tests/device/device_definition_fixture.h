@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -94,6 +95,21 @@ class DeviceDefinition : public testing::Test {
   XmlDocument::XmlNode* edited = nullptr;
   support::DialogDriver driver;
 };
+
+/// The controls that stand in an arrangement, in its order.
+inline void collectControls(const host::LayoutItem& item, std::vector<int>& found) {
+  if (item.controlId != 0) found.push_back(item.controlId);
+  for (const host::LayoutItem& inner : item.items) collectControls(inner, found);
+}
+
+/// Whether every control of a dialog stands in its arrangement exactly once.
+inline void expectAllArranged(const XCBaseDlg& dialog) {
+  std::vector<int> arranged;
+  collectControls(dialog.Arrangement(), arranged);
+  std::vector<int> all;
+  for (const auto& control : dialog.Controls()) all.push_back(control->id());
+  EXPECT_THAT(arranged, testing::UnorderedElementsAreArray(all));
+}
 
 inline const std::string NodeFile =
     "<reply><ZelLamp Id='LM-0002'><L03><Node nodeId='n1' Reference='Corner'/></L03></ZelLamp>"

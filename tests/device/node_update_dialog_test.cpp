@@ -46,6 +46,7 @@ TEST_F(NodeUpdate, OpensWithoutReadingAndNamesTheDevice) {
   }
   EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
   EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  expectAllArranged(driver.dialog());
   EXPECT_EQ(driver.channel().count(), 0U);
 }
 
