@@ -46,6 +46,7 @@ class BareWork : public Work {
       node.attribute("Reference").set_value((text++)->c_str());
   }
   bool compare() override { return equal(table(untouched_), table(reply_)); }
+  bool changed() override { return !equal(table(untouched_), table(working_)); }
   void section() override {
     request_.reset();
     request_.append_child("deviceCfg").append_copy(table(working_));

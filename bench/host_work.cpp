@@ -25,6 +25,7 @@ class HostWork : public Work {
       node.setAttribute(Reference, *text++);
   }
   bool compare() override { return table(untouched_) == table(reply_); }
+  bool changed() override { return !(table(untouched_) == table(working_)); }
   void section() override { request_.Create("deviceCfg").NewChild("L04") = table(working_); }
   std::size_t write() override { return request_.ToString().size(); }
 

@@ -16,8 +16,10 @@ class Work {
   virtual void copy() = 0;
   /// Sets the reference of every node of the working copy.
   virtual void change() = 0;
-  /// Compares the copies; they are compared to their end.
+  /// Compares the untouched copy with the reply: they are equal, and looked at to their end.
   virtual bool compare() = 0;
+  /// Compares the untouched with the working copy: they differ early on.
+  virtual bool changed() = 0;
   /// Copies the section under a new root.
   virtual void section() = 0;
   /// Writes the request and returns its size.
@@ -28,9 +30,9 @@ class Work {
     parse();
     copy();
     change();
-    const bool same = compare();
+    const bool send = changed();
     section();
-    return write() + (same ? 1U : 0U);
+    return write() + (send ? 1U : 0U);
   }
 };
 

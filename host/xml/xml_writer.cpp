@@ -33,35 +33,88 @@ const char* escaped(unsigned c, Place place) {
 }
 
 constexpr auto Suspicious = [] {
-  std::array<bool, 128> table{};
+  std::array<bool, 256> table{};
   for (std::size_t c = 0; c < 0x20; ++c) table[c] = true;
   table['&'] = table['<'] = table['>'] = table['"'] = true;
   return table;
 }();
 
-// Makes room for a text that is most of its document, and for what little follows it: the buffer
-// would otherwise be doubled, and copied, for the text's own end tag.
-void makeRoom(std::string& out, std::size_t size) {
-  constexpr std::size_t Large = 1024 * 1024;
-  constexpr std::size_t Following = 4096;
-  if (size < Large || size < out.size()) return;
-  out.reserve(out.size() + size + Following);
-}
+// Gathers what is written in a block, so that the small pieces of a document cost no call each.
+class Sink {
+ public:
+  explicit Sink(std::string& out) : out_(out) {}
+  Sink(const Sink&) = delete;
+  Sink& operator=(const Sink&) = delete;
 
-void writeNarrow(std::string& out, std::string_view text, Place place) {
-  makeRoom(out, text.size());
-  std::size_t written = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const auto c = static_cast<unsigned char>(text[at]);
-    if (!Suspicious[c]) continue;
-    const char* replacement = escaped(c, place);
-    if (replacement == nullptr) continue;
-    out += text.substr(written, at - written);
-    out += replacement;
-    written = at + 1;
+  void put(char c) {
+    if (at_ == end()) flush();
+    *at_++ = c;
   }
-  out += text.substr(written);
-}
+
+  /// Writes what stands for an ASCII text. Texts are short: they are copied while they are looked
+  /// through.
+  void put(std::string_view text, Place place = Place::text) {
+    if (!hasRoom(text.size())) return putEscaped(text, place);
+    char* to = at_;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (Suspicious[static_cast<unsigned char>(text[i])]) {
+        at_ = to;
+        return putEscaped(text.substr(i), place);
+      }
+      *to++ = text[i];
+    }
+    at_ = to;
+  }
+  /// Writes markup, which is short, as it stands.
+  void putMarkup(std::string_view markup) {
+    if (!hasRoom(markup.size())) flush();
+    for (const char c : markup) *at_++ = c;
+  }
+  void fill(std::size_t count, char c) {
+    for (; count > 0; --count) put(c);
+  }
+  void flush() {
+    out_.append(block_, static_cast<std::size_t>(at_ - block_));
+    at_ = block_;
+  }
+  /// The text itself, for what does not pass through the block.
+  std::string& text() {
+    flush();
+    return out_;
+  }
+
+ private:
+  const char* end() const { return block_ + sizeof block_; }
+  bool hasRoom(std::size_t size) const { return static_cast<std::size_t>(end() - at_) >= size; }
+
+  void putEscaped(std::string_view text, Place place) {
+    flush();
+    makeRoom(text.size());
+    std::size_t written = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      const auto c = static_cast<unsigned char>(text[at]);
+      if (!Suspicious[c]) continue;
+      const char* replacement = escaped(c, place);
+      if (replacement == nullptr) continue;
+      out_ += text.substr(written, at - written);
+      out_ += replacement;
+      written = at + 1;
+    }
+    out_ += text.substr(written);
+  }
+
+  // Makes room for a text that is most of its document, and for what little follows it: the buffer
+  // would otherwise be doubled, and copied, for the text's own end tag.
+  void makeRoom(std::size_t size) {
+    constexpr std::size_t Large = 1024 * 1024;
+    constexpr std::size_t Following = 4096;
+    if (size >= Large && size >= out_.size()) out_.reserve(out_.size() + size + Following);
+  }
+
+  std::string& out_;
+  char block_[8192];
+  char* at_ = block_;
+};
 
 void writeWide(std::string& out, std::u16string_view text, Place place) {
   for (std::size_t at = 0; at < text.size();) {
@@ -74,11 +127,11 @@ void writeWide(std::string& out, std::u16string_view text, Place place) {
   }
 }
 
-void writeValue(std::string& out, XmlText text, Place place) {
+void writeValue(Sink& out, XmlText text, Place place) {
   if (text.isWide())
-    writeWide(out, text.wideView(), place);
+    writeWide(out.text(), text.wideView(), place);
   else
-    writeNarrow(out, text.narrowView(), place);
+    out.put(text.narrowView(), place);
 }
 
 bool isBlank(XmlText text) {
@@ -106,7 +159,7 @@ class Writer {
         newLine(at->text().empty());
         close(*at);
       }
-      if (at == &root) return;
+      if (at == &root) return out_.flush();
       at = at->NextSibling();
     }
   }
@@ -115,26 +168,26 @@ class Writer {
   // Line breaks stand only where no text is: a reader drops them there.
   void newLine(bool allowed) {
     if (!indented_ || !allowed) return;
-    out_ += '\n';
-    out_.append(depth_ * 2, ' ');
+    out_.put('\n');
+    out_.fill(depth_ * 2, ' ');
   }
 
   void open(const Node& node) {
     if (depth_ > 0) newLine(node.Parent()->text().empty());
-    out_ += '<';
-    out_ += node.Tag();
+    out_.put('<');
+    out_.put(node.Tag());
     for (std::size_t i = 0; i < node.attributeCount(); ++i) {
-      out_ += ' ';
-      out_ += node.attributeName(i).text();
-      out_ += "=\"";
+      out_.put(' ');
+      out_.put(node.attributeName(i).text());
+      out_.putMarkup("=\"");
       writeValue(out_, node.attributeText(i), Place::attribute);
-      out_ += '"';
+      out_.put('"');
     }
     if (node.text().empty() && node.FirstChild() == nullptr) {
-      out_ += "/>";
+      out_.putMarkup("/>");
       return;
     }
-    out_ += '>';
+    out_.put('>');
     writeText(node);
     if (node.FirstChild() == nullptr) close(node);
   }
@@ -143,20 +196,21 @@ class Writer {
   void writeText(const Node& node) {
     if (node.FirstChild() == nullptr || node.text().empty() || !isBlank(node.text()))
       return writeValue(out_, node.text(), Place::text);
-    out_ += "&#" + std::to_string(int(node.text()[0])) + ";";
+    const std::string reference = "&#" + std::to_string(int(node.text()[0])) + ";";
+    out_.putMarkup(reference);
     for (std::size_t i = 1; i < node.text().size(); ++i) {
       const auto c = static_cast<char>(node.text()[i]);
-      writeNarrow(out_, {&c, 1}, Place::text);
+      out_.put(std::string_view(&c, 1));
     }
   }
 
   void close(const Node& node) {
-    out_ += "</";
-    out_ += node.Tag();
-    out_ += '>';
+    out_.putMarkup("</");
+    out_.put(node.Tag());
+    out_.put('>');
   }
 
-  std::string& out_;
+  Sink out_;
   const bool indented_;
   std::size_t depth_ = 0;
 };
