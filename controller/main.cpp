@@ -14,6 +14,7 @@
 #include "controller/http/command_server.h"
 #include "controller/model/controller.h"
 #include "controller/model/controller_clock.h"
+#include "controller/model/state_file.h"
 #include "controller/model/state_keeper.h"
 #include "controller/model/street_generator.h"
 #include "controller/options.h"
@@ -49,6 +50,18 @@ std::string prepare(const Options& options, Controller& controller, StateKeeper&
   generateStreet(options.street, controller.settings().inForce());
   const std::string fault = keeper.keep();
   return fault.empty() ? "" : "the state can't be kept: " + fault;
+}
+
+// Returns what is wrong with the calendar, or an empty text.
+std::string followCalendar(const std::string& file, Controller& controller) {
+  if (file.empty()) return "";
+  std::string text;
+  DayCalendar calendar;
+  std::string fault = readWholeFile(file, text);
+  if (fault.empty()) fault = calendar.load(text);
+  if (!fault.empty()) return "the calendar " + file + " can't be used: " + fault;
+  controller.followCalendar(std::move(calendar));
+  return "";
 }
 
 // Brings into force what becomes due while nobody asks for anything.
@@ -155,6 +168,9 @@ int run(const std::vector<std::string>& arguments) {
   controller.setDataFolder(dataFolderOf(options.state));
   StateKeeper keeper(controller, stateFileOf(options.state));
   if (const std::string fault = prepare(options, controller, keeper); !fault.empty()) {
+    return complain(fault, kFailure);
+  }
+  if (const std::string fault = followCalendar(options.calendar, controller); !fault.empty()) {
     return complain(fault, kFailure);
   }
   clock.setSpeed(options.speed);

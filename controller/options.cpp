@@ -67,6 +67,11 @@ std::string takeState(const std::string& value, Options& options) {
   return value.empty() ? "the name of a file or folder" : "";
 }
 
+std::string takeCalendar(const std::string& value, Options& options) {
+  options.calendar = value;
+  return value.empty() ? "the name of a calendar file" : "";
+}
+
 std::string takeWithInputs(const std::string&, Options& options) {
   options.street.withInputs = true;
   return "";
@@ -113,6 +118,7 @@ constexpr std::array kRules = {
     OptionRule{"--seed", "N", "which street is generated (7)", takeSeed},
     OptionRule{"--with-inputs", nullptr, "the controller reports its inputs", takeWithInputs},
     OptionRule{"--state", "FILE|FOLDER", "keep the state here and go on with it", takeState},
+    OptionRule{"--calendar", "FILE", "burn by the day types of a calendar file", takeCalendar},
     OptionRule{"--speed", "N", "seconds of the controller per second (1)", takeSpeed},
     OptionRule{"--fault", "NAME[:ARG]", "misbehave; may be given several times", takeFault},
     OptionRule{"--token", "TEXT", "token for /control/ (made at random)", takeToken},

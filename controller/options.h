@@ -12,12 +12,13 @@ namespace lamp::controller {
 struct Options {
   int port = 8080;
   std::string listen = "127.0.0.1";
-  std::string id;     ///< empty: made from the seed
-  std::string state;  ///< file or folder; empty: nothing is kept
+  std::string id;        ///< empty: made from the seed
+  std::string state;     ///< file or folder; empty: nothing is kept
+  std::string calendar;  ///< calendar file; empty: none
   StreetPlan street;
-  double speed = 1;   ///< seconds of the controller per second
+  double speed = 1;      ///< seconds of the controller per second
   bool deliver = false;  ///< send reports and ask the time server
-  std::string token;  ///< empty: made at random
+  std::string token;     ///< empty: made at random
   std::vector<Fault> faults;
   bool help = false;
   std::vector<std::string> arguments;  ///< as they were given

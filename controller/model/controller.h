@@ -30,6 +30,8 @@ class Controller {
 
   /// Folder for firmware and reports; without one they are not kept.
   void setDataFolder(std::filesystem::path folder) { dataFolder_ = std::move(folder); }
+  /// Lets the day types of a calendar go before the programs of the lamps.
+  void followCalendar(DayCalendar calendar);
   const std::string& id() const { return id_; }
 
   /// Carries out one command. Unknown numbers and bad documents are refused.

@@ -30,6 +30,11 @@ void Controller::settle(Moment now) {
   street_.update(now);
 }
 
+void Controller::followCalendar(DayCalendar calendar) {
+  const std::lock_guard lock(mutex_);
+  street_.follow(std::move(calendar));
+}
+
 void Controller::showLiveValues(pugi::xml_document& reply, const char* code) {
   const std::string_view section = code;
   const bool live = section == names::kInputsOutputs || section == names::kAlarmReport ||

@@ -17,17 +17,14 @@ std::string timeOfDay(Moment moment, const ZoneRule& zone) {
 }
 
 // Minute by minute through the night: the programs are cheap to ask and hard to turn into a list.
-std::vector<LightStep> stepsOf(const Lamp& lamp, bool byClock, const Night& night,
-                               const ZoneRule& zone) {
+std::vector<LightStep> stepsOf(const LampStreet& street, const Lamp& lamp, const Night& night) {
   std::vector<LightStep> steps;
-  const long first = minutesAfterNoon(night, night.begin, zone);
   for (int minute = 0; minute < kLongestNight; ++minute) {
     const Moment moment = night.begin + minutes{minute};
     if (moment >= night.end) break;
-    const int power =
-        byClock ? lamp.clock.powerAt(first + minute) : lamp.interval.powerAfter(minute);
+    const int power = street.programPower(lamp, night, moment);
     if (!steps.empty() && steps.back().power == power) continue;
-    steps.push_back(LightStep{timeOfDay(moment, zone), minute, power});
+    steps.push_back(LightStep{timeOfDay(moment, street.zone()), minute, power});
   }
   return steps;
 }
@@ -46,10 +43,12 @@ std::vector<int> programKey(const Lamp& lamp, bool byClock) {
 std::vector<ProgramGroup> groupPrograms(const LampStreet& street, Moment now) {
   const auto night = street.nightClock().atOrAfter(now);
   if (!night) return {};
+  const bool byCalendar = street.dayProgram(*night) != nullptr;
   std::map<std::vector<int>, std::pair<std::size_t, const Lamp*>> groups;
   for (const Lamp& lamp : street.lamps()) {
     if (lamp.ignored) continue;
-    auto& group = groups[programKey(lamp, street.byClock())];
+    // By a day type of the calendar all burn alike.
+    auto& group = groups[byCalendar ? std::vector<int>() : programKey(lamp, street.byClock())];
     ++group.first;
     group.second = &lamp;
   }
@@ -60,8 +59,7 @@ std::vector<ProgramGroup> groupPrograms(const LampStreet& street, Moment now) {
   sorted.resize(std::min(sorted.size(), kMostPrograms));
   std::vector<ProgramGroup> programs;
   for (const auto& [count, lamp] : sorted) {
-    programs.push_back(
-        ProgramGroup{count, stepsOf(*lamp, street.byClock(), *night, street.zone())});
+    programs.push_back(ProgramGroup{count, stepsOf(street, *lamp, *night)});
   }
   return programs;
 }

@@ -62,12 +62,15 @@ int ClockProgram::powerAt(long minutesAfterNoonNow) const {
   return found;
 }
 
-long minutesAfterNoon(const Night& night, Moment now, const ZoneRule& zone) {
-  using namespace std::chrono;
+std::chrono::local_days eveningOf(const Night& night, const ZoneRule& zone) {
   // A night begins between noon and midnight nearly everywhere; six hours less keeps one that
   // begins after midnight in a northern June with the day that it belongs to.
-  const auto evening = floor<days>(toCivil(night.begin, zone) - hours{6});
-  return floor<minutes>(toCivil(now, zone) - (evening + hours{12})).count();
+  return std::chrono::floor<std::chrono::days>(toCivil(night.begin, zone) - std::chrono::hours{6});
+}
+
+long minutesAfterNoon(const Night& night, Moment now, const ZoneRule& zone) {
+  using namespace std::chrono;
+  return floor<minutes>(toCivil(now, zone) - (eveningOf(night, zone) + hours{12})).count();
 }
 
 }  // namespace lamp::controller

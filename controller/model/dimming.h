@@ -31,6 +31,9 @@ struct ClockProgram {
   int powerAt(long minutesAfterNoon) const;
 };
 
+/// The date of the evening on which `night` begins, by the wall clock.
+std::chrono::local_days eveningOf(const Night& night, const ZoneRule& zone);
+
 /// Whole minutes from the noon before `night` to `now`, as the wall clock counts them.
 long minutesAfterNoon(const Night& night, Moment now, const ZoneRule& zone);
 

@@ -106,18 +106,34 @@ void LampStreet::readPlace(const SectionStore& store) {
   nightClock_.place = count == 0 ? kDefaultPlace : Place{latitude / number, longitude / number};
 }
 
-int LampStreet::powerOf(const Lamp& lamp, Moment now, long minutesOfNight,
-                        long minutesOfClock) const {
+const DayProgram* LampStreet::dayProgram(const Night& night) const {
+  return calendar_.programFor(eveningOf(night, zone_), byClock_);
+}
+
+LampStreet::NightTime LampStreet::timeIn(const Night& night, Moment now) const {
+  return NightTime{std::chrono::floor<minutes>(now - night.begin).count(),
+                   minutesAfterNoon(night, now, zone_), dayProgram(night)};
+}
+
+int LampStreet::programPower(const Lamp& lamp, const NightTime& time) const {
+  const ClockProgram& clock = time.day != nullptr ? time.day->clock : lamp.clock;
+  const IntervalProgram& interval = time.day != nullptr ? time.day->interval : lamp.interval;
+  return byClock_ ? clock.powerAt(time.ofClock) : interval.powerAfter(time.ofNight);
+}
+
+int LampStreet::programPower(const Lamp& lamp, const Night& night, Moment now) const {
+  return programPower(lamp, timeIn(night, now));
+}
+
+int LampStreet::powerOf(const Lamp& lamp, Moment now, const NightTime& time) const {
   if (lamp.ignored) return 0;
   if (lamp.overrideBegin <= now && now < lamp.overrideEnd) return lamp.overridePower;
-  if (!night_) return 0;
-  return byClock_ ? lamp.clock.powerAt(minutesOfClock) : lamp.interval.powerAfter(minutesOfNight);
+  return night_ ? programPower(lamp, time) : 0;
 }
 
 void LampStreet::update(Moment now) {
   night_ = nightClock_.at(now);
-  const long ofNight = night_ ? std::chrono::floor<minutes>(now - night_->begin).count() : 0;
-  const long ofClock = night_ ? minutesAfterNoon(*night_, now, zone_) : 0;
+  const NightTime time = night_ ? timeIn(*night_, now) : NightTime{};
   const seconds passed = last_ ? now - *last_ : seconds{0};
   const bool counts = passed > seconds{0} && passed <= kLongestStep;
   last_ = now;
@@ -128,7 +144,7 @@ void LampStreet::update(Moment now) {
       lamp.litSeconds += span;
       lamp.wattSeconds += span * lamp.watts * lamp.power / 100.0 * static_cast<double>(lamp.health);
     }
-    const int power = powerOf(lamp, now, ofNight, ofClock);
+    const int power = powerOf(lamp, now, time);
     if (power > 0 && lamp.power == 0) lamp.litSince = now;
     lamp.power = power;
     lit_ += power > 0 ? 1 : 0;

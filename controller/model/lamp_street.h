@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "controller/model/day_calendar.h"
 #include "controller/model/dimming.h"
 #include "controller/model/night.h"
 #include "controller/model/section_store.h"
@@ -48,6 +49,14 @@ class LampStreet {
   /// used so far is kept as long as the nodes are the same.
   void rebuild(const SectionStore& store);
 
+  /// Lets a calendar's day types go before the programs of the lamps.
+  void follow(DayCalendar calendar) { calendar_ = std::move(calendar); }
+
+  /// The power that a lamp's program asks for at that moment of a night, without override.
+  int programPower(const Lamp& lamp, const Night& night, Moment now) const;
+  /// The calendar's program for a night; null where lamps burn by their own.
+  const DayProgram* dayProgram(const Night& night) const;
+
   /// Lets the lamps burn as they must at `now` and counts what they used since the last time. A
   /// clock that was set is not counted as time that passed.
   void update(Moment now);
@@ -68,12 +77,22 @@ class LampStreet {
 
  private:
   void readPlace(const SectionStore& store);
-  int powerOf(const Lamp& lamp, Moment now, long minutesOfNight, long minutesOfClock) const;
+
+  // A moment of the night as programs count it.
+  struct NightTime {
+    long ofNight = 0;
+    long ofClock = 0;
+    const DayProgram* day = nullptr;
+  };
+  NightTime timeIn(const Night& night, Moment now) const;
+  int programPower(const Lamp& lamp, const NightTime& time) const;
+  int powerOf(const Lamp& lamp, Moment now, const NightTime& time) const;
 
   std::vector<Lamp> lamps_;
   NightClock nightClock_;
   ZoneRule zone_;
   bool byClock_ = false;
+  DayCalendar calendar_;
   std::optional<Night> night_;
   std::optional<Moment> last_;
   std::size_t lit_ = 0;

@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <csignal>
 #include <fstream>
+#include <pugixml.hpp>
+#include <thread>
 
 #include "controller/model/state_file.h"
 #include "tests/controller/support/http_client.h"
@@ -42,6 +47,72 @@ TEST(ControllerProgram, GoesOnWithItsStateAfterBeingKilled) {
   const std::string base = again.waitForAddress();
   EXPECT_NE(httpCommand(base, 1, "<deviceCfg><L01/></deviceCfg>").body.find("\"Durable\""),
             std::string::npos);
+}
+
+// Several clients write their own attribute, each a higher number every time, until the program is
+// killed. What was answered with success must be there afterwards.
+TEST(ControllerProgram, LosesNothingThatItConfirmedWhenItIsKilled) {
+  constexpr std::size_t kClients = 8;
+  const ScratchFolder folder;
+  const std::string state = (folder.path() / "state.xml").string();
+  std::array<std::atomic<int>, kClients> confirmed{};
+  {
+    Program program(command({"--port", "0", "--nodes", "50", "--state", state}));
+    const std::string base = program.waitForAddress();
+    std::vector<std::thread> clients;
+    for (std::size_t client = 0; client < kClients; ++client) {
+      clients.emplace_back([&, client] {
+        for (int number = 1;; ++number) {
+          const std::string write = "<deviceCfg><E01 c" + std::to_string(client) + "=\"" +
+                                    std::to_string(number) + "\"/></deviceCfg>";
+          if (httpCommand(base, 2, write).status != 200) return;
+          confirmed[client] = number;
+        }
+      });
+    }
+    // Killed in full flight: as soon as every client has been answered a few times.
+    while (std::any_of(confirmed.begin(), confirmed.end(), [](const auto& n) { return n < 5; })) {
+      std::this_thread::yield();
+    }
+    program.signal(SIGKILL);
+    for (std::thread& client : clients) client.join();
+    program.wait();
+  }
+  Program again(command({"--port", "0", "--state", state}));
+  pugi::xml_document reply;
+  const std::string base = again.waitForAddress();
+  ASSERT_FALSE(base.empty());
+  reply.load_string(httpCommand(base, 1, "<deviceCfg><L01/></deviceCfg>").body.c_str());
+  const pugi::xml_node section = reply.child("deviceCfg").child("ZelLamp").child("L01");
+  for (std::size_t client = 0; client < kClients; ++client) {
+    EXPECT_GE(section.attribute(("c" + std::to_string(client)).c_str()).as_int(),
+              confirmed[client].load());
+  }
+}
+
+TEST(ControllerProgram, ServesFiftyClientsAtOnce) {
+  constexpr int kClients = 50;
+  constexpr int kRounds = 6;
+  const ScratchFolder folder;
+  Program program(command({"--port", "0", "--nodes", "200", "--state", folder.path().string()}));
+  const std::string base = program.waitForAddress();
+  std::atomic<int> good = 0;
+  std::vector<std::thread> clients;
+  for (int client = 0; client < kClients; ++client) {
+    clients.emplace_back([&, client] {
+      for (int round = 0; round < kRounds; ++round) {
+        const bool writes = (client + round) % 3 == 0;
+        good += httpCommand(base, writes ? 2 : 1,
+                            writes ? "<deviceCfg><E01 name=\"x\"/></deviceCfg>"
+                                   : "<deviceCfg><L04/></deviceCfg>")
+                            .status == 200
+                    ? 1
+                    : 0;
+      }
+    });
+  }
+  for (std::thread& client : clients) client.join();
+  EXPECT_EQ(good, kClients * kRounds);
 }
 
 TEST(ControllerProgram, RefusesAStateThatItCannotRead) {

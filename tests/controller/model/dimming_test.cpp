@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "controller/model/day_calendar.h"
 #include "controller/model/night.h"
 
 namespace lamp::controller {
@@ -44,6 +45,46 @@ TEST(ClockProgram, AStepBeforeTheLampsAreLitHoldsFromTheBeginning) {
           "power3='40' hour4='05' min4='00' power4='80'/>");
   const ClockProgram program = ClockProgram::read(document.first_child());
   EXPECT_EQ(program.powerAt(21 * 60 - 720), 70);
+}
+
+std::string calendarText(const char* module, const char* interval, const std::string& year) {
+  return std::string("<calendar><hasIOmodule>") + module +
+         "</hasIOmodule><days><day><num>0</num><Interval time1='0' power1='0'/></day>"
+         "<day><num>3</num><Interval " +
+         interval + "/></day></days><year>" + year + "</year></calendar>";
+}
+
+TEST(DayCalendar, FindsTheDayTypeOfADateWithFebruaryOfTwentyNineDays) {
+  std::string year(366, '0');
+  year[58] = '1';   // 28 February
+  year[59] = '2';   // 29 February
+  year[60] = '3';   // 1 March
+  year[100] = 'x';  // 10 April
+  year[365] = '9';  // 31 December
+  DayCalendar calendar;
+  ASSERT_EQ(calendar.load(calendarText("T", "power1='50'", year)), "");
+  const std::pair<local_days, int> cases[] = {
+      {local_days{2025y / February / 28}, 1}, {local_days{2028y / February / 29}, 2},
+      {local_days{2025y / March / 1}, 3},     {local_days{2028y / March / 1}, 3},
+      {local_days{2025y / April / 10}, 0},    {local_days{2025y / December / 31}, 9},
+      {local_days{2025y / January / 1}, 0}};
+  for (const auto& [date, type] : cases) EXPECT_EQ(calendar.typeOf(date), type);
+}
+
+TEST(DayCalendar, HasAProgramOnlyForItsKindAndForDayTypesThatSaySomething) {
+  DayCalendar calendar;
+  ASSERT_EQ(calendar.load(calendarText("F", "time1='60' power1='50'", std::string(60, '3'))), "");
+  const local_days third{2025y / January / 1};
+  ASSERT_NE(calendar.programFor(third, false), nullptr);
+  EXPECT_EQ(calendar.programFor(third, false)->interval.powerAfter(30), 50);
+  EXPECT_EQ(calendar.programFor(third, true), nullptr);
+  EXPECT_EQ(calendar.programFor(local_days{2025y / July / 1}, false), nullptr);
+}
+
+TEST(DayCalendar, RefusesWhatIsNoCalendar) {
+  DayCalendar calendar;
+  EXPECT_NE(calendar.load("<other/>").find("root"), std::string::npos);
+  EXPECT_NE(calendar.load("<calendar>").find("line 1"), std::string::npos);
 }
 
 TEST(Night, RunsFromSunsetToSunriseWithTheOffsets) {

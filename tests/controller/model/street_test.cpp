@@ -58,6 +58,22 @@ TEST(Street, AnOverrideHoldsForItsTimeByDayAndByNight) {
   EXPECT_EQ(powerAt(rig, "20250315143000W"), 0);
 }
 
+TEST(Street, ADayTypeOfTheCalendarGoesBeforeTheProgramsOfTheLamps) {
+  ControllerRig rig(kWithInputs);
+  DayCalendar calendar;
+  std::string year(366, '0');
+  year[74] = '3';  // 15 March
+  ASSERT_EQ(calendar.load("<calendar><hasIOmodule>T</hasIOmodule><days><day><num>3</num><Interval "
+                          "power1='11' hour2='01' min2='00' power2='22' power3='22' hour3='02' "
+                          "power4='22' hour4='03'/></day></days><year>" +
+                          year + "</year></calendar>"),
+            "");
+  rig.controller.followCalendar(calendar);
+  EXPECT_EQ(powerAt(rig, "20250315230000W"), 11);
+  EXPECT_EQ(powerAt(rig, "20250316013000W"), 22);
+  EXPECT_EQ(powerAt(rig, "20250316230000W"), 70);
+}
+
 TEST(Street, ABlacklistedLampStaysDark) {
   ControllerRig rig(kWithInputs);
   ASSERT_EQ(rig.write("<E09><Node nodeId=\"4100007\"/></E09>"), 200);
