@@ -182,20 +182,21 @@ void XCDeviceCfgZelLampManager::OnPage(int buttonId) {
 }
 
 void XCDeviceCfgZelLampManager::Layout() {
-  const auto row = [](int labelId, int valueId) {
-    return XCHoritzontalLayout({layout::control(labelId, 0, 140), layout::control(valueId, 1)});
-  };
   host::LayoutItem main = XCVerticalLayout({});
   host::LayoutItem programs = layout::box(Id::ProgramsGroup, {});
   for (const MenuEntry& entry : Entries)
     (entry.place == Place::main ? main : programs).items.push_back(layout::control(entry.button));
   if (!programs.items.empty()) main.items.push_back(std::move(programs));
   SetLayout(XCVerticalLayout(
-      {layout::box(Id::ControllerGroup,
-                   {row(Id::IdentifierLabel, Id::Identifier), row(Id::NameLabel, Id::Name),
-                    row(Id::DescriptionLabel, Id::Description), row(Id::ModelLabel, Id::Model),
-                    row(Id::FirmwareLabel, Id::Firmware),
-                    row(Id::ManufacturedLabel, Id::Manufactured)}),
+      {layout::box(
+           Id::ControllerGroup,
+           {layout::grid(
+               2, {layout::control(Id::IdentifierLabel), layout::control(Id::Identifier, 1),
+                   layout::control(Id::NameLabel), layout::control(Id::Name, 1),
+                   layout::control(Id::DescriptionLabel), layout::control(Id::Description, 1),
+                   layout::control(Id::ModelLabel), layout::control(Id::Model, 1),
+                   layout::control(Id::FirmwareLabel), layout::control(Id::Firmware, 1),
+                   layout::control(Id::ManufacturedLabel), layout::control(Id::Manufactured, 1)})}),
        std::move(main), layout::stretch(),
        XCHoritzontalLayout({layout::stretch(), layout::control(IDOK)})}));
 }

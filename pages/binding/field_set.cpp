@@ -47,15 +47,17 @@ std::vector<host::ControlSpec> FieldSet::frameControls(std::size_t frame) const 
 }
 
 host::LayoutItem FieldSet::frameLayout(std::size_t frame) const {
-  std::vector<host::LayoutItem> rows;
+  // Label, control and unit in three columns, aligned over the rows of the frame.
+  constexpr int Columns = 3;
+  std::vector<host::LayoutItem> pieces;
   const std::size_t first = firstOf(frame);
   for (std::size_t i = first; i < first + frames_[frame].count; ++i) {
-    std::vector<host::LayoutItem> row = {host::layout::control(idOf(i, label)),
-                                         host::layout::control(idOf(i, control), 1)};
-    if (fields_[i].unit != TextId::None) row.push_back(host::layout::control(idOf(i, unit)));
-    rows.push_back(XCHoritzontalLayout(std::move(row)));
+    pieces.push_back(host::layout::control(idOf(i, label)));
+    pieces.push_back(host::layout::control(idOf(i, control), 1));
+    pieces.push_back(fields_[i].unit != TextId::None ? host::layout::control(idOf(i, unit))
+                                                     : host::layout::gap(0));
   }
-  return host::layout::box(boxOf(frame), std::move(rows));
+  return host::layout::box(boxOf(frame), {host::layout::grid(Columns, std::move(pieces))});
 }
 
 void FieldSet::fillChoices(XCBaseDlg& dialog, std::size_t field) const {
