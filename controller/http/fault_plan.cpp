@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <regex>
+#include <cstdlib>
+
+#include "controller/model/refusal.h"
 
 namespace lamp::controller {
 namespace {
@@ -53,13 +55,29 @@ bool readLong(const std::string& text, long& number) {
   return result.ec == std::errc() && result.ptr == end;
 }
 
-bool readBytes(const std::string& text, long& number) {
-  static const std::regex kSize("([0-9]{1,10})(KiB|MiB)?");
-  std::smatch match;
-  if (!std::regex_match(text, match, kSize) || !readLong(match[1], number)) return false;
-  if (match[2] == "KiB") number *= 1024;
-  if (match[2] == "MiB") number *= 1024 * 1024;
-  return number <= kMostBytes;
+// A number of bytes, of KiB or of MiB.
+bool readBytes(std::string text, long& number) {
+  constexpr std::size_t kUnit = 3;
+  long factor = 1;
+  if (text.ends_with("KiB")) factor = 1024;
+  if (text.ends_with("MiB")) factor = 1024 * 1024;
+  if (factor > 1) text.resize(text.size() - kUnit);
+  if (!readLong(text, number) || number < 0 || number > kMostBytes / factor) return false;
+  number *= factor;
+  return true;
+}
+
+// Cuts a mark and the one to six digits behind it off the end of the text, where they stand there.
+void cutNumber(std::string& text, char mark, int& number) {
+  constexpr std::size_t kMostDigits = 6;
+  const std::size_t at = text.rfind(mark);
+  if (at == std::string::npos) return;
+  const std::string digits = text.substr(at + 1);
+  const bool fits = !digits.empty() && digits.size() <= kMostDigits &&
+                    digits.find_first_not_of("0123456789") == std::string::npos;
+  if (!fits) return;
+  number = std::atoi(digits.c_str());
+  text.resize(at);
 }
 
 std::string readArgument(const FaultRule& rule, bool given, Fault& fault) {
@@ -84,21 +102,21 @@ std::string readArgument(const FaultRule& rule, bool given, Fault& fault) {
 }  // namespace
 
 std::string parseFault(const std::string& text, Fault& fault) {
-  static const std::regex kForm("([a-z-]+)(:([^]*?))?(@([0-9]{1,6}))?(#([0-9]{1,6}))?");
-  std::smatch match;
-  if (!std::regex_match(text, match, kForm)) {
-    return "\"" + text + "\" is no fault; write NAME[:ARGUMENT][@COMMAND][#COUNT]";
-  }
-  const std::string name = match[1];
+  std::string rest = text;
+  cutNumber(rest, '#', fault.remaining);
+  cutNumber(rest, '@', fault.command);
+  const std::size_t colon = rest.find(':');
+  const std::string name = rest.substr(0, colon);
   const auto rule = std::find_if(kRules.begin(), kRules.end(),
                                  [&](const FaultRule& each) { return name == each.name; });
-  if (rule == kRules.end()) return "\"" + name + "\" is no fault; there are " + names();
+  if (rule == kRules.end()) {
+    return quoted(name) + " is no fault; write NAME[:ARGUMENT][@COMMAND][#COUNT]; there are " +
+           names();
+  }
   fault.kind = rule->kind;
   fault.text = text;
-  fault.argument = match[3];
-  if (match[5].matched) fault.command = std::stoi(match[5]);
-  if (match[7].matched) fault.remaining = std::stoi(match[7]);
-  return readArgument(*rule, match[2].matched, fault);
+  if (colon != std::string::npos) fault.argument = rest.substr(colon + 1);
+  return readArgument(*rule, colon != std::string::npos, fault);
 }
 
 void FaultPlan::add(Fault fault) {

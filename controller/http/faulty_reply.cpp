@@ -1,7 +1,5 @@
 #include "controller/http/faulty_reply.h"
 
-#include <regex>
-
 namespace lamp::controller {
 namespace {
 
@@ -26,9 +24,19 @@ std::string nested(long depth) {
   return text;
 }
 
-std::string withOtherSection(const std::string& body) {
-  static const std::regex kSection("(</?)L[0-9][0-9]");
-  return std::regex_replace(body, kSection, "$1L00");
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// The opening and the closing tag of the section become those of one that does not exist.
+std::string withOtherSection(std::string body) {
+  for (std::size_t at = body.find('<'); at != std::string::npos; at = body.find('<', at + 1)) {
+    const std::size_t name = at + (body.compare(at, 2, "</") == 0 ? 2 : 1);
+    const bool section = name + 2 < body.size() && body[name] == 'L' && isDigit(body[name + 1]) &&
+                         isDigit(body[name + 2]);
+    if (section) body.replace(name, 3, "L00");
+  }
+  return body;
 }
 
 // The controller's element stays, without what is in it.

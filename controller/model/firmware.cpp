@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <regex>
 
 #include "controller/model/tar_archive.h"
 
@@ -37,10 +36,18 @@ std::string versionMember(const TarListing& listing) {
   return "";
 }
 
+// Digits, and at least once a point and digits.
 std::string versionInName(const std::string& name) {
-  static const std::regex kDotted("[0-9]+(\\.[0-9]+)+");
-  std::smatch match;
-  return std::regex_search(name, match, kDotted) ? match.str().substr(0, kLongestVersion) : "";
+  constexpr const char* kDigits = "0123456789";
+  for (std::size_t at = name.find_first_of(kDigits); at != std::string::npos;) {
+    const std::size_t end = name.find_first_not_of("0123456789.", at);
+    std::string found = name.substr(at, end == std::string::npos ? end : end - at);
+    found = found.substr(0, found.find(".."));
+    while (found.ends_with('.')) found.pop_back();
+    if (found.find('.') != std::string::npos) return found.substr(0, kLongestVersion);
+    at = end == std::string::npos ? end : name.find_first_of(kDigits, end);
+  }
+  return "";
 }
 
 std::string nextVersion(std::string_view present) {

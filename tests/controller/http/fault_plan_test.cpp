@@ -29,6 +29,8 @@ TEST(FaultPlan, ReadsArgumentCommandAndCount) {
 TEST(FaultPlan, SaysWhatIsWrongWithAFault) {
   const std::pair<const char*, const char*> bad[] = {{"", "no fault"},
                                                      {"bogus", "there are no-answer, delay"},
+                                                     {"delay@x", "no fault"},
+                                                     {"delay#", "no fault"},
                                                      {"delay:x", "takes a number"},
                                                      {"oversize:2GiB", "takes a size"},
                                                      {"oversize:9999999999", "takes a size"},

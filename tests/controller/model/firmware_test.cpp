@@ -60,6 +60,8 @@ TEST(Firmware, TakesItsVersionFromTheMemberThenFromTheNameThenCountsOn) {
   EXPECT_EQ(inspectFirmware(marked, "C:\\fw\\lamp-2.0.tar", "1.9.9").version, "3.1.0-rc1");
   EXPECT_EQ(inspectFirmware(plain, "C:\\fw 7.7\\lamp-2.5.1.tar", "1.9.9").version, "2.5.1");
   EXPECT_EQ(inspectFirmware(plain, "/home/x/lamp.tar", "1.9.9").version, "1.9.10");
+  EXPECT_EQ(inspectFirmware(plain, "lm3-4.5.tar", "1").version, "4.5");
+  EXPECT_EQ(inspectFirmware(plain, "lamp 7..8.tar", "1").version, "2");
 }
 
 TEST(Firmware, IsKeptUnderAPlainNameInsideItsFolder) {
