@@ -3,8 +3,8 @@
 set -euo pipefail
 
 build_packages=(
-  g++ cmake ninja-build ccache python3 git librsvg2-bin curl
-  libpugixml-dev libcurl4-openssl-dev nlohmann-json3-dev libcpp-httplib-dev
+  g++ cmake ninja-build pkg-config ccache python3 git librsvg2-bin curl
+  libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev libcpp-httplib-dev
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
 test_packages=(libgtest-dev libgmock-dev libxml2-dev procps)
