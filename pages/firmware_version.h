@@ -8,7 +8,8 @@ enum class VersionOrder { equal, firstOlder, firstNewer };
 
 /// Compares two dotted versions component by component, as numbers of any length. A component is
 /// the leading decimal digits of its piece, 0 when there are none; a component that one version
-/// lacks counts as 0, so that "0.3" equals "0.3.0" and an empty text is the oldest version there is.
+/// lacks counts as 0, so that "0.3" equals "0.3.0" and an empty text is the oldest version there
+/// is.
 VersionOrder compareVersions(std::u16string_view first, std::u16string_view second);
 
 }  // namespace lamp
