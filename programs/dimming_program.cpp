@@ -1,7 +1,7 @@
 #include "programs/dimming_program.h"
 
-#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "driver/sections.h"
@@ -23,16 +23,22 @@ host::XmlName nameOf(const StepNames& names, int step) {
   return names[static_cast<std::size_t>(step - 1)];
 }
 
+bool hasTwoDigits(int number) {
+  return number >= 0 && number <= 99;
+}
+
+// "%02d:%02d", made by hand where both have two digits at most: lists ask for it row by row.
 XCBasicString clockText(int hour, int minute) {
-  return XCBasicString::Format(u"%02d:%02d", hour, minute);
+  if (!hasTwoDigits(hour) || !hasTwoDigits(minute))
+    return XCBasicString::Format(u"%02d:%02d", hour, minute);
+  const auto digit = [](int value) { return static_cast<char16_t>(u'0' + value); };
+  const char16_t text[] = {digit(hour / 10), digit(hour % 10), u':', digit(minute / 10),
+                           digit(minute % 10)};
+  return XCBasicString(std::u16string_view(text, std::size(text)));
 }
 
 int order(int first, int second) {
   return first < second ? -1 : first > second ? 1 : 0;
-}
-
-bool hasTwoDigits(int number) {
-  return number >= 0 && number <= 99;
 }
 
 // The order of the starts as texts. Texts of two digits each have the order of their numbers.

@@ -37,13 +37,13 @@ XCBasicString RowEditor::commonValue(const RowField& field) const {
   const host::ListControl& rows = list();
   const auto& selected = rows.selection();
   const Node& first = *rows.element(selected.front());
+  const XCBasicString value = field.read ? field.read(first) : first.getAttribute(*field.attribute);
   const auto agrees = [&](std::size_t row) {
     const Node& other = *rows.element(row);
-    return field.read ? field.read(other) == field.read(first)
-                      : other.attribute(*field.attribute) == first.attribute(*field.attribute);
+    return field.read ? field.read(other) == value
+                      : other.attribute(*field.attribute) == std::u16string_view(value);
   };
-  if (!std::all_of(selected.begin() + 1, selected.end(), agrees)) return {};
-  return field.read ? field.read(first) : first.getAttribute(*field.attribute);
+  return std::all_of(selected.begin() + 1, selected.end(), agrees) ? value : XCBasicString();
 }
 
 void RowEditor::selectionChanged() {

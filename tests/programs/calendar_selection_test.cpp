@@ -1,5 +1,7 @@
 #include "programs/calendar_selection.h"
 
+#include <algorithm>
+
 #include "tests/programs/calendar_fixture.h"
 #include "tests/support/faulty_files.h"
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/printers.h"
 #include "tests/support/xml_compare.h"
 

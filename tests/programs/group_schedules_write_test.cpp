@@ -101,6 +101,17 @@ TEST_F(GroupSchedules, ARefusalDeselectsTheGroupsAndShowsTheRowsValues) {
   EXPECT_EQ(fields(), (Cells{"5", "101", "6", "6", "7", "7", "8", "8"}));
 }
 
+TEST_F(GroupSchedules, ARefusedRowThatItsGroupSelectedLosesTheGroup) {
+  configureUsualGroups();
+  open(
+      "<Node Id='1' time1='1' power1='101' time2='2' power2='2' time3='3' power3='3' time4='4' "
+      "power4='4'/>");
+  driver.select("groups", {0});
+  EXPECT_EQ(driver.selection("nodes"), Selection{0});
+  expectRefused("[38265]([24534] (%),0,100)", 0, "power1");
+  EXPECT_EQ(driver.selection("groups"), Selection{});
+}
+
 // --- sending
 
 TEST_F(GroupSchedules, NothingChangedSendsNothingEvenWithAnotherDate) {
