@@ -142,7 +142,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   int signal = 0;
   sigwait(&ending, &signal);
   server.stop();
-  const std::string fault = keeper.keep();
+  const std::string fault = keeper.keepAtEnd();
   return fault.empty() ? 0 : complain("the state can't be kept: " + fault, kFailure);
 }
 

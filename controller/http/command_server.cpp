@@ -129,7 +129,7 @@ class CommandServer::Impl {
   void addFailures() {
     server_.set_exception_handler(
         [](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
-          answer(response, 500, "The controller failed on this command; its state is unchanged.");
+          answer(response, 500, "The controller failed on this command; send it again.");
         });
     server_.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
       if (!response.body.empty()) return;

@@ -3,9 +3,9 @@
 #include <httplib.h>
 
 #include <charconv>
-#include <nlohmann/json.hpp>
 
 #include "controller/http/command_server.h"
+#include "controller/http/json_text.h"
 
 namespace lamp::controller {
 namespace {
@@ -122,11 +122,13 @@ std::string ControlDesk::setFaults(const httplib::Request& request) {
 }
 
 std::string ControlDesk::state() const {
-  nlohmann::json state = {{"date", service_.controller.date()},
-                          {"speed", service_.clock.speed()},
-                          {"paused", service_.clock.paused()},
-                          {"faults", service_.faults.list()}};
-  return state.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+  return JsonText('{')
+             .add("date", service_.controller.date())
+             .add("faults", service_.faults.list())
+             .add("paused", service_.clock.paused())
+             .add("speed", service_.clock.speed())
+             .done() +
+         "\n";
 }
 
 }  // namespace lamp::controller

@@ -1,19 +1,13 @@
 #include "controller/http/street_view.h"
 
-#include <nlohmann/json.hpp>
+#include "controller/http/json_text.h"
 
 namespace lamp::controller {
 namespace {
 
-using nlohmann::json;
-
 constexpr std::size_t kMostAlarms = 200;
 constexpr const char* kAlphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-std::string text(const json& value) {
-  return value.dump(-1, ' ', false, json::error_handler_t::replace);
-}
 
 std::string letters(const std::vector<std::uint8_t>& powers) {
   std::string packed;
@@ -22,97 +16,129 @@ std::string letters(const std::vector<std::uint8_t>& powers) {
   return packed;
 }
 
-json listOf(const std::array<bool, kPorts>& states) {
-  json list = json::array();
-  for (const bool state : states) list.push_back(state);
-  return list;
+std::string listOf(const std::array<bool, kPorts>& states) {
+  JsonText list('[');
+  for (const bool state : states) list.add("", state);
+  return list.done();
 }
 
-json alarmList(const LiveView& view) {
-  json list = json::array();
-  for (const AlarmView& alarm : view.alarms) {
-    if (list.size() == kMostAlarms) break;
-    list.push_back({{"node", alarm.nodeId}, {"kind", alarm.kind}, {"since", alarm.since}});
+std::string alarmList(const LiveView& view) {
+  JsonText list('[');
+  for (std::size_t i = 0; i < view.alarms.size() && i < kMostAlarms; ++i) {
+    const AlarmView& alarm = view.alarms[i];
+    list.addRaw("", JsonText('{')
+                        .add("node", alarm.nodeId)
+                        .add("kind", alarm.kind)
+                        .add("since", alarm.since)
+                        .done());
   }
-  return list;
+  return list.done();
 }
 
-json logList(const std::vector<LoggedCommand>& entries) {
-  json list = json::array();
+std::string logList(const std::vector<LoggedCommand>& entries) {
+  JsonText list('[');
   for (const LoggedCommand& entry : entries) {
-    list.push_back({{"number", entry.number},
-                    {"command", entry.command},
-                    {"date", entry.date},
-                    {"parameters", entry.parameters},
-                    {"request", entry.request},
-                    {"status", entry.status},
-                    {"reply", entry.reply}});
+    list.addRaw("", JsonText('{')
+                        .add("number", static_cast<std::size_t>(entry.number))
+                        .add("command", entry.command)
+                        .add("date", entry.date)
+                        .add("parameters", entry.parameters)
+                        .add("request", entry.request)
+                        .add("status", entry.status)
+                        .add("reply", entry.reply)
+                        .done());
   }
-  return list;
+  return list.done();
+}
+
+std::string programList(const StreetPlanView& plan) {
+  JsonText programs('[');
+  for (const ProgramGroup& group : plan.programs) {
+    JsonText steps('[');
+    for (const LightStep& step : group.steps) {
+      steps.addRaw("", JsonText('{')
+                           .add("from", step.from)
+                           .add("minute", step.minute)
+                           .add("power", step.power)
+                           .done());
+    }
+    programs.addRaw("",
+                    JsonText('{').add("lamps", group.lamps).addRaw("steps", steps.done()).done());
+  }
+  return programs.done();
+}
+
+std::string positionOf(const NodeView& node) {
+  if (!node.placed) return "null";
+  return JsonText('[')
+      .add("", static_cast<double>(node.latitude))
+      .add("", static_cast<double>(node.longitude))
+      .done();
+}
+
+// Everything but powers and commands, which come only when they are new.
+JsonText standing(const Service& service, const LiveView& view) {
+  JsonText news('{');
+  news.add("version", static_cast<std::size_t>(view.version))
+      .add("id", view.id)
+      .add("date", view.date)
+      .add("night", view.night)
+      .add("nightBegin", view.nightBegin)
+      .add("nightEnd", view.nightEnd)
+      .add("nightMinutes", view.nightMinutes)
+      .add("sunset", view.sunset)
+      .add("sunrise", view.sunrise)
+      .add("lit", view.lit)
+      .add("pending", view.pending)
+      .addRaw("inputs", listOf(view.ports.inputs))
+      .addRaw("outputs", listOf(view.ports.outputs))
+      .addRaw("alarms", alarmList(view))
+      .add("alarmCount", view.alarms.size())
+      .add("speed", service.clock.speed())
+      .add("paused", service.clock.paused())
+      .add("faults", service.faults.list());
+  return news;
 }
 
 }  // namespace
 
 std::string planJson(const StreetPlanView& plan) {
-  json ids = json::array();
-  json references = json::array();
-  json positions = json::array();
-  json ignored = json::array();
+  JsonText ids('[');
+  JsonText references('[');
+  JsonText positions('[');
+  JsonText ignored('[');
   for (std::size_t i = 0; i < plan.nodes.size(); ++i) {
     const NodeView& node = plan.nodes[i];
-    ids.push_back(node.id);
-    references.push_back(node.reference);
-    positions.push_back(node.placed ? json{node.latitude, node.longitude} : json());
-    if (node.ignored) ignored.push_back(i);
+    ids.add("", node.id);
+    references.add("", node.reference);
+    positions.addRaw("", positionOf(node));
+    if (node.ignored) ignored.add("", i);
   }
-  json programs = json::array();
-  for (const ProgramGroup& group : plan.programs) {
-    json steps = json::array();
-    for (const LightStep& step : group.steps) {
-      steps.push_back({{"from", step.from}, {"minute", step.minute}, {"power", step.power}});
-    }
-    programs.push_back({{"lamps", group.lamps}, {"steps", steps}});
-  }
-  return text({{"version", plan.version},
-               {"ids", ids},
-               {"references", references},
-               {"positions", positions},
-               {"ignored", ignored},
-               {"programs", programs}});
+  return JsonText('{')
+      .add("version", static_cast<std::size_t>(plan.version))
+      .addRaw("ids", ids.done())
+      .addRaw("references", references.done())
+      .addRaw("positions", positions.done())
+      .addRaw("ignored", ignored.done())
+      .addRaw("programs", programList(plan))
+      .done();
 }
 
 std::string newsJson(const Service& service, ViewerState& viewer) {
   const LiveView view = service.controller.view();
-  json news = {{"version", view.version},
-               {"id", view.id},
-               {"date", view.date},
-               {"night", view.night},
-               {"nightBegin", view.nightBegin},
-               {"nightEnd", view.nightEnd},
-               {"nightMinutes", view.nightMinutes},
-               {"sunset", view.sunset},
-               {"sunrise", view.sunrise},
-               {"lit", view.lit},
-               {"pending", view.pending},
-               {"inputs", listOf(view.ports.inputs)},
-               {"outputs", listOf(view.ports.outputs)},
-               {"alarms", alarmList(view)},
-               {"alarmCount", view.alarms.size()},
-               {"speed", service.clock.speed()},
-               {"paused", service.clock.paused()},
-               {"faults", service.faults.list()}};
-  std::string rest = text(news);
+  JsonText news = standing(service, view);
+  std::string rest = news.done();
   std::string powers = letters(view.powers);
   const std::vector<LoggedCommand> entries = service.log.after(viewer.logged);
   if (rest == viewer.rest && powers == viewer.powers && entries.empty()) return "";
-  if (powers != viewer.powers || viewer.rest.empty()) news["powers"] = powers;
+  if (powers != viewer.powers || viewer.rest.empty()) news.add("powers", powers);
   if (!entries.empty()) {
-    news["log"] = logList(entries);
+    news.addRaw("log", logList(entries));
     viewer.logged = entries.back().number;
   }
   viewer.rest = std::move(rest);
   viewer.powers = std::move(powers);
-  return text(news);
+  return news.done();
 }
 
 }  // namespace lamp::controller

@@ -41,6 +41,14 @@ std::string StateKeeper::keep() {
   return fault;
 }
 
+std::string StateKeeper::keepAtEnd() {
+  {
+    const std::lock_guard lock(mutex_);
+    kept_ = 0;
+  }
+  return keep();
+}
+
 fs::path stateFileOf(const std::string& option) {
   if (option.empty()) return {};
   return namesFolder(option) ? fs::path(option) / kFileInFolder : fs::path(option);

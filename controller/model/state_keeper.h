@@ -22,6 +22,8 @@ class StateKeeper {
   /// Returns when every change made before the call is in the file; the answer is empty then,
   /// otherwise what went wrong.
   std::string keep();
+  /// Keeps the state even where nothing but time has passed, for the end of the program.
+  std::string keepAtEnd();
 
  private:
   Controller& controller_;

@@ -70,7 +70,7 @@ TEST(ControlDesk, ShowsWhereThingsStand) {
   EXPECT_EQ(state.type, "application/json");
   EXPECT_EQ(state.body,
             "{\"date\":\"2025-03-15 12:00:00\",\"faults\":[\"delay:0\"],\"paused\":false,"
-            "\"speed\":1.0}\n");
+            "\"speed\":1}\n");
 }
 
 }  // namespace

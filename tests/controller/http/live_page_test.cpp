@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "controller/http/json_text.h"
 #include "controller/http/street_view.h"
 #include "tests/controller/support/http_client.h"
 #include "tests/controller/support/server_rig.h"
@@ -80,6 +81,14 @@ TEST(LivePage, CommandsAreShownWithoutTheirPasswords) {
   EXPECT_EQ(log[0]["parameters"], "ftpUser=u&ftpPassword=***");
   EXPECT_EQ(log[1]["status"], 200);
   EXPECT_EQ(newsJson(service, viewer), "");
+}
+
+TEST(JsonText, EscapesWhatMustNotStandInAString) {
+  for (const std::string text :
+       {"plain", "\"quoted\" \\ back", "a\nb\tc\x01", "\xC3\xA9 \xE2\x82\xAC"}) {
+    EXPECT_EQ(json::parse(jsonString(text)).get<std::string>(), text);
+  }
+  EXPECT_EQ(jsonString("a\xFF\xC3"), "\"a\\ufffd\\ufffd\"");
 }
 
 TEST(LivePage, StreamsNewsAsEvents) {
