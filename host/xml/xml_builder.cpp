@@ -37,6 +37,19 @@ constexpr std::size_t MostAttributes = 0xFFFF;
 constexpr std::uint32_t Unknown = ~0U;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
+// Whether eight bytes are all of the class Plain. For each byte b with the top bit clear, b - n has
+// it set exactly when b < n, and b ^ c - 1 when b is c.
+bool isPlain(const char* bytes) {
+  constexpr std::uint64_t Ones = 0x0101010101010101U;
+  constexpr std::uint64_t Tops = 0x8080808080808080U;
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  const auto below = [](std::uint64_t x, std::uint64_t n) { return (x - Ones * n) & ~x; };
+  const std::uint64_t odd = word | below(word, 0x20) | below(word ^ (Ones * '&'), 1) |
+                            below(word ^ (Ones * '<'), 1) | below(word ^ (Ones * '>'), 1);
+  return (odd & Tops) == 0;
+}
+
 bool isXmlCharacter(char32_t c) {
   return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
          (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
@@ -173,6 +186,7 @@ Node* Builder::build(std::string utf8, XmlError& error) {
     if (utf8.starts_with(ByteOrderMark)) utf8.erase(0, ByteOrderMark.size());
     std::string& buffer = storage_.pool().adopt(std::move(utf8));
     begin_ = buffer.data();
+    end_ = begin_ + buffer.size();
     noteLines(buffer);  // before the library writes its terminators over line ends
     pugi::xml_document tree;
     // With the terminator, over which the library writes its own: else it overlooks a last
@@ -328,6 +342,7 @@ bool Builder::addText(const pugi::xml_node& piece, Node& node) {
 
 bool Builder::decode(char* raw, Place place, XmlText& value) {
   const char* at = raw;
+  while (end_ - at >= 8 && isPlain(at)) at += 8;
   while (Classes[static_cast<unsigned char>(*at)] == Plain) ++at;
   if (*at == '\0') {
     value = XmlText::narrow({raw, static_cast<std::size_t>(at - raw)});

@@ -54,6 +54,7 @@ class Builder {
   Storage& storage_;
   const XmlLimits& limits_;
   const char* begin_ = nullptr;
+  const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
   std::unordered_set<std::uint32_t> names_;
   std::vector<std::string_view> nameTexts_;  // by number, those of names_
