@@ -32,11 +32,11 @@ QIcon swatch(const QColor& colour) {
 QIcon imageIcon(const std::string& name) {
   if (name.empty()) return {};
   if (name.front() == '#') return swatch(QColor(QString::fromStdString(name)));
-  const QString path = qtText(
-      XCVarnisSetup::Get().getImageFilePath(XCBasicString::FromUtf8(name)));
+  const QString path = qtText(XCVarnisSetup::Get().getImageFilePath(XCBasicString::FromUtf8(name)));
   if (!QFileInfo::exists(path)) return {};
   QIcon icon(path);
-  // The variant is found by its name for the densest screens only; a screen may be plugged in later.
+  // The variant is found by its name for the densest screens only; a screen may be plugged in
+  // later.
   const QFileInfo file(path);
   const QString dense = file.path() + "/" + file.completeBaseName() + "@2x." + file.suffix();
   if (QFileInfo::exists(dense)) icon.addFile(dense);

@@ -16,6 +16,8 @@ QIcon imageIcon(const std::string& name);
 /// The size in which the image was drawn, in device-independent pixels.
 QSize imageSize(const QIcon& icon);
 
-inline QColor qtColour(host::Colour colour) { return {colour.red, colour.green, colour.blue}; }
+inline QColor qtColour(host::Colour colour) {
+  return {colour.red, colour.green, colour.blue};
+}
 
 }  // namespace editor

@@ -1,11 +1,14 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 #include "editor/front_end/exchange_window.h"
 #include "editor/front_end/qt_front_end.h"
 #include "editor/options.h"
 #include "editor/tour/journey.h"
+#include "editor/tour/tour_screen.h"
 #include "editor/window/main_window.h"
 #include "host/services/setup.h"
 
@@ -21,7 +24,7 @@ int fail(const std::string& error) {
   return StartFailed;
 }
 
-// For the time of the tour only: the configuration is put back to its own address at its end.
+// The tour goes to this controller whatever address the configuration gives its first device.
 void setTourAddress(const std::string& address) {
   const auto devices = workbench::DeviceCatalogue::devices();
   if (address.empty() || devices.empty()) return;
@@ -42,18 +45,23 @@ void printExchanges(const workbench::ExchangeRecord& record) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const auto isGiven = [argc, argv](std::string_view beginning) {
+    return std::any_of(argv, argv + argc, [beginning](std::string_view argument) {
+      return argument.starts_with(beginning);
+    });
+  };
+  // Without a screen too.
+  if (isGiven("--help")) {
+    std::fputs(qPrintable(helpText()), stdout);
+    return 0;
+  }
+  if (isGiven("--tour")) provideTourScreen();
   QApplication application(argc, argv);
   QApplication::setApplicationName("lamp-editor");
-  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false);
   Options options;
   QString wrong;
   if (!readOptions(QApplication::arguments().mid(1), options, wrong))
     return fail(wrong.toStdString() + "\nTry lamp-editor --help.");
-  if (options.help) {
-    std::fputs(qPrintable(helpText()), stdout);
-    return 0;
-  }
-
   const auto paths = workbench::ProgramPaths::ofThisProgram();
   std::error_code ignored;  // a folder that can't be made is told by the store
   std::filesystem::create_directories(options.workspace.configuration, ignored);

@@ -14,7 +14,9 @@ struct Option {
   Setter set;
 };
 
-std::filesystem::path pathOf(const QString& text) { return text.toStdU16String(); }
+std::filesystem::path pathOf(const QString& text) {
+  return text.toStdU16String();
+}
 
 constexpr Option All[] = {
     {"--config", "FOLDER", "folder of the configuration (the person's own settings folder)",
@@ -62,7 +64,6 @@ bool readOptions(const QStringList& arguments, Options& options, QString& error)
   options.workspace.configuration =
       pathOf(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
   for (qsizetype at = 0; at < arguments.size(); ++at) {
-    if (arguments[at] == "--help" || arguments[at] == "-h") return options.help = true;
     const QString name = arguments[at].section('=', 0, 0);
     const Option* option = findOption(name);
     if (option == nullptr) {
@@ -81,8 +82,9 @@ bool readOptions(const QStringList& arguments, Options& options, QString& error)
 }
 
 QString helpText() {
-  QString text = "lamp-editor shows and changes the lamp managers of a configuration.\n\n"
-                 "Usage: lamp-editor [options]\n\n";
+  QString text =
+      "lamp-editor shows and changes the lamp managers of a configuration.\n\n"
+      "Usage: lamp-editor [options]\n\n";
   for (const Option& option : All)
     text += QString("  %1 %2\n      %3\n").arg(option.name, option.value, option.meaning);
   return text + "  --help\n      this text\n";

@@ -14,7 +14,6 @@ struct Options {
   workbench::WorkspaceOptions workspace;  ///< its language is empty when none was given
   std::filesystem::path tour;             ///< the folder for a tour's screenshots, empty for none
   std::string tourAddress;                ///< "host:port" of the controller to tour, or empty
-  bool help = false;
 };
 
 /// Reads the arguments behind the program's name. False, with what is wrong in @p error, for

@@ -14,7 +14,9 @@ inline QString qtText(std::u16string_view text) {
 }
 
 /// The text with a number in the language in force.
-inline QString caption(host::TextId id) { return qtText(XCLoadString(id)); }
+inline QString caption(host::TextId id) {
+  return qtText(XCLoadString(id));
+}
 
 /// The text with a number, its placeholders filled.
 template <class... Arguments>

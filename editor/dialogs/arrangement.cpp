@@ -50,7 +50,12 @@ QWidget* Arrangement::widgetOf(const host::LayoutItem& item) const {
   if (renderer == nullptr) return nullptr;
   renderer->setArranged(true);
   QWidget& widget = renderer->widget();
-  if (item.size > widget.minimumWidth()) widget.setMinimumWidth(item.size);
+  // A least width of what is made of several widgets must not undercut what these need.
+  auto* inner = dynamic_cast<QBoxLayout*>(widget.layout());
+  if (inner != nullptr && inner->direction() == QBoxLayout::TopToBottom)
+    inner->addStrut(item.size);
+  else if (item.size > widget.minimumWidth())
+    widget.setMinimumWidth(item.size);
   return &widget;
 }
 

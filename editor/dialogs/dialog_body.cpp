@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QTimer>
+#include <QtGui/QFocusEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QWidget>
 #include <algorithm>
@@ -101,18 +102,22 @@ void DialogBody::showFocus() {
     widget->setFocus(Qt::OtherFocusReason);
 }
 
+// A window that becomes active again gives the keyboard to the widget that had it, which is not the
+// user's doing: the program may have put the focus elsewhere meanwhile.
 bool DialogBody::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn) {
-    const auto found =
-        std::find_if(renderers_.begin(), renderers_.end(), [watched](const auto& renderer) {
-          return renderer->tabStops().contains(static_cast<QWidget*>(watched));
-        });
-    if (found != renderers_.end()) {
-      shownFocus_ = &(*found)->control();
-      host::UserInput(dialog_).focus(*shownFocus_);
-    }
-  }
-  return QObject::eventFilter(watched, event);
+  if (event->type() != QEvent::FocusIn) return QObject::eventFilter(watched, event);
+  const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+  const auto found =
+      std::find_if(renderers_.begin(), renderers_.end(), [watched](const auto& renderer) {
+        return renderer->tabStops().contains(static_cast<QWidget*>(watched));
+      });
+  if (found == renderers_.end()) return false;
+  shownFocus_ = &(*found)->control();
+  if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)
+    noteChange();
+  else
+    host::UserInput(dialog_).focus(*shownFocus_);
+  return false;
 }
 
 }  // namespace editor

@@ -98,7 +98,11 @@ void DialogWindow::keyPressEvent(QKeyEvent* event) {
     host::Control* focus = controlWithFocus();
     if (focus == nullptr || !input.press(*focus, host::Key::escape)) input.close();
   } else if (enter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
-    if (host::Control* focus = controlWithFocus()) input.press(*focus, host::Key::enter);
+    host::Control* focus = controlWithFocus();
+    host::Control* ok = dialog_.FindControl(host::IdOk);
+    // A control that was disabled under the keyboard does not keep Enter from the dialog.
+    if (focus != nullptr && !input.press(*focus, host::Key::enter) && ok != nullptr)
+      input.press(*ok, host::Key::enter);
   } else {
     event->ignore();
     return;
@@ -113,6 +117,8 @@ void DialogWindow::closeEvent(QCloseEvent* event) {
 }
 
 // Qt's ways of ending a dialog lead to the model's; the window goes when the model has ended.
-void DialogWindow::done(int) { close(); }
+void DialogWindow::done(int) {
+  close();
+}
 
 }  // namespace editor

@@ -9,7 +9,6 @@
 namespace editor {
 namespace {
 
-constexpr int ShownAfterMilliseconds = 300;
 constexpr int LeastWidth = 360;
 constexpr int FirmwareCommand = 52;
 // From this size on the sending takes long enough for a bar that fills.
@@ -40,7 +39,9 @@ bool isInput(QEvent::Type type) {
 
 }  // namespace
 
-ExchangeWindow::~ExchangeWindow() { delete window_; }
+ExchangeWindow::~ExchangeWindow() {
+  delete window_;
+}
 
 void ExchangeWindow::started(const host::ExchangeRequest& request) {
   running_ = true;
@@ -57,7 +58,7 @@ void ExchangeWindow::moved(std::uint64_t sent, std::uint64_t toSend, std::uint64
 }
 
 bool ExchangeWindow::pump() {
-  if (window_ == nullptr && since_.elapsed() >= ShownAfterMilliseconds) showWindow();
+  if (window_ == nullptr && since_.elapsed() >= delay_) showWindow();
   if (window_ != nullptr && toSend_ >= LargeBody) {
     window_->setMaximum(100);
     window_->setValue(static_cast<int>(std::min<std::uint64_t>(sent_ * 100 / toSend_, 99)));
@@ -75,8 +76,8 @@ void ExchangeWindow::finished() {
 void ExchangeWindow::showWindow() {
   window_ = new QProgressDialog(QApplication::activeWindow());
   window_->setWindowTitle(caption(host::TextId::EditorTitle));
-  window_->setLabelText(caption(firmware_ ? host::TextId::ProgressFirmware
-                                          : host::TextId::ProgressExchange));
+  window_->setLabelText(
+      caption(firmware_ ? host::TextId::ProgressFirmware : host::TextId::ProgressExchange));
   window_->setCancelButtonText(caption(host::TextId::Cancel));
   window_->setRange(0, 0);
   window_->setAutoClose(false);

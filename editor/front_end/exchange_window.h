@@ -9,11 +9,14 @@
 
 namespace editor {
 
-/// What a person sees of an exchange: nothing for 300 ms, then a window with Cancel. Windows stay
+/// What a person sees of an exchange: nothing at first, then a window with Cancel. Windows stay
 /// alive meanwhile, but keys and clicks reach only the one with Cancel.
 class ExchangeWindow : public QObject, public workbench::ExchangeProgress {
  public:
-  ExchangeWindow() = default;
+  static constexpr int DefaultDelay = 300;
+
+  /// The window appears when an exchange lasts longer than @p delay milliseconds.
+  explicit ExchangeWindow(int delay = DefaultDelay) : delay_(delay) {}
   ~ExchangeWindow() override;
 
   void started(const host::ExchangeRequest& request) override;
@@ -31,6 +34,7 @@ class ExchangeWindow : public QObject, public workbench::ExchangeProgress {
   void showWindow();
   bool belongsToWindow(const QObject* object) const;
 
+  const int delay_;
   QElapsedTimer since_;
   QPointer<QProgressDialog> window_;
   bool running_ = false;

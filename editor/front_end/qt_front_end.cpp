@@ -164,9 +164,9 @@ std::filesystem::path QtFrontEnd::openFile(const host::FileRequest& request) {
   for (const host::FileFilter& filter : request.filters)
     filters << qtText(filter.description) + " (" + QString::fromStdString(filter.pattern) + ")";
   filters << caption(TextId::AllFiles) + " (*)";
-  const QString file = QFileDialog::getOpenFileName(windowOf(request.parent),
-                                                    caption(TextId::ChooseFile), QString(),
-                                                    filters.join(QLatin1String(";;")));
+  const QString file =
+      QFileDialog::getOpenFileName(windowOf(request.parent), caption(TextId::ChooseFile), QString(),
+                                   filters.join(QLatin1String(";;")));
   return std::filesystem::path(file.toStdU16String());
 }
 

@@ -16,8 +16,12 @@ ButtonRenderer::ButtonRenderer(XCBaseDlg& dialog, host::Control& control, QWidge
           [this] { perform([this](host::UserInput& input) { input.click(this->control()); }); });
 }
 
-QWidget& ButtonRenderer::widget() { return *button_; }
-QWidget* ButtonRenderer::focusWidget() { return button_; }
+QWidget& ButtonRenderer::widget() {
+  return *button_;
+}
+QWidget* ButtonRenderer::focusWidget() {
+  return button_;
+}
 
 void ButtonRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) button_->setText(plainCaption(control().text()));

@@ -13,8 +13,12 @@ CheckRenderer::CheckRenderer(XCBaseDlg& dialog, host::CheckControl& control, QWi
   });
 }
 
-QWidget& CheckRenderer::widget() { return *box_; }
-QWidget* CheckRenderer::focusWidget() { return box_; }
+QWidget& CheckRenderer::widget() {
+  return *box_;
+}
+QWidget* CheckRenderer::focusWidget() {
+  return box_;
+}
 
 void CheckRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) box_->setText(plainCaption(control().text()));

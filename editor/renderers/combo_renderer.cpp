@@ -19,8 +19,12 @@ ComboRenderer::ComboRenderer(XCBaseDlg& dialog, host::ComboControl& control, QWi
   });
 }
 
-QWidget& ComboRenderer::widget() { return *box_; }
-QWidget* ComboRenderer::focusWidget() { return box_; }
+QWidget& ComboRenderer::widget() {
+  return *box_;
+}
+QWidget* ComboRenderer::focusWidget() {
+  return box_;
+}
 
 // The wheel scrolls the dialog; it changes a list only when the user is in it.
 bool ComboRenderer::eventFilter(QObject* watched, QEvent* event) {

@@ -52,15 +52,19 @@ EditRenderer::EditRenderer(XCBaseDlg& dialog, host::EditControl& control, QWidge
   connect(line_, &QLineEdit::cursorPositionChanged, this, [this] { mirrorSelection(); });
 }
 
-QWidget& EditRenderer::widget() { return *line_; }
-QWidget* EditRenderer::focusWidget() { return line_; }
+QWidget& EditRenderer::widget() {
+  return *line_;
+}
+QWidget* EditRenderer::focusWidget() {
+  return line_;
+}
 
 unsigned EditRenderer::gestureChanges() const {
   return static_cast<unsigned>(host::Change::text) | static_cast<unsigned>(host::Change::selection);
 }
 
 int EditRenderer::naturalWidth() const {
-  const int limit = edit_.limit() > 0 ? edit_.limit()
+  const int limit = edit_.limit() > 0         ? edit_.limit()
                     : edit_.mask().isActive() ? static_cast<int>(edit_.mask().length())
                     : edit_.isDigitsOnly()    ? NarrowestInCharacters
                                               : WidestInCharacters;
@@ -72,8 +76,8 @@ int EditRenderer::naturalWidth() const {
 void EditRenderer::mirrorSelection() {
   // While text differs Qt's positions belong to a text that the model has not seen yet.
   if (isSyncing() || line_->text() != qtText(edit_.text())) return;
-  const auto from = static_cast<std::size_t>(
-      line_->hasSelectedText() ? line_->selectionStart() : line_->cursorPosition());
+  const auto from = static_cast<std::size_t>(line_->hasSelectedText() ? line_->selectionStart()
+                                                                      : line_->cursorPosition());
   const std::size_t to =
       line_->hasSelectedText() ? static_cast<std::size_t>(line_->selectionEnd()) : from;
   if (from != edit_.selectionFrom() || to != edit_.selectionTo()) edit_.select(from, to);
@@ -82,8 +86,8 @@ void EditRenderer::mirrorSelection() {
 void EditRenderer::takeTyped(const QString& text) {
   perform([&](host::UserInput& input) {
     const std::u16string after(hostText(text));
-    const Replacement change = replacementOf(
-        edit_.text(), after, static_cast<std::size_t>(line_->cursorPosition()));
+    const Replacement change =
+        replacementOf(edit_.text(), after, static_cast<std::size_t>(line_->cursorPosition()));
     edit_.select(change.from, change.to);
     const std::u16string typed = after.substr(change.from, change.end - change.from);
     if (typed.empty() && change.to > change.from)

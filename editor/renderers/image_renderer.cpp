@@ -9,7 +9,9 @@ namespace editor {
 ImageRenderer::ImageRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent)
     : ControlRenderer(dialog, control), label_(new QLabel(parent)) {}
 
-QWidget& ImageRenderer::widget() { return *label_; }
+QWidget& ImageRenderer::widget() {
+  return *label_;
+}
 
 void ImageRenderer::show(unsigned changes) {
   if (!has(changes, host::Change::state)) return;

@@ -8,6 +8,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <algorithm>
+#include <utility>
 
 namespace editor {
 namespace {
@@ -31,13 +32,14 @@ IpField::IpField(QWidget* parent) : QFrame(parent), parts_() {
     edit->setFrame(false);
     edit->setAlignment(Qt::AlignHCenter);
     edit->setValidator(digits);
-    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("0000"));
+    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance("00000"));
     edit->setContextMenuPolicy(Qt::NoContextMenu);
     edit->installEventFilter(this);
     connect(edit, &QLineEdit::textEdited, this, [this, part] { edited(part); });
     row->addWidget(edit);
     parts_[part] = edit;
   }
+  row->addStretch();
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -59,14 +61,18 @@ void IpField::showAddress(const QString& address) {
   }
 }
 
-QList<QWidget*> IpField::parts() const { return {parts_.begin(), parts_.end()}; }
+QList<QWidget*> IpField::parts() const {
+  return {parts_.begin(), parts_.end()};
+}
 
 bool IpField::hasKeyboard() const {
   return std::any_of(parts_.begin(), parts_.end(),
                      [](const QLineEdit* part) { return part->hasFocus(); });
 }
 
-void IpField::focusFirst() { goTo(0, false); }
+void IpField::focusFirst() {
+  goTo(0, false);
+}
 
 void IpField::goTo(std::size_t part, bool atEnd) {
   parts_[part]->setFocus(Qt::OtherFocusReason);
@@ -77,10 +83,12 @@ void IpField::goTo(std::size_t part, bool atEnd) {
 }
 
 void IpField::edited(std::size_t part) {
-  const bool full = parts_[part]->text().size() == MostDigits &&
-                    parts_[part]->cursorPosition() == MostDigits;
+  const bool full =
+      parts_[part]->text().size() == MostDigits && parts_[part]->cursorPosition() == MostDigits;
   onEdited();
-  if (full && part + 1 < Parts) goTo(part + 1, false);
+  if (!full || part + 1 == Parts) return;
+  goTo(part + 1, false);
+  advanced_ = true;
 }
 
 bool IpField::key(std::size_t part, QKeyEvent& event) {
@@ -95,13 +103,15 @@ bool IpField::key(std::size_t part, QKeyEvent& event) {
     QGuiApplication::clipboard()->setText(address());
     return true;
   }
+  // The dot that a person types behind a full part, which has led to the next one already.
+  const bool dotIsDone = std::exchange(advanced_, false);
   const bool atStart = edit.cursorPosition() == 0 && !edit.hasSelectedText();
   const bool atEnd = edit.cursorPosition() == edit.text().size();
   switch (event.key()) {
     case Qt::Key_Period:
     case Qt::Key_Comma:
     case Qt::Key_Space:
-      if (part + 1 < Parts && !edit.text().isEmpty()) goTo(part + 1, false);
+      if (!dotIsDone && part + 1 < Parts && !edit.text().isEmpty()) goTo(part + 1, false);
       return true;
     case Qt::Key_Right:
       if (!atEnd || part + 1 == Parts) return false;
@@ -121,7 +131,8 @@ bool IpField::eventFilter(QObject* watched, QEvent* event) {
   const auto part = std::find(parts_.begin(), parts_.end(), watched);
   if (part != parts_.end()) {
     const auto index = static_cast<std::size_t>(part - parts_.begin());
-    if (event->type() == QEvent::KeyPress && key(index, static_cast<QKeyEvent&>(*event))) return true;
+    if (event->type() == QEvent::KeyPress && key(index, static_cast<QKeyEvent&>(*event)))
+      return true;
     if (event->type() == QEvent::FocusOut && onLeft) onLeft();
   }
   return QFrame::eventFilter(watched, event);

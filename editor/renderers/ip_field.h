@@ -39,6 +39,7 @@ class IpField : public QFrame {
   void goTo(std::size_t part, bool atEnd);
 
   std::array<QLineEdit*, Parts> parts_;
+  bool advanced_ = false;  // the part was reached because the one before was full
 };
 
 }  // namespace editor

@@ -20,11 +20,19 @@ IpRenderer::IpRenderer(XCBaseDlg& dialog, host::IpControl& control, QWidget* par
   };
 }
 
-QWidget& IpRenderer::widget() { return *field_; }
-QWidget* IpRenderer::focusWidget() { return field_->parts().front(); }
-QList<QWidget*> IpRenderer::tabStops() { return field_->parts(); }
+QWidget& IpRenderer::widget() {
+  return *field_;
+}
+QWidget* IpRenderer::focusWidget() {
+  return field_->parts().front();
+}
+QList<QWidget*> IpRenderer::tabStops() {
+  return field_->parts();
+}
 
-unsigned IpRenderer::gestureChanges() const { return static_cast<unsigned>(host::Change::text); }
+unsigned IpRenderer::gestureChanges() const {
+  return static_cast<unsigned>(host::Change::text);
+}
 
 void IpRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) field_->showAddress(qtText(control().text()));

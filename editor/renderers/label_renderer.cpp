@@ -17,7 +17,9 @@ LabelRenderer::LabelRenderer(XCBaseDlg& dialog, host::Control& control, QWidget*
   label_->setTextFormat(Qt::PlainText);
 }
 
-QWidget& LabelRenderer::widget() { return *label_; }
+QWidget& LabelRenderer::widget() {
+  return *label_;
+}
 
 void LabelRenderer::show(unsigned changes) {
   if (!has(changes, host::Change::text)) return;

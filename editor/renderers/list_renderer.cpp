@@ -40,7 +40,10 @@ ListRenderer::ListRenderer(XCBaseDlg& dialog, host::ListControl& control, QWidge
 }
 
 // The view must not ask a model that is gone.
-ListRenderer::~ListRenderer() { view_->setModel(nullptr); }
+ListRenderer::~ListRenderer() {
+  view_->onSelected = {};
+  view_->setModel(nullptr);
+}
 
 void ListRenderer::addFilterRow() {
   auto* row = new QHBoxLayout;
@@ -53,17 +56,24 @@ void ListRenderer::addFilterRow() {
   row->addWidget(filter_, 1);
   row->addWidget(count_);
   static_cast<QVBoxLayout*>(box_->layout())->addLayout(row);
-  connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) { filterRows(text); });
+  connect(filter_, &QLineEdit::textChanged, this,
+          [this](const QString& text) { filterRows(text); });
 }
 
-QWidget& ListRenderer::widget() { return *box_; }
-QWidget* ListRenderer::focusWidget() { return view_; }
+QWidget& ListRenderer::widget() {
+  return *box_;
+}
+QWidget* ListRenderer::focusWidget() {
+  return view_;
+}
 
 QList<QWidget*> ListRenderer::tabStops() {
   return filter_ ? QList<QWidget*>{filter_, view_} : QList<QWidget*>{view_};
 }
 
-unsigned ListRenderer::gestureChanges() const { return static_cast<unsigned>(Change::selection); }
+unsigned ListRenderer::gestureChanges() const {
+  return static_cast<unsigned>(Change::selection);
+}
 
 // Enter in the filter goes to the rows found; it must not send the dialog. Escape empties it first.
 bool ListRenderer::eventFilter(QObject* watched, QEvent* event) {

@@ -29,7 +29,9 @@ void ListTableModel::cellsChanged() {
   emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
-void ListTableModel::columnsChanged() { rowsChanged(); }
+void ListTableModel::columnsChanged() {
+  rowsChanged();
+}
 
 bool ListTableModel::matches(std::size_t row) const {
   for (std::size_t column = 0; column < list_.columns().size(); ++column) {
@@ -66,7 +68,8 @@ QItemSelection ListTableModel::rangesOf(const std::vector<std::size_t>& rows) co
   const int lastColumn = columnCount() - 1;
   std::optional<std::pair<int, int>> run;
   const auto close = [&] {
-    if (run) ranges.append(QItemSelectionRange(index(run->first, 0), index(run->second, lastColumn)));
+    if (run)
+      ranges.append(QItemSelectionRange(index(run->first, 0), index(run->second, lastColumn)));
   };
   for (const std::size_t row : rows) {
     const std::optional<int> place = placeOf(row);
@@ -115,6 +118,7 @@ int ListTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListTableModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= rowCount()) return {};
   const std::size_t row = rowAt(index.row());
   if (row >= list_.rowCount()) return {};
   const auto column = static_cast<std::size_t>(index.column());

@@ -11,7 +11,9 @@
 namespace editor {
 namespace {
 
-constexpr int RowsShown = 9;
+constexpr int RowsShown = 12;
+constexpr int LeastRowsShown = 4;
+constexpr int NaturalWidth = 480;
 constexpr int WidestByCaptions = 720;
 
 }  // namespace
@@ -35,7 +37,7 @@ ListView::ListView(const host::ListControl& list, ListTableModel& model, QWidget
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(true);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  setMinimumHeight(horizontalHeader()->sizeHint().height() + RowsShown * height / 2);
+  setMinimumHeight(horizontalHeader()->sizeHint().height() + LeastRowsShown * height);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
           [this](int column) { onHeader(static_cast<std::size_t>(column)); });
   connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
@@ -69,9 +71,9 @@ void ListView::showSorting() {
   const auto sorted = list_.sorted();
   horizontalHeader()->setSortIndicatorShown(sorted.has_value());
   if (sorted)
-    horizontalHeader()->setSortIndicator(static_cast<int>(sorted->column),
-                                         sorted->descending ? Qt::DescendingOrder
-                                                            : Qt::AscendingOrder);
+    horizontalHeader()->setSortIndicator(
+        static_cast<int>(sorted->column),
+        sorted->descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void ListView::holdCaptions() {
@@ -86,6 +88,12 @@ void ListView::holdCaptions() {
   setMinimumWidth(std::min(width, WidestByCaptions) + bar);
 }
 
+QSize ListView::sizeHint() const {
+  return {std::max(minimumWidth(), NaturalWidth),
+          horizontalHeader()->sizeHint().height() + 2 * frameWidth() +
+              RowsShown * verticalHeader()->defaultSectionSize()};
+}
+
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QTableView::selectionChanged(selected, deselected);
   if (showing_) return;
@@ -97,7 +105,7 @@ void ListView::endGesture() {
   buttonDown_ = false;
   if (!selectionPending_) return;
   selectionPending_ = false;
-  onSelected();
+  if (onSelected) onSelected();
 }
 
 void ListView::mousePressEvent(QMouseEvent* event) {

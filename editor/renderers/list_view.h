@@ -29,6 +29,8 @@ class ListView : public QTableView {
   /// The least width at which every caption of the header can be read.
   void holdCaptions();
 
+  QSize sizeHint() const override;
+
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -36,8 +38,7 @@ class ListView : public QTableView {
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void selectionChanged(const QItemSelection& selected,
-                        const QItemSelection& deselected) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
   void endGesture();

@@ -14,8 +14,12 @@ RadioRenderer::RadioRenderer(XCBaseDlg& dialog, host::CheckControl& control, QWi
           [this] { perform([this](host::UserInput& input) { input.click(radio_); }); });
 }
 
-QWidget& RadioRenderer::widget() { return *button_; }
-QWidget* RadioRenderer::focusWidget() { return button_; }
+QWidget& RadioRenderer::widget() {
+  return *button_;
+}
+QWidget* RadioRenderer::focusWidget() {
+  return button_;
+}
 
 void RadioRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) button_->setText(plainCaption(control().text()));

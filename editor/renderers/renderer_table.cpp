@@ -52,7 +52,9 @@ const Entry* findEntry(ControlKind kind) {
 
 }  // namespace
 
-bool hasRenderer(ControlKind kind) { return findEntry(kind) != nullptr; }
+bool hasRenderer(ControlKind kind) {
+  return findEntry(kind) != nullptr;
+}
 
 std::unique_ptr<ControlRenderer> makeRenderer(XCBaseDlg& dialog, host::Control& control,
                                               QWidget* parent) {

@@ -14,9 +14,15 @@ YearRenderer::YearRenderer(XCBaseDlg& dialog, XCCalendar& control, QWidget* pare
   };
 }
 
-QWidget& YearRenderer::widget() { return *view_; }
-QWidget* YearRenderer::focusWidget() { return view_; }
+QWidget& YearRenderer::widget() {
+  return *view_;
+}
+QWidget* YearRenderer::focusWidget() {
+  return view_;
+}
 
-void YearRenderer::show(unsigned) { view_->update(); }
+void YearRenderer::show(unsigned) {
+  view_->update();
+}
 
 }  // namespace editor

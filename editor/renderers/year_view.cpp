@@ -41,7 +41,14 @@ YearView::YearView(const XCCalendar& calendar, QWidget* parent)
   setAttribute(Qt::WA_OpaquePaintEvent, false);
 }
 
-int YearView::barHeight() const { return fontMetrics().height() * 3 / 2 + Margin; }
+int YearView::barHeight() const {
+  return fontMetrics().height() * 3 / 2 + Margin;
+}
+
+// The room for the identifier of a day type beside a day's number.
+int YearView::typeWidth() const {
+  return static_cast<int>(fontMetrics().horizontalAdvance("0") * TypeScale) + Margin;
+}
 
 YearGrid YearView::grid() const {
   const QRect area = rect().adjusted(Margin, barHeight() + Margin, -Margin, -Margin);
@@ -49,24 +56,27 @@ YearGrid YearView::grid() const {
 }
 
 QRect YearView::yearArrow(int step) const {
-  const int width = fontMetrics().horizontalAdvance("0000000000");
-  const QRect bar(rect().center().x() - width, 0, 2 * width, barHeight());
-  const int left = step < 0 ? bar.left() : bar.right() - barHeight() + 1;
-  return {left, 0, barHeight(), barHeight()};
+  const int width = fontMetrics().horizontalAdvance("000000") + barHeight();
+  const int left = rect().center().x() + (step < 0 ? -2 * width : width);
+  return {left, 0, width, barHeight()};
 }
 
 QSize YearView::sizeFor(int cellHeight) const {
   constexpr int Columns = 4;
   constexpr int Rows = Months / Columns;
-  const int cellWidth = std::max(cellHeight * 5 / 4, fontMetrics().horizontalAdvance("00") * 3 / 2);
+  const int cellWidth = fontMetrics().horizontalAdvance("00") + typeWidth() + 2 * Margin;
   const int title = fontMetrics().height() + Margin;
   return {Columns * YearGrid::Weekdays * cellWidth + (Columns - 1) * YearGrid::Gap + 2 * Margin,
           barHeight() + Rows * (YearGrid::Lines * cellHeight + title) + (Rows - 1) * YearGrid::Gap +
               3 * Margin};
 }
 
-QSize YearView::sizeHint() const { return sizeFor(fontMetrics().height() + Margin); }
-QSize YearView::minimumSizeHint() const { return sizeFor(fontMetrics().height()); }
+QSize YearView::sizeHint() const {
+  return sizeFor(fontMetrics().height() + Margin);
+}
+QSize YearView::minimumSizeHint() const {
+  return sizeFor(fontMetrics().height());
+}
 
 // --- drawing
 
@@ -85,16 +95,24 @@ void YearView::drawBar(QPainter& painter) const {
   painter.setPen(palette().color(QPalette::WindowText));
   painter.drawText(QRect(0, 0, width(), barHeight()), Qt::AlignCenter,
                    QString::number(calendar_.ShownYear()));
+  painter.setFont(font());
   for (const int step : {-1, 1}) {
     const int year = calendar_.ShownYear() + step;
+    if (year < calendar_.MinYear() || year > calendar_.MaxYear()) continue;
+    const QRect area = yearArrow(step);
+    const int size = barHeight();
     QStyleOption option;
     option.initFrom(this);
-    option.rect = yearArrow(step).adjusted(Margin, Margin, -Margin, -Margin);
-    if (year < calendar_.MinYear() || year > calendar_.MaxYear()) continue;
-    style()->drawPrimitive(step < 0 ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight,
-                           &option, &painter, this);
+    option.rect = QRect(step < 0 ? area.left() : area.right() - size + 1, area.top(), size, size)
+                      .adjusted(Margin, Margin, -Margin, -Margin);
+    style()->drawPrimitive(
+        step < 0 ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight, &option,
+        &painter, this);
+    painter.drawText(
+        step < 0 ? area.adjusted(size, 0, 0, 0) : area.adjusted(0, 0, -size, 0),
+        step < 0 ? int(Qt::AlignVCenter | Qt::AlignLeft) : int(Qt::AlignVCenter | Qt::AlignRight),
+        QString::number(year));
   }
-  painter.setFont(font());
 }
 
 void YearView::drawMonth(QPainter& painter, const YearGrid& days, int month) const {
@@ -138,13 +156,14 @@ void YearView::drawDay(QPainter& painter, const QRect& cell, const XCDateTime& d
   painter.drawRect(box);
   painter.setPen(text);
   const bool numbered = usable && type != nullptr && !type->id.IsEmpty();
-  const QRect number = numbered ? box.adjusted(2, 0, -box.width() / 3, 0) : box;
+  const QRect number = numbered ? box.adjusted(1, 0, -typeWidth(), 0) : box;
   painter.drawText(number, Qt::AlignCenter, QString::number(day.Day()));
   if (numbered) {
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * TypeScale);
     painter.setFont(small);
-    painter.drawText(box.adjusted(0, 0, -2, -1), Qt::AlignRight | Qt::AlignBottom, qtText(type->id));
+    painter.drawText(box.adjusted(0, 0, -2, -1), Qt::AlignRight | Qt::AlignBottom,
+                     qtText(type->id));
     painter.setFont(font());
   }
   if (hasFocus() && day == cursor_) {
@@ -168,7 +187,9 @@ void YearView::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons() & Qt::LeftButton) drag(event->position().toPoint());
 }
 
-void YearView::mouseReleaseEvent(QMouseEvent*) { dragged_.reset(); }
+void YearView::mouseReleaseEvent(QMouseEvent*) {
+  dragged_.reset();
+}
 
 // A day under the pointer is painted once, however often the pointer moves within it.
 void YearView::drag(const QPoint& point) {

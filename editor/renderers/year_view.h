@@ -42,6 +42,7 @@ class YearView : public QWidget {
  private:
   QSize sizeFor(int cellHeight) const;
   int barHeight() const;
+  int typeWidth() const;
   void drawBar(QPainter& painter) const;
   void drawMonth(QPainter& painter, const YearGrid& grid, int month) const;
   void drawDay(QPainter& painter, const QRect& cell, const XCDateTime& day) const;

@@ -1,9 +1,11 @@
 #include "editor/tour/journey.h"
 
+#include <QtGui/QAction>
+
 namespace editor {
 namespace {
 
-// One line each: what is done, in the order in which it is done.
+using Steps = std::vector<Tour::Step>;
 
 Tour::Step picture(const char* name) {
   return [name](Tour& tour) { tour.picture(name); };
@@ -20,30 +22,79 @@ Tour::Step type(const char* control, const char* text) {
 Tour::Step selectRows(const char* control, std::vector<int> rows) {
   return [control, rows = std::move(rows)](Tour& tour) { tour.selectRows(control, rows); };
 }
+Tour::Step action(host::TextId text) {
+  return [text](Tour& tour) { tour.window().action(text)->trigger(); };
+}
+/// Paints every seventh of the days that begin in a month's time.
+Tour::Step paintWeekly(const char* control, int count) {
+  return [control, count](Tour& tour) {
+    std::vector<XCDateTime> days;
+    for (int week = 0; week < count; ++week)
+      days.push_back(XCDateTime::LTC().AddDays(7 * week + 1));
+    tour.paintDays(control, days);
+  };
+}
+
+Steps& operator+=(Steps& steps, const Steps& more) {
+  steps.insert(steps.end(), more.begin(), more.end());
+  return steps;
+}
+
+/// Opens a page from the menu, takes its picture and leaves it.
+Steps visit(const char* button, const char* name) {
+  return {click(button), picture(name), click("cancel")};
+}
+
+// Changes the time zone.
+Steps changeGeneralSettings() {
+  return {click("general"), picture("general-settings"), choose("TimeZone", "Brasil"),
+          picture("time-zone-chosen"), click("ok")};
+}
+
+// Gives one reference to three nodes at once.
+Steps nameThreeNodes() {
+  return {click("nodeTable"),
+          picture("node-table"),
+          selectRows("6520", {1, 2, 4}),
+          picture("three-nodes-selected"),
+          type("6517", "Calle Mayor 12"),
+          picture("reference-typed"),
+          click("ok")};
+}
+
+Steps paintCalendar() {
+  return {click("calendar"),      picture("calendar"),         click("dayType3"),
+          paintWeekly("year", 8), picture("calendar-painted"), click("cancel")};
+}
+
+Steps defineDevice() {
+  return {action(host::TextId::ActionModify),
+          picture("device-definition"),
+          click("6328"),
+          picture("communication-settings"),
+          click("cancel"),
+          click("cancel")};
+}
 
 }  // namespace
 
-std::vector<Tour::Step> journey() {
-  return {
-      picture("main-window"),
-      click("device"),
-      picture("configuration-menu"),
-      click("6358"),
-      picture("general-settings"),
-      choose("TimeZone", "Brasil"),
-      picture("time-zone-chosen"),
-      click("ok"),
-      click("6512"),
-      picture("node-table"),
-      selectRows("6520", {1, 2, 4}),
-      picture("three-nodes-selected"),
-      type("6517", "Calle Mayor 12"),
-      picture("reference-typed"),
-      click("ok"),
-      picture("menu-again"),
-      click("ok"),
-      picture("main-window-after"),
-  };
+Steps journey() {
+  Steps steps = {picture("main-window"), click("device"), picture("configuration-menu")};
+  steps += changeGeneralSettings();
+  steps += nameThreeNodes();
+  steps += visit("tasks", "scheduled-tasks");
+  steps += visit("6510", "firmware");
+  steps += visit("alarmThresholds", "alarm-thresholds");
+  steps += visit("nodeRemoval", "node-removal");
+  steps += visit("blacklist", "node-blacklist");
+  steps += visit("nodeCommand", "node-command");
+  steps += visit("inputs", "inputs-and-outputs");
+  steps += visit("nodePower", "node-power");
+  steps += visit("groupSchedules", "group-schedules");
+  steps += paintCalendar();
+  steps += {picture("menu-again"), click("ok"), picture("main-window-after")};
+  steps += defineDevice();
+  return steps;
 }
 
 }  // namespace editor

@@ -22,7 +22,9 @@ namespace {
 constexpr int PollMilliseconds = 20;
 constexpr int LongestWait = 20'000;
 
-[[noreturn]] void fail(const QString& what) { throw std::runtime_error(what.toStdString()); }
+[[noreturn]] void fail(const QString& what) {
+  throw std::runtime_error(what.toStdString());
+}
 
 void clickAt(QWidget& widget, const QPoint& point, Qt::KeyboardModifiers modifiers = {}) {
   const QPointF global = widget.mapToGlobal(QPointF(point));
@@ -53,8 +55,10 @@ void Tour::start(std::vector<Step> steps, std::function<void(const QString&)> en
 
 // The step after is asked for before this one is made: it may not return until a dialog closes.
 void Tour::next() {
-  if (exchange_.isRunning()) {
-    if (waiting_.elapsed() > LongestWait) return ended_("an exchange does not end");
+  const DialogWindow* top = frontEnd_.topWindow();
+  const bool isClosing = top != nullptr && top->body().dialog().HasEnded();
+  if (exchange_.isRunning() || isClosing) {
+    if (waiting_.elapsed() > LongestWait) return ended_("an exchange or a dialog does not end");
     QTimer::singleShot(PollMilliseconds, this, [this] { next(); });
     return;
   }
@@ -81,13 +85,13 @@ QWidget* Tour::frontWindow() const {
 }
 
 ControlRenderer& Tour::find(const QString& control) const {
-  const XCBaseDlg* dialog = frontEnd_.topWindow() ? &frontEnd_.topWindow()->body().dialog()
-                                                  : window_.panel().options();
+  const XCBaseDlg* dialog =
+      frontEnd_.topWindow() ? &frontEnd_.topWindow()->body().dialog() : window_.panel().options();
   require(dialog != nullptr, "no dialog is open for \"" + control + "\"");
   bool isNumber = false;
   const int number = control.toInt(&isNumber);
-  const host::Control* found = isNumber ? dialog->FindControl(number)
-                                        : dialog->FindControl(control.toStdString());
+  const host::Control* found =
+      isNumber ? dialog->FindControl(number) : dialog->FindControl(control.toStdString());
   const DialogBody* body = frontEnd_.bodyOf(*dialog);
   ControlRenderer* renderer = found && body ? body->renderer(found->id()) : nullptr;
   if (renderer == nullptr)
@@ -151,8 +155,7 @@ void Tour::key(int code) {
 void Tour::picture(const QString& name) {
   QCoreApplication::sendPostedEvents();
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
-  const QString path =
-      QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());
+  const QString path = QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());
   require(frontWindow()->grab().save(path), "the picture " + path + " can't be written");
 }
 

@@ -165,7 +165,9 @@ int ConfigurationModel::rowCount(const QModelIndex& parent) const {
   return static_cast<int>(entry->children.size());
 }
 
-int ConfigurationModel::columnCount(const QModelIndex&) const { return 1; }
+int ConfigurationModel::columnCount(const QModelIndex&) const {
+  return 1;
+}
 
 bool ConfigurationModel::hasChildren(const QModelIndex& parent) const {
   const Entry* entry = entryOf(parent);

@@ -12,6 +12,7 @@ namespace {
 
 // While searching, branches with no more entries than this are opened by themselves.
 constexpr int MostOpened = 500;
+constexpr int IconSize = 20;
 
 }  // namespace
 
@@ -24,6 +25,7 @@ ConfigurationTree::ConfigurationTree(QWidget* parent)
   search_->setClearButtonEnabled(true);
   view_->setModel(&model_);
   view_->setHeaderHidden(true);
+  view_->setIconSize({IconSize, IconSize});
   view_->setUniformRowHeights(true);
   view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   view_->setExpandsOnDoubleClick(false);
@@ -38,7 +40,9 @@ ConfigurationTree::ConfigurationTree(QWidget* parent)
   openBranches();
 }
 
-QModelIndex ConfigurationTree::current() const { return view_->currentIndex(); }
+QModelIndex ConfigurationTree::current() const {
+  return view_->currentIndex();
+}
 
 XmlDocument::XmlNode* ConfigurationTree::chosenDevice() const {
   QModelIndex index = current();

@@ -46,9 +46,9 @@ QString ExchangeModel::documentsOf(const ExchangeEntry& entry) {
 
 QString ExchangeModel::sectionOf(const ExchangeEntry& entry) {
   // The section is the first element in the root: no need to read a long document for it.
-  const QString head = QString::fromUtf8(entry.request.data(),
-                                         static_cast<qsizetype>(std::min<std::size_t>(
-                                             entry.request.size(), 512)));
+  const QString head =
+      QString::fromUtf8(entry.request.data(),
+                        static_cast<qsizetype>(std::min<std::size_t>(entry.request.size(), 512)));
   qsizetype at = head.indexOf("<?xml") == 0 ? head.indexOf("?>") + 2 : 0;
   at = head.indexOf('<', head.indexOf('<', at) + 1);
   if (at < 0 || head.mid(at + 1, 1) == "/") return {};
@@ -59,7 +59,9 @@ QString ExchangeModel::sectionOf(const ExchangeEntry& entry) {
 
 void ExchangeModel::append(const ExchangeEntry& entry) {
   beginInsertRows({}, 0, 0);
-  times_ << qtText(XCDateTime::LTC().GetDateTime(1, false, u"/", u":"));
+  const XCDateTime now = XCDateTime::LTC();
+  times_ << qtText(
+      XCBasicString::Format(u"%02d:%02d:%02d", now.Hour(), now.Minute(), now.Second()));
   sections_ << sectionOf(entry);
   endInsertRows();
 }

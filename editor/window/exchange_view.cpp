@@ -9,7 +9,7 @@ namespace editor {
 namespace {
 
 // Sample texts that give the columns their widths: a time, a section, a command's number.
-constexpr const char* Samples[] = {"00/00/0000 00:00:00__", "Section__", "Command__"};
+constexpr const char* Samples[] = {"00:00:00__", "Section___", "Command___"};
 
 }  // namespace
 
@@ -36,8 +36,9 @@ ExchangeView::ExchangeView(const workbench::ExchangeRecord& record, QWidget* par
   documents_->setReadOnly(true);
   documents_->setLineWrapMode(QPlainTextEdit::NoWrap);
   documents_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  setStretchFactor(0, 2);
-  setStretchFactor(1, 3);
+  setStretchFactor(0, 1);
+  setStretchFactor(1, 1);
+  setSizes({1000, 1000});
   connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this] { showDocuments(); });
 }

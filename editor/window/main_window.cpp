@@ -87,16 +87,20 @@ QAction* MainWindow::addAction(TextId text, const char* image, std::function<voi
 }
 
 void MainWindow::makeActions() {
-  addAction(TextId::ActionNewDevice, "NEW-16.png", [this] { newDevice(); })
-      ->setShortcut(QKeySequence::New);
-  addAction(TextId::ActionModify, "OPTIONS-16.png", [this] { modifyDevice(); })
-      ->setShortcut(Qt::Key_F2);
+  addAction(TextId::ActionNewDevice, "NEW-16.png", [this] {
+    newDevice();
+  })->setShortcut(QKeySequence::New);
+  addAction(TextId::ActionModify, "OPTIONS-16.png", [this] {
+    modifyDevice();
+  })->setShortcut(Qt::Key_F2);
   addAction(TextId::ActionRemove, "REMOVE-16.png", [this] { removeDevice(); });
-  addAction(TextId::ActionOptions, "OPTIONS-16.png", [this] { configure(); });
-  addAction(TextId::ActionUpdateNodes, "LOAD-16.png", [this] { updateNodes(); })
-      ->setShortcut(QKeySequence::Refresh);
-  addAction(TextId::ActionQuit, "EXIT-16.png", [this] { close(); })
-      ->setShortcut(QKeySequence::Quit);
+  addAction(TextId::ActionOptions, "ZELLAMPMANAGER-50.png", [this] { configure(); });
+  addAction(TextId::ActionUpdateNodes, "4527.png", [this] {
+    updateNodes();
+  })->setShortcut(QKeySequence::Refresh);
+  addAction(TextId::ActionQuit, "EXIT-16.png", [this] {
+    close();
+  })->setShortcut(QKeySequence::Quit);
 }
 
 QAction* MainWindow::action(TextId text) const {
@@ -288,8 +292,8 @@ void MainWindow::showChosen() {
     return pages_->setCurrentWidget(panel_);
   }
   const QModelIndex current = tree_->current();
-  const bool isGroup = current.isValid() &&
-                       tree_->model().kind(current) == ConfigurationModel::Kind::group;
+  const bool isGroup =
+      current.isValid() && tree_->model().kind(current) == ConfigurationModel::Kind::group;
   if (isGroup) {
     const XmlDocument::XmlNode& group = *tree_->model().element(current);
     const XmlDocument::XmlNode* devices = group.Node("devices");
@@ -333,10 +337,10 @@ void MainWindow::save() {
 
 void MainWindow::noteMessage(const host::PostedMessage& message) {
   const QString time = qtText(XCDateTime::LTC().GetDateTime(1, false, u"/", u":"));
-  const QString text = message.message == NodesReloadedMessage
-                           ? caption(TextId::NodesReloadedNotice)
-                           : caption(TextId::OtherNotice, message.message, message.wParam,
-                                     message.lParam);
+  const QString text =
+      message.message == NodesReloadedMessage
+          ? caption(TextId::NodesReloadedNotice)
+          : caption(TextId::OtherNotice, message.message, message.wParam, message.lParam);
   notices_->insertItem(0, time + "   " + text);
   save();
   reload();
