@@ -58,7 +58,9 @@ Node* elementOf(Kind kind, Node* own) {
 
 }  // namespace
 
-ConfigurationModel::ConfigurationModel() : deviceIcon_(imageIcon("ZELLAMPMANAGER-50.png")) {
+ConfigurationModel::ConfigurationModel()
+    : deviceIcon_(imageIcon("ZELLAMPMANAGER-50.png")),
+      rootIcon_(imageIcon(XCVarnisSetup::Get().ProgramIDResource())) {
   reload();
 }
 
@@ -187,6 +189,8 @@ QVariant ConfigurationModel::data(const QModelIndex& index, int role) const {
     return bold;
   }
   if (role == Qt::DecorationRole && entry.kind == Kind::device) return deviceIcon_;
+  // The first line gives all lines their height.
+  if (role == Qt::DecorationRole && entry.kind == Kind::devicesRoot) return rootIcon_;
   if (role == Qt::ToolTipRole && !isRoot) return qtText(entry.element->Value("description"));
   if (role != Qt::DisplayRole) return {};
   switch (entry.kind) {

@@ -53,6 +53,7 @@ class ConfigurationModel : public QAbstractItemModel {
   std::unique_ptr<Entry> top_;
   QString search_;
   QIcon deviceIcon_;
+  QIcon rootIcon_;
 };
 
 }  // namespace editor

@@ -94,11 +94,14 @@ Outcome UserInput::insert(EditControl& edit, std::u16string_view text) {
   const std::size_t to = edit.selectionTo();
   if (edit.mask().isActive()) {
     if (to > from) edit.mask().erase(content, from, to);
-    for (const char16_t c : text) edit.mask().type(content, from, c);
-    store(edit, std::move(content), from);
+    bool taken = text.empty();
+    for (const char16_t c : text) taken = edit.mask().type(content, from, c) || taken;
+    if (taken) store(edit, std::move(content), from);
     return {};
   }
   const std::u16string accepted = acceptedCharacters(edit, text, to - from);
+  // What does not take a single character leaves the selected ones alone.
+  if (accepted.empty() && !text.empty()) return {};
   content.replace(from, to - from, accepted);
   store(edit, std::move(content), from + accepted.size());
   return {};

@@ -80,6 +80,17 @@ TEST_F(EditRenderer, ADigitsEditDropsEverythingElse) {
   EXPECT_EQ(line(Id::Digits).text(), "123");
 }
 
+TEST_F(EditRenderer, ACharacterThatIsNotTakenLeavesTheSelectionAlone) {
+  dialog_.onInit = [](sample::Dialog& dialog) { dialog.Edit(Id::Digits).setText(u"4711"); };
+  open();
+  QLineEdit& edit = focused(Id::Digits);
+  edit.selectAll();
+  QTest::keyClicks(&edit, "x");
+  EXPECT_EQ(text(Id::Digits), "4711");
+  EXPECT_EQ(edit.text(), "4711");
+  EXPECT_EQ(edit.selectedText(), "4711");
+}
+
 TEST_F(EditRenderer, APasswordIsNotShownAndAReadOnlyEditNotTypedInto) {
   open();
   EXPECT_EQ(line(Id::Secret).echoMode(), QLineEdit::Password);
