@@ -118,9 +118,11 @@ TEST_F(CalendarSaving, TwoSavesOfOneNameAskBeforeTheSecondAndKeepTheFirstBeside)
 TEST_F(CalendarSaving, NoToOverwritingAsksForTheNameAgainWithAnEmptyEntry) {
   putFile("Winter", calendarXml("Winter", "F", "", year()));
   const std::string before = fileText("Winter");
-  open();
+  open(ProgramKind::interval, "Winter");
   paintAs(1, {2025, 4, 10});
-  saveAs("Winter");
+  driver.click("save");
+  EXPECT_EQ(driver.text("identification"), "Winter");
+  driver.click("ok");
   ASSERT_EQ(driver.message().buttons, host::MessageButtons::yesNo);
   expectMessage("[34189]", MessageIcon::question, MessageAnswer::no);
   EXPECT_EQ(driver.dialog().ClassName(), "CDlgIntroduceIdentification");
