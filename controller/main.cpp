@@ -47,6 +47,8 @@ std::string prepare(const Options& options, Controller& controller, StateKeeper&
     std::cerr << "going on with " << file.string() << '\n';
     return "";
   }
+  std::error_code ignored;  // a folder that can't be made is reported when the state is kept
+  if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), ignored);
   generateStreet(options.street, controller.settings().inForce());
   const std::string fault = keeper.keep();
   return fault.empty() ? "" : "the state can't be kept: " + fault;

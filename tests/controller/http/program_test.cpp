@@ -115,6 +115,14 @@ TEST(ControllerProgram, ServesFiftyClientsAtOnce) {
   EXPECT_EQ(good, kClients * kRounds);
 }
 
+TEST(ControllerProgram, MakesTheFolderOfItsState) {
+  const ScratchFolder folder;
+  Program program(
+      command({"--port", "0", "--nodes", "1", "--state", (folder.path() / "a" / "b/").string()}));
+  EXPECT_NE(program.waitForAddress(), "");
+  EXPECT_TRUE(std::filesystem::exists(folder.path() / "a" / "b" / "lamp-controller.xml"));
+}
+
 TEST(ControllerProgram, RefusesAStateThatItCannotRead) {
   const ScratchFolder folder;
   const std::string state = (folder.path() / "state.xml").string();
