@@ -2,8 +2,8 @@
 
 #include <iterator>
 
+#include "device/device_templates.h"
 #include "driver/exchange_frame.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace layout = host::layout;
@@ -71,14 +71,14 @@ void exchangeChoice(const CDataExchange& exchange, int control, XCBasicString& v
 
 XCDlgAdvancedCfgZelLampManager::XCDlgAdvancedCfgZelLampManager(CWnd* parent, XmlDocument* doc,
                                                                XCBasicString uriParams)
-    : XCBaseDlg(lamp::page_template::CommunicationSettings, parent),
+    : XCBaseDlg(lamp::device_template::CommunicationSettings, parent),
       document_(doc),
       uriParams_(std::move(uriParams)),
       loaded_(FieldCount),
       current_(FieldCount) {}
 
 host::DialogTemplate XCDlgAdvancedCfgZelLampManager::Template() {
-  host::DialogTemplate dialog{lamp::page_template::CommunicationSettings,
+  host::DialogTemplate dialog{lamp::device_template::CommunicationSettings,
                               "XCDlgAdvancedCfgZelLampManager",
                               "",
                               {host::group(SettingsGroup, "settingsGroup", TextId::Communication)}};

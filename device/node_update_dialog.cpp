@@ -2,9 +2,9 @@
 
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
+#include "device/device_templates.h"
 #include "driver/exchange_frame.h"
 #include "host/services/setup.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace layout = host::layout;
@@ -21,10 +21,10 @@ const host::XmlName UpdateType("type");
 
 XCUpdateNodesZelLampManager::XCUpdateNodesZelLampManager(CWnd* parent, XCDriver* driver,
                                                          XmlDocument::XmlNode* device)
-    : XCBaseDeviceCfg(lamp::page_template::NodeUpdate, driver, parent, device) {}
+    : XCBaseDeviceCfg(lamp::device_template::NodeUpdate, driver, parent, device) {}
 
 host::DialogTemplate XCUpdateNodesZelLampManager::Template() {
-  return {lamp::page_template::NodeUpdate,
+  return {lamp::device_template::NodeUpdate,
           "XCUpdateNodesZelLampManager",
           "",
           {host::group(Id::UpdateGroup, "updateGroup", TextId::Update),

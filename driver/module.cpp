@@ -1,6 +1,7 @@
 #include "device/communication_settings_dialog.h"
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
+#include "device/device_templates.h"
 #include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
 #include "host/dialogs/extension_module.h"
@@ -42,14 +43,15 @@ class Registration {
   Registration() {
     module_.name = "zellampmanager";
     namespace number = lamp::page_template;
+    namespace device = lamp::device_template;
     module_.templates = {{number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
                          {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
                          {number::ScheduledTasks, CDlgE02CfgZelLampManager::Template},
                          {number::Firmware, CDlgE03CfgZelLampManager::Template},
                          {number::InputsOutputs, CDlgE13CfgZelLampManager::Template},
-                         {number::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
-                         {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
-                         {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
+                         {device::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
+                         {device::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
+                         {device::NodeUpdate, XCUpdateNodesZelLampManager::Template},
                          {number::NodeTable, CDlgE04CfgZelLampManager::Template},
                          {number::NodePower, CDlgE05CfgZelLampManager::Template},
                          {number::AlarmThresholds, CDlgE07CfgZelLampManager::Template},
