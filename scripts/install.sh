@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what the build and the tests need on Debian 12. Does nothing when all of it is there.
+# Installs what is needed on Debian 12: scripts/install.sh build, bench or test (which is the default).
+# Does nothing when all of it is there.
 set -euo pipefail
 
 build_packages=(
@@ -10,7 +11,11 @@ build_packages=(
 test_packages=(libgtest-dev libgmock-dev libxml2-dev procps)
 
 packages=("${build_packages[@]}")
-[ "${1:-}" = build ] || packages+=("${test_packages[@]}")
+case "${1:-test}" in
+  build) ;;
+  bench) packages+=(libbenchmark-dev) ;;
+  *) packages+=("${test_packages[@]}") ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do
