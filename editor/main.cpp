@@ -1,8 +1,6 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
-#include <algorithm>
 #include <cstdio>
-#include <string_view>
 
 #include "editor/front_end/exchange_window.h"
 #include "editor/front_end/qt_front_end.h"
@@ -45,23 +43,22 @@ void printExchanges(const workbench::ExchangeRecord& record) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto isGiven = [argc, argv](std::string_view beginning) {
-    return std::any_of(argv, argv + argc, [beginning](std::string_view argument) {
-      return argument.starts_with(beginning);
-    });
-  };
-  // Without a screen too.
-  if (isGiven("--help")) {
+  QCoreApplication::setApplicationName("lamp-editor");
+  QStringList arguments;
+  for (int at = 1; at < argc; ++at) arguments << QString::fromLocal8Bit(argv[at]);
+  if (arguments.contains("--help")) {
     std::fputs(qPrintable(helpText()), stdout);
     return 0;
   }
-  if (isGiven("--tour")) provideTourScreen();
-  QApplication application(argc, argv);
-  QApplication::setApplicationName("lamp-editor");
   Options options;
   QString wrong;
-  if (!readOptions(QApplication::arguments().mid(1), options, wrong))
+  if (!readOptions(arguments, options, wrong))
     return fail(wrong.toStdString() + "\nTry lamp-editor --help.");
+  if (!options.tour.empty()) provideTourScreen();
+  // Qt has an option of its own called "plugin" and must not see ours.
+  int qtArguments = 1;
+  const QApplication application(qtArguments, argv);
+
   const auto paths = workbench::ProgramPaths::ofThisProgram();
   std::error_code ignored;  // a folder that can't be made is told by the store
   std::filesystem::create_directories(options.workspace.configuration, ignored);
