@@ -70,10 +70,6 @@ bool IpField::hasKeyboard() const {
                      [](const QLineEdit* part) { return part->hasFocus(); });
 }
 
-void IpField::focusFirst() {
-  goTo(0, false);
-}
-
 void IpField::goTo(std::size_t part, bool atEnd) {
   parts_[part]->setFocus(Qt::OtherFocusReason);
   if (atEnd)

@@ -23,8 +23,6 @@ class IpField : public QFrame {
 
   QList<QWidget*> parts() const;
   bool hasKeyboard() const;
-  /// Puts the keyboard into the first part.
-  void focusFirst();
 
   std::function<void()> onEdited;
   /// A whole address was pasted.

@@ -147,11 +147,6 @@ void Tour::paintDays(const QString& control, const std::vector<XCDateTime>& days
   }
 }
 
-void Tour::key(int code) {
-  QWidget* widget = QApplication::focusWidget() ? QApplication::focusWidget() : frontWindow();
-  sendKey(*widget, code);
-}
-
 void Tour::picture(const QString& name) {
   QCoreApplication::sendPostedEvents();
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);

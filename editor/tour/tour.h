@@ -39,8 +39,6 @@ class Tour : public QObject {
   /// Clicks rows of a list, each with Ctrl but the first.
   void selectRows(const QString& control, const std::vector<int>& rows);
   void paintDays(const QString& control, const std::vector<XCDateTime>& days);
-  /// Types the keys into whatever has the keyboard.
-  void key(int key);
   /// Saves a picture of the window in front as the next number and @p name.
   void picture(const QString& name);
   void require(bool condition, const QString& what) const;
