@@ -138,14 +138,12 @@ std::vector<std::string> SmtpServer::conversations() {
 
 void SmtpServer::serve() {
   for (int client = 0; (client = ::accept(socket_.descriptor(), nullptr, nullptr)) >= 0;) {
-    const std::string said = talk(client);
+    talk(client);
     ::close(client);
-    const std::lock_guard lock(mutex_);
-    conversations_.push_back(said);
   }
 }
 
-std::string SmtpServer::talk(int client) {
+void SmtpServer::talk(int client) {
   std::string all;
   std::string line;
   bool inMessage = false;
@@ -155,6 +153,11 @@ std::string SmtpServer::talk(int client) {
     if (inMessage) {
       if (line != ".") continue;
       inMessage = false;
+      {
+        // Before the answer, so that whoever has it finds the conversation.
+        const std::lock_guard lock(mutex_);
+        conversations_.push_back(all);
+      }
       say(client, "250 got it");
     } else if (line == "DATA") {
       inMessage = true;
@@ -166,7 +169,6 @@ std::string SmtpServer::talk(int client) {
       say(client, "250 yes");
     }
   }
-  return all;
 }
 
 NtpServer::NtpServer(Answer answer)

@@ -51,7 +51,8 @@ class FtpServer {
   std::thread thread_;
 };
 
-/// An SMTP server for one client after the other: keeps whole conversations.
+/// An SMTP server for one client after the other: keeps each conversation up to the end
+/// of its message.
 class SmtpServer {
  public:
   SmtpServer();
@@ -61,7 +62,7 @@ class SmtpServer {
 
  private:
   void serve();
-  std::string talk(int client);
+  void talk(int client);
 
   LoopbackSocket socket_;
   std::mutex mutex_;

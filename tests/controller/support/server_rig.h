@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 
 #include "controller/http/command_server.h"
@@ -26,7 +27,7 @@ struct ServerRig {
   StateKeeper keeper;
   FaultPlan faults;
   CommandLog log;
-  int restarts = 0;
+  std::atomic<int> restarts = 0;
   CommandServer server{Service{rig.controller, rig.clock, keeper, faults, log, "test-token",
                                [this] { ++restarts; }}};
   bool started = false;
