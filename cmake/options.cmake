@@ -28,3 +28,16 @@ if(LAMP_SANITIZE)
     -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+# Headers that a room's sources include anyway, parsed once. LAMP_PRECOMPILE=OFF compiles every
+# source on its own, which shows a header that a source forgot to include.
+option(LAMP_PRECOMPILE "Precompile the headers that most sources include" ON)
+set(LAMP_STANDARD_HEADERS <algorithm> <array> <chrono> <filesystem> <functional> <map> <memory>
+  <optional> <string> <string_view> <unordered_map> <utility> <vector>)
+function(lamp_precompile target)
+  if(LAMP_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${LAMP_STANDARD_HEADERS} ${ARGN})
+    # ccache keeps objects of precompiled headers only with this.
+    target_compile_options(${target} PRIVATE -fpch-preprocess)
+  endif()
+endfunction()
