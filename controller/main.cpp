@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -126,7 +127,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   FaultPlan faults;
   for (const Fault& fault : options.faults) faults.add(fault);
   CommandLog log;
-  int port = 0;
+  std::atomic<int> port = options.port;
   CommandServer server(Service{controller, clock, keeper, faults, log, options.token,
                                [&] { restartProgram(options, port); }});
   if (!server.start(options.listen, options.port)) {
@@ -135,7 +136,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
                     kFailure);
   }
   port = server.port();
-  std::cout << "listening on http://" << options.listen << ':' << port << '\n'
+  std::cout << "listening on http://" << options.listen << ':' << server.port() << '\n'
             << "control token " << options.token << std::endl;
   std::jthread clockWatch(
       [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
