@@ -115,8 +115,8 @@ host::DialogTemplate XCDeviceCfgZelLampManager::Template() {
        host::label(Id::DescriptionLabel, "descriptionLabel", TextId::Description),
        host::label(Id::Description, "description"),
        host::label(Id::ModelLabel, "modelLabel", TextId::Model), host::label(Id::Model, "model"),
-       host::label(Id::FirmwareLabel, "firmwareLabel", TextId::FirmwareVersion),
-       host::label(Id::Firmware, "firmware"),
+       host::label(Id::FirmwareLabel, "firmwareVersionLabel", TextId::FirmwareVersion),
+       host::label(Id::Firmware, "firmwareVersion"),
        host::label(Id::ManufacturedLabel, "manufacturedLabel", TextId::YearOfManufacture),
        host::label(Id::Manufactured, "manufactured"),
        host::group(Id::ProgramsGroup, "programsGroup", TextId::DimmingPrograms)}};
