@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 
 #include "host/text/utf.h"
+#include "host/xml/xml_bytes.h"
 
 namespace host::xml {
 namespace {
@@ -37,17 +38,11 @@ constexpr std::size_t MostAttributes = 0xFFFF;
 constexpr std::uint32_t Unknown = ~0U;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-// Whether eight bytes are all of the class Plain. For each byte b with the top bit clear, b - n has
-// it set exactly when b < n, and b ^ c - 1 when b is c.
-bool isPlain(const char* bytes) {
-  constexpr std::uint64_t Ones = 0x0101010101010101U;
-  constexpr std::uint64_t Tops = 0x8080808080808080U;
-  std::uint64_t word;
-  std::memcpy(&word, bytes, sizeof word);
-  const auto below = [](std::uint64_t x, std::uint64_t n) { return (x - Ones * n) & ~x; };
-  const std::uint64_t odd = word | below(word, 0x20) | below(word ^ (Ones * '&'), 1) |
-                            below(word ^ (Ones * '<'), 1) | below(word ^ (Ones * '>'), 1);
-  return (odd & Tops) == 0;
+// How many of eight bytes in front are of the class Plain.
+unsigned plainInFront(const char* bytes) {
+  const std::uint64_t word = loadWord(bytes);
+  return unmarkedInFront(word | marksBelow(word, 0x20) | marksOf(word, '&') | marksOf(word, '<') |
+                         marksOf(word, '>'));
 }
 
 bool isXmlCharacter(char32_t c) {
@@ -229,11 +224,24 @@ bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
   return true;
 }
 
-bool Builder::isNamed(const char* text, std::uint32_t id) {
-  const std::string_view expected = nameTexts_[id];
-  std::size_t at = 0;
-  while (at < expected.size() && text[at] == expected[at]) ++at;
-  return at == expected.size() && text[at] == '\0';
+// Compares with the terminator, which the library has set behind the name.
+bool Builder::isNamed(const char* text, std::uint32_t id) const {
+  const KnownName& known = knownNames_[id];
+  if (static_cast<std::size_t>(end_ - text) < std::max(known.size, WordBytes))
+    return std::strcmp(text, known.text) == 0;
+  if ((loadWord(text) & known.frontMask) != known.front) return false;
+  if (known.size <= WordBytes) return true;
+  if (known.size > 2 * WordBytes) return std::memcmp(text, known.text, known.size) == 0;
+  return loadWord(text + known.size - WordBytes) == known.back;
+}
+
+// Names in the table of names end with a zero.
+Builder::KnownName::KnownName(std::string_view name) : text(name.data()), size(name.size() + 1) {
+  char padded[WordBytes] = {};
+  std::copy_n(text, std::min(size, WordBytes), padded);
+  front = loadWord(padded);
+  frontMask = size < WordBytes ? (std::uint64_t(1) << (8 * size)) - 1 : ~std::uint64_t(0);
+  if (size >= WordBytes) back = loadWord(text + size - WordBytes);
 }
 
 bool Builder::newName(const char* text, std::uint32_t& id) {
@@ -243,8 +251,8 @@ bool Builder::newName(const char* text, std::uint32_t& id) {
   id = view.size() <= LongestName ? XmlName(view).id() : 0;
   if (view.size() > LongestName || (names_.insert(id).second && names_.size() > limits_.names))
     return fail(text, "too many or too long names of elements and attributes");
-  if (nameTexts_.size() <= id) nameTexts_.resize(id + 1);
-  nameTexts_[id] = xmlNameText(id);
+  if (knownNames_.size() <= id) knownNames_.resize(id + 1);
+  knownNames_[id] = KnownName(xmlNameText(id));
   return true;
 }
 
@@ -288,28 +296,40 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
 
 bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) {
   if (!name(source.name(), model ? model->tag_ : Unknown, node.tag_)) return false;
-  attributes_.clear();
   const std::size_t modelled = model ? model->attributeCount_ : 0;
+  std::size_t count = 0;
+  bool asModel = true;  // names that the model has in this order are all different
   for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) {
-    const std::size_t index = attributes_.size();
-    const std::uint32_t known = index < modelled ? model->attributes_[index].name : Unknown;
-    Attribute added;
+    const char* const text = a.name();
+    std::uint32_t id = 0;
+    asModel = asModel && count < modelled && isNamed(text, model->attributes_[count].name);
+    if (asModel)
+      id = model->attributes_[count].name;
+    else if (!attributeName(text, count, id))
+      return false;
     XmlText value;
-    if (!name(a.name(), known, added.name)) return false;
-    if (std::any_of(attributes_.begin(), attributes_.end(),
-                    [&](const Attribute& other) { return other.name == added.name; }))
-      return fail(a.name(), "an element has the attribute \"" + std::string(a.name()) + "\" twice");
-    if (!decode(const_cast<char*>(a.value()), Place::attribute, value)) return false;
+    if (!decode(a.value(), Place::attribute, value)) return false;
+    if (count == attributes_.size()) attributes_.resize(2 * count + 16);
+    Attribute& added = attributes_[count++];
+    added.name = id;
     added.setText(value);
-    attributes_.push_back(added);
   }
-  if (attributes_.empty()) return true;
-  if (attributes_.size() > MostAttributes)
+  if (count == 0) return true;
+  if (count > MostAttributes)
     return fail(source.name(), "an element has more than 65535 attributes");
-  node.attributes_ = storage_.allocateAttributes(attributes_.size());
-  node.attributeCount_ = node.attributeCapacity_ = static_cast<std::uint16_t>(attributes_.size());
-  std::copy(attributes_.begin(), attributes_.end(), node.attributes_);
+  node.attributes_ = storage_.allocateAttributes(count);
+  node.attributeCount_ = node.attributeCapacity_ = static_cast<std::uint16_t>(count);
+  std::copy_n(attributes_.begin(), count, node.attributes_);
   return true;
+}
+
+// A name that none of the @p count attributes read before has.
+bool Builder::attributeName(const char* text, std::size_t count, std::uint32_t& id) {
+  if (!newName(text, id)) return false;
+  const auto end = attributes_.begin() + static_cast<std::ptrdiff_t>(count);
+  if (std::none_of(attributes_.begin(), end, [&](const Attribute& a) { return a.name == id; }))
+    return true;
+  return fail(text, "an element has the attribute \"" + std::string(text) + "\" twice");
 }
 
 bool Builder::addText(const pugi::xml_node& piece, Node& node) {
@@ -319,7 +339,7 @@ bool Builder::addText(const pugi::xml_node& piece, Node& node) {
   if (piece.type() != pugi::node_pcdata && piece.type() != pugi::node_cdata) return true;
   XmlText value;
   if (piece.type() == pugi::node_pcdata) {
-    if (!decode(const_cast<char*>(piece.value()), Place::text, value)) return false;
+    if (!decode(piece.value(), Place::text, value)) return false;
   } else {
     const std::string_view raw = piece.value();
     if (!checkCharacters(raw)) return false;
@@ -340,10 +360,15 @@ bool Builder::addText(const pugi::xml_node& piece, Node& node) {
   return true;
 }
 
-bool Builder::decode(char* raw, Place place, XmlText& value) {
+bool Builder::decode(const char* raw, Place place, XmlText& value) {
   const char* at = raw;
-  while (end_ - at >= 8 && isPlain(at)) at += 8;
-  while (Classes[static_cast<unsigned char>(*at)] == Plain) ++at;
+  unsigned plain = WordBytes;
+  while (plain == WordBytes && static_cast<std::size_t>(end_ - at) >= WordBytes) {
+    plain = plainInFront(at);
+    at += plain;
+  }
+  if (plain == WordBytes)
+    while (Classes[static_cast<unsigned char>(*at)] == Plain) ++at;
   if (*at == '\0') {
     value = XmlText::narrow({raw, static_cast<std::size_t>(at - raw)});
     return true;

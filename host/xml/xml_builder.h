@@ -33,6 +33,17 @@ class Builder {
   using Node = XmlDocument::XmlNode;
   enum class Place { text, attribute };
 
+  /// A name with its terminator, prepared so that most names compare in two steps.
+  struct KnownName {
+    KnownName() = default;
+    explicit KnownName(std::string_view name);
+    const char* text = nullptr;
+    std::size_t size = 0;  // with the terminator
+    std::uint64_t front = 0;
+    std::uint64_t frontMask = 0;
+    std::uint64_t back = 0;
+  };
+
   bool checkBeginning(const std::string& utf8);
   bool checkTop(const pugi::xml_document& tree);
   bool checkDeclaration(const pugi::xml_node& declaration);
@@ -40,13 +51,14 @@ class Builder {
   bool checkCharacters(std::string_view raw);
   bool buildTree(const pugi::xml_node& source, Node& root);
   bool fill(const pugi::xml_node& source, Node& node, const Node* model);
+  bool attributeName(const char* text, std::size_t count, std::uint32_t& id);
   bool addText(const pugi::xml_node& piece, Node& node);
-  bool decode(char* raw, Place place, XmlText& value);
+  bool decode(const char* raw, Place place, XmlText& value);
   bool decodeSlowly(std::string_view raw, Place place, XmlText& value);
   bool decodeReference(std::string_view raw, std::size_t& at, std::u16string& out);
   bool name(const char* text, std::uint32_t known, std::uint32_t& id);
   bool newName(const char* text, std::uint32_t& id);
-  bool isNamed(const char* text, std::uint32_t id);
+  bool isNamed(const char* text, std::uint32_t id) const;
   bool fail(const char* place, std::string cause);
   void noteLines(std::string_view buffer);
   void locate(XmlError& error) const;
@@ -57,8 +69,8 @@ class Builder {
   const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
   std::unordered_set<std::uint32_t> names_;
-  std::vector<std::string_view> nameTexts_;  // by number, those of names_
-  std::vector<Attribute> attributes_;        // of the element at hand
+  std::vector<KnownName> knownNames_;  // by number, those of names_
+  std::vector<Attribute> attributes_;  // of the element at hand, and room for more
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -1,8 +1,43 @@
 #include "host/xml/xml_storage.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace host::xml {
+namespace {
+
+// Four 16-bit units at a time.
+constexpr std::size_t Units = 4;
+
+std::uint64_t loadUnits(const char16_t* units) {
+  std::uint64_t word;
+  std::memcpy(&word, units, sizeof word);
+  return word;
+}
+
+bool isAscii(std::u16string_view text) {
+  constexpr std::uint64_t BeyondAscii = 0xFF80FF80FF80FF80U;
+  std::size_t at = 0;
+  std::uint64_t all = 0;
+  for (; at + Units <= text.size(); at += Units) all |= loadUnits(text.data() + at);
+  for (; at < text.size(); ++at) all |= text[at];
+  return (all & BeyondAscii) == 0;
+}
+
+// Writes the low bytes of an ASCII text.
+void narrow(std::u16string_view text, char* to) {
+  std::size_t at = 0;
+  if constexpr (std::endian::native == std::endian::little)
+    for (; at + Units <= text.size(); at += Units) {
+      std::uint64_t word = loadUnits(text.data() + at);
+      word = (word | word >> 8) & 0x0000FFFF0000FFFFU;
+      const auto bytes = static_cast<std::uint32_t>(word | word >> 16);
+      std::memcpy(to + at, &bytes, sizeof bytes);
+    }
+  for (; at < text.size(); ++at) to[at] = static_cast<char>(text[at]);
+}
+
+}  // namespace
 
 void* TextPool::allocate(std::size_t bytes, std::size_t alignment) {
   if (bytes > ChunkBytes / 4) {
@@ -27,11 +62,12 @@ void* TextPool::allocate(std::size_t bytes, std::size_t alignment) {
 XmlText TextPool::store(std::u16string_view text) {
   text = text.substr(0, XmlText::MaxSize);
   if (text.empty()) return {};
-  if (last_ == text) return last_;
-  const bool ascii = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
-  if (ascii) {
+  // Most values that follow one another differ at their ends.
+  if (last_.size() == text.size() && last_[text.size() - 1] == text.back() && last_ == text)
+    return last_;
+  if (isAscii(text)) {
     auto* place = static_cast<char*>(allocate(text.size(), 1));
-    std::transform(text.begin(), text.end(), place, [](char16_t c) { return static_cast<char>(c); });
+    narrow(text, place);
     last_ = XmlText::narrow({place, text.size()});
   } else {
     auto* place = static_cast<char16_t*>(allocate(text.size() * 2, 2));
@@ -66,32 +102,19 @@ void Storage::openSlab() {
   nodesEnd_ = static_cast<char*>(place) + Slab::Bytes;
 }
 
-void* Storage::allocateNode(std::size_t bytes) {
-  if (nextNode_ == nullptr || nextNode_ + bytes > nodesEnd_) openSlab();
-  void* place = nextNode_;
-  nextNode_ += bytes;
-  return place;
-}
-
-Attribute* Storage::allocateAttributes(std::size_t count) {
+Attribute* Storage::openAttributes(std::size_t count) {
   if (count > AttributesPerChunk / 4) {
     attributeChunks_.push_back(std::make_unique_for_overwrite<Attribute[]>(count));
     return attributeChunks_.back().get();
   }
-  if (attributesLeft_ < count) {
-    attributeChunks_.push_back(std::make_unique_for_overwrite<Attribute[]>(AttributesPerChunk));
-    nextAttribute_ = attributeChunks_.back().get();
-    attributesLeft_ = AttributesPerChunk;
-  }
-  Attribute* place = nextAttribute_;
-  nextAttribute_ += count;
-  attributesLeft_ -= count;
-  return place;
+  attributeChunks_.push_back(std::make_unique_for_overwrite<Attribute[]>(AttributesPerChunk));
+  nextAttribute_ = attributeChunks_.back().get() + count;
+  attributesLeft_ = AttributesPerChunk - count;
+  return nextAttribute_ - count;
 }
 
-TextPool& Storage::pool() {
-  if (!own_) own_ = std::make_shared<TextPool>();
-  return *own_;
+void Storage::openPool() {
+  own_ = std::make_shared<TextPool>();
 }
 
 void Storage::share(const Storage& other) {

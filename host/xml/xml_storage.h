@@ -70,13 +70,29 @@ struct Storage {
   Storage& operator=(const Storage&) = delete;
   ~Storage();
 
-  void* allocateNode(std::size_t bytes);
-  Attribute* allocateAttributes(std::size_t count);
-  TextPool& pool();
+  void* allocateNode(std::size_t bytes) {
+    if (static_cast<std::size_t>(nodesEnd_ - nextNode_) < bytes) openSlab();
+    void* place = nextNode_;
+    nextNode_ += bytes;
+    return place;
+  }
+  Attribute* allocateAttributes(std::size_t count) {
+    if (attributesLeft_ < count) return openAttributes(count);
+    Attribute* place = nextAttribute_;
+    nextAttribute_ += count;
+    attributesLeft_ -= count;
+    return place;
+  }
+  TextPool& pool() {
+    if (!own_) openPool();
+    return *own_;
+  }
   void share(const Storage& other);
 
  private:
   void openSlab();
+  Attribute* openAttributes(std::size_t count);
+  void openPool();
   static constexpr std::size_t AttributesPerChunk = 1024;
   std::vector<Slab*> slabs_;
   char* nextNode_ = nullptr;

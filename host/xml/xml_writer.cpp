@@ -1,6 +1,12 @@
-#include <array>
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "host/text/utf.h"
+#include "host/xml/xml_bytes.h"
 #include "host/xml/xml_document.h"
 
 namespace host::xml {
@@ -32,104 +38,162 @@ const char* escaped(unsigned c, Place place) {
   }
 }
 
-constexpr auto Suspicious = [] {
-  std::array<bool, 256> table{};
-  for (std::size_t c = 0; c < 0x20; ++c) table[c] = true;
-  table['&'] = table['<'] = table['>'] = table['"'] = true;
-  return table;
-}();
+// Marks the characters of an ASCII text that may not stand for themselves (see xml_bytes.h).
+inline std::uint64_t suspicious(std::uint64_t word) {
+  return marksBelow(word, 0x20) | marksOf(word, '&') | marksOf(word, '<') | marksOf(word, '>') |
+         marksOf(word, '"');
+}
 
-// Gathers what is written in a block, so that the small pieces of a document cost no call each.
+inline bool isSuspicious(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == '&' || c == '<' || c == '>' || c == '"';
+}
+
+// Copies an ASCII text of @p size bytes while none of it is suspicious; false when something is,
+// with the target in any state. Texts are short: the last word overlaps the one before.
+inline bool copyPlain(const char* from, std::size_t size, char* to) {
+  if (size < WordBytes) {
+    for (std::size_t i = 0; i < size; ++i) {
+      if (isSuspicious(from[i])) return false;
+      to[i] = from[i];
+    }
+    return true;
+  }
+  std::uint64_t marks = 0;
+  for (std::size_t at = 0; at + WordBytes < size; at += WordBytes) {
+    marks |= suspicious(loadWord(from + at));
+    std::memcpy(to + at, from + at, WordBytes);
+  }
+  const std::size_t last = size - WordBytes;
+  marks |= suspicious(loadWord(from + last));
+  std::memcpy(to + last, from + last, WordBytes);
+  return (marks & TopBits) == 0;
+}
+
+// Markup that is written again and again.
+struct Markup {
+  static constexpr std::size_t Short = 24;
+  Markup() = default;
+  explicit Markup(std::string markup) : text(std::move(markup)), size(text.size()) {
+    std::copy_n(text.begin(), std::min(size, Short), bytes);
+  }
+  bool isLong() const { return size > Short; }
+
+  std::string text;
+  std::size_t size = 0;
+  char bytes[Short] = {};
+};
+
+// Gathers what is written in blocks, which are joined once their size is known: a growing buffer
+// would copy the document again and again.
 class Sink {
  public:
-  explicit Sink(std::string& out) : out_(out) {}
+  Sink() { open(BlockBytes); }
   Sink(const Sink&) = delete;
   Sink& operator=(const Sink&) = delete;
 
   void put(char c) {
-    if (at_ == end()) flush();
+    makeRoom(1);
     *at_++ = c;
   }
 
-  /// Writes what stands for an ASCII text. Texts are short: they are copied while they are looked
-  /// through.
-  void put(std::string_view text, Place place = Place::text) {
-    if (!hasRoom(text.size())) return putEscaped(text, place);
-    char* to = at_;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (Suspicious[static_cast<unsigned char>(text[i])]) {
-        at_ = to;
-        return putEscaped(text.substr(i), place);
-      }
-      *to++ = text[i];
-    }
-    at_ = to;
+  /// Writes what stands for an ASCII text.
+  void put(std::string_view text, Place place) {
+    makeRoom(text.size());
+    if (copyPlain(text.data(), text.size(), at_))
+      at_ += text.size();
+    else
+      putEscaped(text, place);
   }
-  /// Writes markup, which is short, as it stands.
+
+  /// Writes what is mostly the same number of bytes in as few steps as can be.
+  void put(const Markup& markup) {
+    if (markup.isLong()) return putMarkup(markup.text);
+    makeRoom(Markup::Short);
+    std::memcpy(at_, markup.bytes, Markup::Short);
+    at_ += markup.size;
+  }
+
+  /// Writes markup as it stands.
   void putMarkup(std::string_view markup) {
-    if (!hasRoom(markup.size())) flush();
-    for (const char c : markup) *at_++ = c;
+    makeRoom(markup.size());
+    std::memcpy(at_, markup.data(), markup.size());
+    at_ += markup.size();
   }
+
+  void putWide(std::u16string_view text, Place place) {
+    std::string utf8;
+    for (std::size_t at = 0; at < text.size();) {
+      const char32_t c = nextCodePoint(text, at);
+      const char* replacement = c < 0x80 ? escaped(c, place) : nullptr;
+      if (replacement != nullptr)
+        utf8 += replacement;
+      else
+        appendCodePoint(utf8, c == 0xFFFE || c == 0xFFFF ? char32_t(0xFFFD) : c);
+    }
+    putMarkup(utf8);
+  }
+
   void fill(std::size_t count, char c) {
     for (; count > 0; --count) put(c);
   }
-  void flush() {
-    out_.append(block_, static_cast<std::size_t>(at_ - block_));
-    at_ = block_;
-  }
-  /// The text itself, for what does not pass through the block.
-  std::string& text() {
-    flush();
-    return out_;
+
+  /// All that was written.
+  std::string joined() {
+    close();
+    std::size_t size = 0;
+    for (const Block& block : blocks_) size += block.used;
+    std::string out;
+    out.reserve(size);
+    for (Block& block : blocks_) {
+      out.append(block.bytes.get(), block.used);
+      block.bytes.reset();
+    }
+    return out;
   }
 
  private:
-  const char* end() const { return block_ + sizeof block_; }
-  bool hasRoom(std::size_t size) const { return static_cast<std::size_t>(end() - at_) >= size; }
+  struct Block {
+    std::unique_ptr<char[]> bytes;
+    std::size_t used = 0;
+  };
+
+  void makeRoom(std::size_t size) {
+    if (static_cast<std::size_t>(end_ - at_) >= size) return;
+    close();
+    open(std::max(size, BlockBytes));
+  }
+  void open(std::size_t size) {
+    blocks_.push_back({std::make_unique_for_overwrite<char[]>(size), 0});
+    at_ = blocks_.back().bytes.get();
+    end_ = at_ + size;
+  }
+  void close() {
+    Block& block = blocks_.back();
+    block.used = static_cast<std::size_t>(at_ - block.bytes.get());
+  }
 
   void putEscaped(std::string_view text, Place place) {
-    flush();
-    makeRoom(text.size());
     std::size_t written = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
-      const auto c = static_cast<unsigned char>(text[at]);
-      if (!Suspicious[c]) continue;
-      const char* replacement = escaped(c, place);
+      if (!isSuspicious(text[at])) continue;
+      const char* replacement = escaped(static_cast<unsigned char>(text[at]), place);
       if (replacement == nullptr) continue;
-      out_ += text.substr(written, at - written);
-      out_ += replacement;
+      putMarkup(text.substr(written, at - written));
+      putMarkup(replacement);
       written = at + 1;
     }
-    out_ += text.substr(written);
+    putMarkup(text.substr(written));
   }
 
-  // Makes room for a text that is most of its document, and for what little follows it: the buffer
-  // would otherwise be doubled, and copied, for the text's own end tag.
-  void makeRoom(std::size_t size) {
-    constexpr std::size_t Large = 1024 * 1024;
-    constexpr std::size_t Following = 4096;
-    if (size >= Large && size >= out_.size()) out_.reserve(out_.size() + size + Following);
-  }
-
-  std::string& out_;
-  char block_[8192];
-  char* at_ = block_;
+  static constexpr std::size_t BlockBytes = 64 * 1024;
+  std::vector<Block> blocks_;
+  char* at_ = nullptr;
+  const char* end_ = nullptr;
 };
-
-void writeWide(std::string& out, std::u16string_view text, Place place) {
-  for (std::size_t at = 0; at < text.size();) {
-    const char32_t c = nextCodePoint(text, at);
-    const char* replacement = c < 0x80 ? escaped(c, place) : nullptr;
-    if (replacement != nullptr)
-      out += replacement;
-    else
-      appendCodePoint(out, c == 0xFFFE || c == 0xFFFF ? char32_t(0xFFFD) : c);
-  }
-}
 
 void writeValue(Sink& out, XmlText text, Place place) {
   if (text.isWide())
-    writeWide(out.text(), text.wideView(), place);
+    out.putWide(text.wideView(), place);
   else
     out.put(text.narrowView(), place);
 }
@@ -142,9 +206,17 @@ bool isBlank(XmlText text) {
 
 class Writer {
  public:
-  Writer(std::string& out, bool indented) : out_(out), indented_(indented) {}
+  explicit Writer(bool indented) : indented_(indented) {}
 
-  void write(const Node& root) {
+  std::string write(const Node& root) {
+    out_.putMarkup("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    writeTree(root);
+    if (indented_) out_.put('\n');
+    return out_.joined();
+  }
+
+ private:
+  void writeTree(const Node& root) {
     const Node* at = &root;
     for (;;) {
       open(*at);
@@ -159,12 +231,11 @@ class Writer {
         newLine(at->text().empty());
         close(*at);
       }
-      if (at == &root) return out_.flush();
+      if (at == &root) return;
       at = at->NextSibling();
     }
   }
 
- private:
   // Line breaks stand only where no text is: a reader drops them there.
   void newLine(bool allowed) {
     if (!indented_ || !allowed) return;
@@ -175,11 +246,9 @@ class Writer {
   void open(const Node& node) {
     if (depth_ > 0) newLine(node.Parent()->text().empty());
     out_.put('<');
-    out_.put(node.Tag());
+    out_.putMarkup(node.Tag());
     for (std::size_t i = 0; i < node.attributeCount(); ++i) {
-      out_.put(' ');
-      out_.put(node.attributeName(i).text());
-      out_.putMarkup("=\"");
+      out_.put(beginning(node.attributeName(i)));
       writeValue(out_, node.attributeText(i), Place::attribute);
       out_.put('"');
     }
@@ -192,6 +261,14 @@ class Writer {
     if (node.FirstChild() == nullptr) close(node);
   }
 
+  // ' name="', made once a name.
+  const Markup& beginning(XmlName name) {
+    if (beginnings_.size() <= name.id()) beginnings_.resize(name.id() + 1);
+    Markup& markup = beginnings_[name.id()];
+    if (markup.size == 0) markup = Markup(' ' + std::string(name.text()) + "=\"");
+    return markup;
+  }
+
   // White space beside children would be dropped by a reader unless it begins with a reference.
   void writeText(const Node& node) {
     if (node.FirstChild() == nullptr || node.text().empty() || !isBlank(node.text()))
@@ -200,33 +277,32 @@ class Writer {
     out_.putMarkup(reference);
     for (std::size_t i = 1; i < node.text().size(); ++i) {
       const auto c = static_cast<char>(node.text()[i]);
-      out_.put(std::string_view(&c, 1));
+      out_.put(std::string_view(&c, 1), Place::text);
     }
   }
 
   void close(const Node& node) {
     out_.putMarkup("</");
-    out_.put(node.Tag());
+    out_.putMarkup(node.Tag());
     out_.put('>');
   }
 
   Sink out_;
+  std::vector<Markup> beginnings_;  // by the number of the name
   const bool indented_;
   std::size_t depth_ = 0;
 };
 
 }  // namespace
 
-static void writeDocument(std::string& out, const Node& root, bool indented) {
-  out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  Writer(out, indented).write(root);
-  if (indented) out += '\n';
+// A function of this namespace, which the document's own does not see into.
+static std::string writeDocument(const Node& root, bool indented) {
+  return Writer(indented).write(root);
 }
 
 }  // namespace host::xml
 
 std::string XmlDocument::ToString(Layout layout) const {
-  std::string out;
-  if (root_ != nullptr) host::xml::writeDocument(out, *root_, layout == Layout::indented);
-  return out;
+  if (root_ == nullptr) return {};
+  return host::xml::writeDocument(*root_, layout == Layout::indented);
 }

@@ -293,4 +293,40 @@ TEST(XmlLoad, ReadsAFileAndTellsWhatIsWrongWithIt) {
   EXPECT_XML_EQ("<a b=\"1\"/>", document);
 }
 
+TEST(XmlParse, TellsNamesApartThatDifferInOneCharacterFromTheirNeighbours) {
+  for (std::size_t size = 1; size <= 40; ++size)
+    for (std::size_t place = 0; place < size; ++place) {
+      const std::string name(size, 'a');
+      std::string other = name;
+      other[place] = 'b';
+      XmlDocument document;
+      ASSERT_TRUE(document.Parse("<r><" + name + " " + name + "='1'/><" + other + " " + other +
+                                 "='1'/><" + other + "a " + other + "a='1'/></r>"));
+      const XmlDocument::XmlNode* node = document.Root()->FirstChild()->NextSibling();
+      EXPECT_EQ(node->Tag(), other);
+      EXPECT_EQ(node->attributeName(0).text(), other);
+      EXPECT_EQ(node->NextSibling()->Tag(), other + "a");
+      EXPECT_EQ(node->NextSibling()->attributeName(0).text(), other + "a");
+    }
+}
+
+TEST(XmlParse, RefusesASecondAttributeOfANameAlsoWhereTheNeighbourHasTwoNames) {
+  XmlDocument document;
+  EXPECT_TRUE(document.Parse("<r><n a='1' b='2'/><n a='1' b='2'/></r>"));
+  EXPECT_FALSE(document.Parse("<r><n a='1' b='2'/><n a='1' a='2'/></r>"));
+  EXPECT_FALSE(document.Parse("<r><n a='1' b='2'/><n a='1' b='2' a='3'/></r>"));
+  EXPECT_FALSE(document.Parse("<r><n a='1' b='2'/><n b='1' b='2'/></r>"));
+}
+
+TEST(XmlParse, SeesAForbiddenCharacterAtEveryPlaceOfAValue) {
+  for (std::size_t size = 1; size <= 24; ++size)
+    for (std::size_t place = 0; place < size; ++place)
+      for (const std::string bad : {"\x01", "\x1F", "\xFF", "&x;", "<"}) {
+        std::string value(size, 'x');
+        value.replace(place, 1, bad);
+        XmlDocument document;
+        EXPECT_FALSE(document.Parse("<r a=\"" + value + "\"/>")) << size << " " << place;
+      }
+}
+
 }  // namespace

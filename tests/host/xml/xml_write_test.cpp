@@ -132,4 +132,33 @@ TEST(XmlSave, AFailureIsToldAndLeavesTheFile) {
   EXPECT_EQ(folder.listing(), "x.xml");
 }
 
+TEST(XmlWrite, EscapesACharacterAtEveryPlaceOfEveryShortText) {
+  for (std::size_t size = 1; size <= 40; ++size)
+    for (std::size_t place = 0; place < size; ++place)
+      for (const char special : {'&', '<', '>', '"', '\t', '\r', '\n'}) {
+        std::u16string text(size, u'x');
+        text[place] = static_cast<char16_t>(special);
+        XmlDocument document("root");
+        document.Root()->setAttribute("a", text);
+        document.Root()->SetText(text);
+        XmlDocument again;
+        ASSERT_TRUE(again.Parse(document.ToString()));
+        ASSERT_EQ(*again.Root(), *document.Root()) << size << " " << place << " " << int(special);
+      }
+}
+
+TEST(XmlWrite, JoinsDocumentsAcrossItsBlocks) {
+  for (const std::size_t size : {65000U, 65535U, 65536U, 65537U, 70000U, 200000U}) {
+    XmlDocument document("root");
+    document.Root()->NewChild("before", u"text").setAttribute("a", u"1");
+    document.Root()->NewChild("long", std::u16string(size, u'x'));
+    document.Root()->NewChild("wide", std::u16string(size, u'\u00E9'));
+    for (int i = 0; i < 20; ++i)
+      document.Root()->NewChild("after").setAttribute("aNameThatIsLongerThanMostNamesAre", u"<&>");
+    XmlDocument again;
+    ASSERT_TRUE(again.Parse(document.ToString()));
+    EXPECT_EQ(*again.Root(), *document.Root()) << size;
+  }
+}
+
 }  // namespace
