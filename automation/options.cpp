@@ -1,5 +1,6 @@
 #include "automation/options.h"
 
+#include <charconv>
 #include <set>
 
 namespace automation {
@@ -33,6 +34,15 @@ bool setVerification(const std::string& value, Values& values) {
   return values.verifyNew || values.verifyExisting || value == "none";
 }
 
+bool setPatience(const std::string& value, Values& values) {
+  constexpr int Longest = 3600;
+  int seconds = 0;
+  const char* end = value.data() + value.size();
+  const auto result = std::from_chars(value.data(), end, seconds);
+  values.answerWithin = std::chrono::seconds(seconds);
+  return result.ec == std::errc() && result.ptr == end && seconds >= 1 && seconds <= Longest;
+}
+
 struct Option {
   const char* name;
   const char* form;  // what its value looks like, for messages
@@ -44,6 +54,7 @@ constexpr Option All[] = {
     {"--plugin", "a file", &setPlugin},
     {"--now", "a date and time such as 2025-03-15T10:00:00", &setNow},
     {"--language", "a language such as en", &setLanguage},
+    {"--answer-within", "a number of seconds from 1 to 3600", &setPatience},
     {"--verify-connection", "new, existing, new,existing or none", &setVerification},
 };
 
@@ -99,6 +110,8 @@ Usage: lamp-script --config DIR [options]
   --plugin FILE              the plug-in to load; by default the one beside this program
   --now DATE                 stops the clock, at a moment such as 2025-03-15T10:00:00
   --language LANGUAGE        the language of the texts: en, es, or numbers (default en)
+  --answer-within SECONDS    how long a controller may take to answer a command (default 30, and
+                             300 for the upload of a firmware)
   --verify-connection WHICH  new, existing, new,existing or none: for which devices the
                              connection is verified when they are saved (default new,existing)
   --help                     shows this text

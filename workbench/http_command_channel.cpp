@@ -78,6 +78,14 @@ class Announced {
 
 }  // namespace
 
+HttpLimits HttpLimits::within(std::chrono::milliseconds time) {
+  HttpLimits limits;
+  limits.connect = std::min(limits.connect, time);
+  limits.whole = time;
+  limits.wholeFirmware = time;
+  return limits;
+}
+
 ExchangeReply HttpCommandChannel::exchange(const host::ExchangeRequest& request) {
   const std::string parameters = request.uriParameters.ToUtf8();
   const CommandAddress address = commandAddress(parameters);

@@ -11,6 +11,10 @@ namespace workbench {
 
 /// What an exchange may take.
 struct HttpLimits {
+  /// Limits under which no exchange, the upload of a firmware neither, takes longer than @p time;
+  /// connecting takes as long as ever, but never longer than that.
+  static HttpLimits within(std::chrono::milliseconds time);
+
   std::chrono::milliseconds connect{5'000};
   std::chrono::milliseconds whole{30'000};
   std::chrono::milliseconds wholeFirmware{300'000};  ///< of command 52
@@ -26,6 +30,7 @@ class HttpCommandChannel : public host::CommandChannel {
  public:
   explicit HttpCommandChannel(HttpLimits limits = {}) : limits_(limits) {}
 
+  void setLimits(const HttpLimits& limits) { limits_ = limits; }
   /// Tells @p progress of every exchange from now on; null for none. It must outlive its use.
   void setProgress(ExchangeProgress* progress) { progress_ = progress; }
   /// Certificates are verified with the authorities of this file in place of the system's.

@@ -11,6 +11,7 @@ Workspace::Workspace(const ProgramPaths& paths, WorkspaceOptions options)
     : paths_(paths), options_(std::move(options)), store_(options_.configuration) {
   if (options_.plugin.empty()) options_.plugin = paths_.plugin;
   if (options_.now) clock_.fix(*options_.now);
+  if (options_.answerWithin) channel_.setLimits(HttpLimits::within(*options_.answerWithin));
   settings_.created = options_.verifyNew;
   settings_.existing = options_.verifyExisting;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -21,7 +22,8 @@ struct WorkspaceOptions {
   std::filesystem::path configuration;  ///< the folder of the configuration
   std::filesystem::path plugin;         ///< empty for the one that belongs to the program
   std::string language = "en";
-  std::optional<XCDateTime> now;  ///< stops the clock at a moment
+  std::optional<XCDateTime> now;                     ///< stops the clock at a moment
+  std::optional<std::chrono::seconds> answerWithin;  ///< how long an exchange may take
   bool verifyNew = true;
   bool verifyExisting = true;
 };

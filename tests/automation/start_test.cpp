@@ -30,6 +30,8 @@ TEST(Start, WrongArgumentsAreToldAndEndWithStatusTwo) {
       {{"--config", "/tmp/x", "--now", "today"}, "--now needs a date"},
       {{"--config", "/tmp/x", "--now", "2025-02-30T00:00:00"}, "--now needs a date"},
       {{"--config", "/tmp/x", "--verify-connection", "all"}, "--verify-connection needs new"},
+      {{"--config", "/tmp/x", "--answer-within", "0"}, "--answer-within needs a number"},
+      {{"--config", "/tmp/x", "--answer-within", "2s"}, "--answer-within needs a number"},
       {{"--config", "/tmp/x", "--window"}, "\"--window\" is no option"},
       {{"stray"}, "\"stray\" is no option"}};
   for (const auto& [arguments, text] : wrong) {
@@ -73,7 +75,8 @@ TEST(Start, ABrokenConfigurationIsToldAndStays) {
 TEST(Start, HelpIsPrinted) {
   ScriptProcess script({"--help"});
   EXPECT_EQ(script.end(), 0);
-  for (const char* option : {"--config", "--plugin", "--now", "--language", "--verify-connection"})
+  for (const char* option :
+       {"--config", "--plugin", "--now", "--language", "--verify-connection", "--answer-within"})
     EXPECT_THAT(script.rest(), HasSubstr(option));
 }
 

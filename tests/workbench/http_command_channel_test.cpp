@@ -299,6 +299,14 @@ TEST_F(HttpCommandChannelTest, FirmwareHasATimeOfItsOwn) {
   EXPECT_TRUE(reply.error.ToUtf8().starts_with("[60062](127.")) << reply.error.ToUtf8();
 }
 
+TEST_F(HttpCommandChannelTest, OneTimeLimitHoldsForEveryExchangeAndNeverLengthensTheConnecting) {
+  const HttpLimits brief = HttpLimits::within(2s);
+  EXPECT_EQ(brief.connect, 2s);
+  EXPECT_EQ(brief.whole, 2s);
+  EXPECT_EQ(brief.wholeFirmware, 2s);
+  EXPECT_EQ(HttpLimits::within(60s).connect, HttpLimits().connect);
+}
+
 TEST_F(HttpCommandChannelTest, ARefusedConnectionNamesTheAddress) {
   int port = 0;
   {
