@@ -114,6 +114,12 @@ void restartProgram(const Options& options, int port) {
   std::_Exit(kFailure);
 }
 
+// A connection that was accepted while a restart closed the others came along and would never be
+// answered: it ends, and its client learns that it has to ask again.
+void leaveEarlierLifeBehind() {
+  ::close_range(STDERR_FILENO + 1, ~0U, 0);
+}
+
 int serve(const Options& options, Controller& controller, ControllerClock& clock,
           StateKeeper& keeper) {
   // Every thread inherits the mask, so that only sigwait below hears these signals.
@@ -184,6 +190,7 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace lamp::controller
 
 int main(int argc, char** argv) {
+  lamp::controller::leaveEarlierLifeBehind();
   try {
     return lamp::controller::run(std::vector<std::string>(argv + 1, argv + argc));
   } catch (const std::exception& fault) {

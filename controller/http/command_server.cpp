@@ -25,9 +25,10 @@ constexpr int kBacklog = 256;
 constexpr std::size_t kRequestsPerConnection = 10000;
 constexpr const char* kPlainText = "text/plain; charset=utf-8";
 
+// The text is shown to a user as it stands, so nothing is put behind it.
 void answer(httplib::Response& response, int status, const std::string& text) {
   response.status = status;
-  response.set_content(text + "\n", kPlainText);
+  response.set_content(text, kPlainText);
 }
 
 // The number in the path, or -1 where the path holds something else.
@@ -253,7 +254,6 @@ class CommandServer::Impl {
 
   static void send(Reply reply, bool onlyHalf, httplib::Response& response) {
     response.status = reply.status;
-    if (reply.status != 200) reply.body += '\n';
     if (onlyHalf) {
       if (reply.body.empty()) reply.body = "<deviceCfg/>";
       const std::size_t length = reply.body.size();

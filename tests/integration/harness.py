@@ -4,13 +4,17 @@ import json
 import os
 import pathlib
 import re
+import select
 import shutil
 import socket
 import subprocess
 import tempfile
 import threading
 import unittest
+import urllib.parse
+import urllib.request
 import xml.etree.ElementTree as ElementTree
+from http.client import HTTPConnection
 
 BIN = pathlib.Path(os.environ["LAMP_BIN"])
 
@@ -29,11 +33,16 @@ class Controller:
             stdout=subprocess.PIPE,
             text=True,
         )
+        self.heed_start()
+
+    def heed_start(self):
+        """Reads what it prints when it begins to serve."""
         line = self.process.stdout.readline()
         found = re.match(r"listening on http://127\.0\.0\.1:(\d+)", line)
         if not found:
             raise RuntimeError(f"the controller did not start: {line!r}")
         self.port = int(found.group(1))
+        self.token = self.process.stdout.readline().split()[-1]
 
     def stop(self):
         self.process.terminate()
@@ -54,6 +63,38 @@ class Controller:
             input=body.encode(), capture_output=True, check=True)
         text, _, status = answer.stdout.decode().rpartition("\n")
         return int(status), text
+
+    def control(self, request, token=None):
+        """Posts to /control/; answers the state as JSON. Raises HTTPError when it is refused."""
+        ordered = urllib.request.Request(
+            f"http://127.0.0.1:{self.port}/control/{request}", method="POST",
+            headers={"X-Control-Token": self.token if token is None else token})
+        with urllib.request.urlopen(ordered, timeout=10) as answer:
+            return json.load(answer)
+
+    def order(self, fault):
+        self.control("fault?set=" + urllib.parse.quote(fault))
+
+    def await_restart(self, seconds=30):
+        """Waits until it has begun again by itself and serves."""
+        if not select.select([self.process.stdout], [], [], seconds)[0]:
+            raise RuntimeError("the controller did not restart")
+        self.heed_start()
+
+    def sections(self, names):
+        """The text of each section, read over one connection."""
+        connection = HTTPConnection("127.0.0.1", self.port, timeout=30)
+        texts = {}
+        for name in names:
+            connection.request("POST", "/lampmanager/command/1",
+                               f"<deviceCfg><{name}/></deviceCfg>",
+                               {"Content-Type": "application/xml"})
+            answer = connection.getresponse()
+            texts[name] = answer.read().decode()
+            if answer.status != 200:
+                raise RuntimeError(f"{name}: {answer.status} {texts[name]}")
+        connection.close()
+        return texts
 
     def read(self, section):
         """The section's element, read with curl."""
@@ -92,7 +133,7 @@ class Script:
         return answer
 
     def top(self):
-        return self.do("look")["top"]
+        return self.tell("look")["top"]
 
     def controls(self):
         return {control["name"]: control for control in self.do("look")["controls"]}
@@ -105,6 +146,15 @@ class Script:
 
     def exchanges(self, since=0):
         return self.do("editor.exchanges", since=since)["exchanges"]
+
+    def close_all(self):
+        """Closes every window, from the front to the back."""
+        while (top := self.top())["kind"] != "none":
+            if top["kind"] == "message":
+                wanted = [b for b in ("cancel", "no", "ok") if b in top["buttons"]]
+                self.do("answer", button=wanted[0])
+            else:
+                self.do("close")
 
     def end(self):
         """Ends the input; answers the exit status."""

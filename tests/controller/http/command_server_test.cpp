@@ -46,7 +46,7 @@ TEST_F(CommandServerTest, ARefusalIsShortPlainText) {
   EXPECT_TRUE(answer.type.starts_with("text/plain"));
   EXPECT_EQ(
       answer.body,
-      "E01: hourIni is \"24\"; it must be a whole number from 0 to 23. Nothing was changed.\n");
+      "E01: hourIni is \"24\"; it must be a whole number from 0 to 23. Nothing was changed.");
 }
 
 TEST_F(CommandServerTest, OtherAddressesAndMethodsAreRefused) {

@@ -58,7 +58,7 @@ TEST(ControlDesk, OrdersAndClearsFaults) {
       httpControl(server.base + "/control/fault?set=refuse:later%40home%401");
   EXPECT_EQ(ordered.status, 200);
   EXPECT_NE(ordered.body.find("refuse:later@home@1"), std::string::npos);
-  EXPECT_EQ(httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>").body, "later@home\n");
+  EXPECT_EQ(httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>").body, "later@home");
   EXPECT_EQ(httpControl(server.base + "/control/fault?clear=1").status, 200);
   EXPECT_EQ(httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>").status, 200);
 }

@@ -64,7 +64,7 @@ TEST(Faults, RefuseAnswersItsTextAndChangesNothing) {
   server.order("refuse:Not today.#1");
   const HttpAnswer answer = httpCommand(server.base, 2, kWrite);
   EXPECT_EQ(answer.status, 422);
-  EXPECT_EQ(answer.body, "Not today.\n");
+  EXPECT_EQ(answer.body, "Not today.");
   EXPECT_STREQ(server.rig.read("L01").attribute("name").value(), "Old Town");
   EXPECT_EQ(httpCommand(server.base, 2, kWrite).status, 200);
 }
