@@ -27,6 +27,20 @@ bool Arrangement::holds(const host::LayoutItem& item, int controlId) {
                      [controlId](const auto& inner) { return holds(inner, controlId); });
 }
 
+void Arrangement::setPane(QWidget* pane, std::vector<int> ids) {
+  pane_ = pane;
+  besidePane_ = std::move(ids);
+}
+
+bool Arrangement::takesPane(const host::LayoutItem& item) const {
+  const auto holdsAll = [this](const host::LayoutItem& piece) {
+    return std::all_of(besidePane_.begin(), besidePane_.end(),
+                       [&piece](int id) { return holds(piece, id); });
+  };
+  return pane_ != nullptr && holdsAll(item) &&
+         std::none_of(item.items.begin(), item.items.end(), holdsAll);
+}
+
 bool Arrangement::expands(const host::LayoutItem& item) const {
   if (item.kind == Kind::stretch) return true;
   if (item.kind == Kind::control) {
@@ -82,7 +96,7 @@ QLayout* Arrangement::gridOf(const host::LayoutItem& item) const {
     if (inner.kind == Kind::gap || inner.kind == Kind::stretch) continue;
     if (inner.stretchFactor > 0 && inner.stretchFactor > grid->columnStretch(column))
       grid->setColumnStretch(column, inner.stretchFactor);
-    if (isContainer(inner)) {
+    if (isContainer(inner) || takesPane(inner)) {
       grid->addLayout(layoutOf(inner), row, column);
     } else if (QWidget* widget = inner.kind == Kind::group ? groupOf(inner) : widgetOf(inner)) {
       grid->addWidget(widget, row, column);
@@ -92,7 +106,22 @@ QLayout* Arrangement::gridOf(const host::LayoutItem& item) const {
   return grid;
 }
 
+QBoxLayout* Arrangement::besidePane(const host::LayoutItem& item) const {
+  auto* row = new QBoxLayout(QBoxLayout::LeftToRight);
+  row->setSpacing(Spacing);
+  addPiece(*row, item);
+  row->addWidget(pane_, 1);
+  return row;
+}
+
 void Arrangement::add(QBoxLayout& box, const host::LayoutItem& item) const {
+  if (takesPane(item))
+    box.addLayout(besidePane(item), item.stretchFactor);
+  else
+    addPiece(box, item);
+}
+
+void Arrangement::addPiece(QBoxLayout& box, const host::LayoutItem& item) const {
   switch (item.kind) {
     case Kind::gap:
       box.addSpacing(item.size);
@@ -103,7 +132,7 @@ void Arrangement::add(QBoxLayout& box, const host::LayoutItem& item) const {
     case Kind::row:
     case Kind::column:
     case Kind::grid:
-      box.addLayout(layoutOf(item), item.stretchFactor);
+      box.addLayout(piecesOf(item), item.stretchFactor);
       return;
     case Kind::group:
       if (QWidget* widget = groupOf(item)) box.addWidget(widget, item.stretchFactor);
@@ -123,9 +152,13 @@ QBoxLayout* Arrangement::boxOf(const host::LayoutItem& item) const {
   return box;
 }
 
+QLayout* Arrangement::piecesOf(const host::LayoutItem& item) const {
+  return item.kind == Kind::grid ? gridOf(item) : boxOf(item);
+}
+
 QLayout* Arrangement::layoutOf(const host::LayoutItem& item) const {
-  if (item.kind == Kind::grid) return gridOf(item);
-  if (isContainer(item)) return boxOf(item);
+  if (takesPane(item)) return besidePane(item);
+  if (isContainer(item)) return piecesOf(item);
   auto* box = new QBoxLayout(QBoxLayout::TopToBottom);
   add(*box, item);
   return box;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "editor/renderers/control_renderer.h"
 #include "host/ui/layout.h"
@@ -18,6 +19,9 @@ class Arrangement {
   using Find = std::function<ControlRenderer*(int id)>;
   explicit Arrangement(Find find) : find_(std::move(find)) {}
 
+  /// Puts @p pane beside the smallest piece that holds all the controls in @p ids.
+  void setPane(QWidget* pane, std::vector<int> ids);
+
   /// A layout with the piece in it, to be set on a widget or put into another layout.
   QLayout* layoutOf(const host::LayoutItem& item) const;
 
@@ -32,8 +36,14 @@ class Arrangement {
   QWidget* widgetOf(const host::LayoutItem& item) const;
   bool expands(const host::LayoutItem& item) const;
   bool isLabelled(const host::LayoutItem& item) const;
+  bool takesPane(const host::LayoutItem& item) const;
+  QBoxLayout* besidePane(const host::LayoutItem& item) const;
+  QLayout* piecesOf(const host::LayoutItem& item) const;
+  void addPiece(QBoxLayout& box, const host::LayoutItem& item) const;
 
   Find find_;
+  QWidget* pane_ = nullptr;
+  std::vector<int> besidePane_;
 };
 
 }  // namespace editor

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "editor/dialogs/arrangement.h"
+#include "editor/dialogs/side_panes.h"
 #include "editor/qt_text.h"
 #include "editor/renderers/renderer_table.h"
 
@@ -25,6 +26,7 @@ DialogBody::DialogBody(XCBaseDlg& dialog, QWidget& owner, bool separateFoot)
     renderer->sync(ControlRenderer::Everything);
     for (QWidget* stop : renderer->tabStops()) stop->installEventFilter(this);
   }
+  if (pane_ != nullptr) pane_->follow();
   nameForReaders();
   orderTabs();
 }
@@ -39,7 +41,10 @@ ControlRenderer* DialogBody::renderer(int id) const {
 }
 
 void DialogBody::arrange(bool separateFoot) {
-  const Arrangement arrangement([this](int id) { return renderer(id); });
+  Arrangement arrangement([this](int id) { return renderer(id); });
+  PlacedPane placed = makeSidePane(dialog_, content_);
+  pane_ = placed.pane;
+  if (pane_ != nullptr) arrangement.setPane(pane_, std::move(placed.beside));
   host::LayoutItem main = dialog_.Arrangement();
   using Kind = host::LayoutItem::Kind;
   const bool hasFoot = separateFoot && main.kind == Kind::column && main.items.size() > 1 &&
@@ -74,6 +79,7 @@ void DialogBody::orderTabs() {
 }
 
 void DialogBody::noteChange() {
+  if (pane_ != nullptr) pane_->note();
   if (refreshQueued_) return;
   refreshQueued_ = true;
   QTimer::singleShot(0, this, [this] { refresh(); });
@@ -84,6 +90,7 @@ void DialogBody::refresh() {
   showFocus();
   for (const auto& renderer : renderers_)
     if (const unsigned changes = renderer->control().takeChanges()) renderer->sync(changes);
+  if (pane_ != nullptr) pane_->follow();
   showFocus();
   if (onRefreshed) onRefreshed();
 }

@@ -13,6 +13,8 @@ class QWidget;
 
 namespace editor {
 
+class SidePane;
+
 /// The widgets of one dialog: its controls in their arrangement, kept equal to the model. Changes
 /// of the model are noted and shown together, once control is back in the event loop.
 class DialogBody : public QObject {
@@ -27,6 +29,8 @@ class DialogBody : public QObject {
   /// None when the dialog has no such row or it was not asked for.
   QWidget* foot() const { return foot_; }
   ControlRenderer* renderer(int id) const;
+  /// What the editor shows beside controls, null for most dialogs.
+  SidePane* sidePane() const { return pane_; }
 
   /// Something differs from what is shown: refresh() follows.
   void noteChange();
@@ -46,6 +50,7 @@ class DialogBody : public QObject {
   std::vector<std::unique_ptr<ControlRenderer>> renderers_;
   QWidget* content_;
   QWidget* foot_ = nullptr;
+  SidePane* pane_ = nullptr;
   host::Control* shownFocus_ = nullptr;
   bool refreshQueued_ = false;
 };

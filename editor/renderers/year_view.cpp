@@ -6,8 +6,8 @@
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QToolTip>
 #include <algorithm>
-#include <cmath>
 
+#include "editor/contrast.h"
 #include "editor/images.h"
 #include "editor/qt_text.h"
 
@@ -19,17 +19,6 @@ constexpr int Months = 12;
 constexpr int WeekdayLetters = 2;
 // Day types are told by one character; their number is drawn in this part of the day's own size.
 constexpr qreal TypeScale = 0.72;
-
-// The one of black and white that is read better on a colour: relative luminance of sRGB, with the
-// threshold where both have the same contrast ratio.
-QColor readableOn(const QColor& colour) {
-  const auto linear = [](qreal part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  const qreal luminance = 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-                          0.0722 * linear(colour.blueF());
-  return luminance > 0.179 ? Qt::black : Qt::white;
-}
 
 }  // namespace
 

@@ -2,6 +2,8 @@
 
 #include <QtGui/QAction>
 
+#include "editor/qt_text.h"
+
 namespace editor {
 namespace {
 
@@ -10,11 +12,23 @@ using Steps = std::vector<Tour::Step>;
 Tour::Step picture(const char* name) {
   return [name](Tour& tour) { tour.picture(name); };
 }
+Tour::Step darkPicture(const char* name) {
+  return [name](Tour& tour) { tour.darkPicture(name); };
+}
+Tour::Step sidePane() {
+  return [](Tour& tour) { tour.requireSidePane(); };
+}
 Tour::Step click(const char* control) {
   return [control](Tour& tour) { tour.click(control); };
 }
 Tour::Step choose(const char* control, const char* item) {
   return [control, item](Tour& tour) { tour.choose(control, QString::fromUtf8(item)); };
+}
+/// Day types are named after their numbers, from 1, in the language in force.
+Tour::Step chooseDayType(const char* control, int number) {
+  return [control, number](Tour& tour) {
+    tour.choose(control, caption(host::TextId::DayType) + " - " + QString::number(number));
+  };
 }
 Tour::Step type(const char* control, const char* text) {
   return [control, text](Tour& tour) { tour.type(control, QString::fromUtf8(text)); };
@@ -62,9 +76,51 @@ Steps nameThreeNodes() {
           click("ok")};
 }
 
+// Dims three nodes more, then shows them beside others that differ.
+Steps dimNodes() {
+  return {click("groupSchedules"),
+          sidePane(),
+          selectRows("nodes", {1, 2, 4}),
+          type("power2", "55"),
+          type("time3", "2345"),
+          type("power3", "20"),
+          picture("group-schedules-typed"),
+          selectRows("nodes", {0, 1, 3}),
+          picture("group-schedules"),
+          darkPicture("group-schedules-dark"),
+          click("cancel")};
+}
+
+// Gives the Sundays of the year shown a day type of their own, and some days another by hand.
 Steps paintCalendar() {
-  return {click("calendar"),      picture("calendar"),         click("dayType3"),
-          paintWeekly("year", 8), picture("calendar-painted"), click("cancel")};
+  return {click("calendar"),
+          click("fastSelection"),
+          click("sunday"),
+          chooseDayType("dayType", 6),
+          picture("fast-selection"),
+          darkPicture("fast-selection-dark"),
+          click("ok"),
+          click("dayType3"),
+          paintWeekly("year", 8),
+          picture("calendar"),
+          darkPicture("calendar-dark")};
+}
+
+Steps programDayTypes() {
+  return {click("dayTypes"),
+          sidePane(),
+          selectRows("days", {0}),
+          type("power1", "100"),
+          type("time2", "2230"),
+          type("power2", "70"),
+          type("time3", "0100"),
+          type("power3", "40"),
+          type("time4", "0600"),
+          type("power4", "80"),
+          picture("day-types"),
+          darkPicture("day-types-dark"),
+          click("ok"),
+          click("cancel")};
 }
 
 Steps defineDevice() {
@@ -90,8 +146,9 @@ Steps journey() {
   steps += visit("nodeCommand", "node-command");
   steps += visit("inputs", "inputs-and-outputs");
   steps += visit("nodePower", "node-power");
-  steps += visit("groupSchedules", "group-schedules");
+  steps += dimNodes();
   steps += paintCalendar();
+  steps += programDayTypes();
   steps += {picture("menu-again"), click("ok"), picture("main-window-after")};
   steps += defineDevice();
   return steps;

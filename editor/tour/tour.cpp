@@ -14,6 +14,7 @@
 #include "editor/renderers/list_view.h"
 #include "editor/renderers/year_renderer.h"
 #include "editor/renderers/year_view.h"
+#include "editor/tour/dark_palette.h"
 #include "editor/window/device_panel.h"
 
 namespace editor {
@@ -145,6 +146,18 @@ void Tour::paintDays(const QString& control, const std::vector<XCDateTime>& days
     if (day.Year() != year->view().grid().year()) year->view().onYear(day.Year());
     clickAt(year->view(), year->view().grid().cellOf(day).center());
   }
+}
+
+void Tour::requireSidePane() const {
+  const DialogWindow* top = frontEnd_.topWindow();
+  require(top != nullptr && top->body().sidePane() != nullptr, "the dialog shows no side pane");
+}
+
+void Tour::darkPicture(const QString& name) {
+  const QPalette before = QApplication::palette();
+  QApplication::setPalette(darkPalette());
+  picture(name);
+  QApplication::setPalette(before);
 }
 
 void Tour::picture(const QString& name) {

@@ -39,8 +39,12 @@ class Tour : public QObject {
   /// Clicks rows of a list, each with Ctrl but the first.
   void selectRows(const QString& control, const std::vector<int>& rows);
   void paintDays(const QString& control, const std::vector<XCDateTime>& days);
+  /// The dialog in front shows a pane of the editor's own.
+  void requireSidePane() const;
   /// Saves a picture of the window in front as the next number and @p name.
   void picture(const QString& name);
+  /// The same on a dark desktop.
+  void darkPicture(const QString& name);
   void require(bool condition, const QString& what) const;
 
  private:

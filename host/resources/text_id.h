@@ -264,6 +264,13 @@ enum class TextId : int {
   ListFilter = 60210,
   ListSelected = 60211,  // takes the number of selected rows and of all
   DayOutOfUse = 60212,
+  NightChart = 60213,
+  NightByTheClock = 60214,
+  NightSinceSwitchOn = 60215,
+  NightWithoutRows = 60216,
+  NightDiffers = 60217,
+  ValueUnusable = 60218,
+  ValueSometimesUnusable = 60219,
   EditorTitle = 60220,
   MenuConfiguration = 60221,
   MenuDevice = 60222,
@@ -299,6 +306,8 @@ enum class TextId : int {
   ReadOnlyConfiguration = 60259,  // takes the cause
   GroupDevices = 60260,  // takes the number
   LanguageNextStart = 60261,
+  FromSwitchOn = 60290,
+  ValueFromTo = 60291,  // takes the least and the most, as texts
 };
 
 /// The text's number as XCLoadString and the catalogues know it.
