@@ -12,7 +12,9 @@ namespace {
 
 constexpr int SwatchSize = 16;
 
-QIcon swatch(const QColor& colour) {
+}  // namespace
+
+QIcon swatchIcon(const QColor& colour) {
   QIcon icon;
   for (const int scale : {1, 2}) {
     QPixmap pixmap(SwatchSize * scale, SwatchSize * scale);
@@ -22,16 +24,15 @@ QIcon swatch(const QColor& colour) {
     painter.drawRect(pixmap.rect().adjusted(0, 0, -1, -1));
     painter.end();
     pixmap.setDevicePixelRatio(scale);
-    icon.addPixmap(pixmap);
+    // In a selected row too: a style would tint it otherwise.
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected}) icon.addPixmap(pixmap, mode);
   }
   return icon;
 }
 
-}  // namespace
-
 QIcon imageIcon(const std::string& name) {
   if (name.empty()) return {};
-  if (name.front() == '#') return swatch(QColor(QString::fromStdString(name)));
+  if (name.front() == '#') return swatchIcon(QColor(QString::fromStdString(name)));
   const QString path = qtText(XCVarnisSetup::Get().getImageFilePath(XCBasicString::FromUtf8(name)));
   if (!QFileInfo::exists(path)) return {};
   QIcon icon(path);

@@ -13,6 +13,9 @@ namespace editor {
 /// file that is not there.
 QIcon imageIcon(const std::string& name);
 
+/// A box of a colour, which keeps it in whatever state it is shown.
+QIcon swatchIcon(const QColor& colour);
+
 /// The size in which the image was drawn, in device-independent pixels.
 QSize imageSize(const QIcon& icon);
 

@@ -10,6 +10,7 @@
 
 #include "editor/images.h"
 #include "editor/qt_text.h"
+#include "host/dialogs/extension_module.h"
 #include "host/services/setup.h"
 
 namespace editor {
@@ -81,8 +82,15 @@ void DialogWindow::fit(bool grow) {
     least.rwidth() += bar;
     natural.rwidth() += bar;
   }
-  setMinimumSize(least.expandedTo({LeastWidth, 0}).boundedTo(most));
-  if (grow) resize(natural.expandedTo(minimumSize()).boundedTo(most));
+  setMinimumSize(least.expandedTo({LeastWidth, 0}).expandedTo(leastSize_).boundedTo(most));
+  if (!grow) return;
+  resize(natural.expandedTo(minimumSize()).boundedTo(most));
+  if (openingSizeIsLeast()) setMinimumSize(leastSize_ = size());
+}
+
+bool DialogWindow::openingSizeIsLeast() const {
+  const host::DialogTemplate* made = host::findTemplate(dialog_.TemplateNumber());
+  return made != nullptr && made->openingSizeIsLeast;
 }
 
 host::Control* DialogWindow::controlWithFocus() const {

@@ -10,7 +10,8 @@ class QScrollArea;
 namespace editor {
 
 /// A dialog as a window of its own. It is as large as its content where the screen allows it, and
-/// scrolls where it does not; OK and Cancel stay in sight.
+/// scrolls where it does not; OK and Cancel stay in sight. Where the dialog's template wants it, it
+/// gets no smaller than it was when it opened.
 class DialogWindow : public QDialog {
  public:
   DialogWindow(XCBaseDlg& dialog, QWidget* parent);
@@ -30,12 +31,15 @@ class DialogWindow : public QDialog {
  private:
   void followDialog();
   void fit(bool grow);
+  bool openingSizeIsLeast() const;
   host::Control* controlWithFocus() const;
 
   XCBaseDlg& dialog_;
   QScrollArea* scroll_;
   std::unique_ptr<DialogBody> body_;
   QEventLoop* loop_ = nullptr;
+  /// Below this nobody makes the window smaller; empty where only the content decides.
+  QSize leastSize_;
 };
 
 }  // namespace editor

@@ -20,7 +20,7 @@ constexpr int Margin = 4;
 constexpr int LineWidth = 2;
 constexpr int Hour = 60;
 constexpr int NaturalWidth = 420;
-constexpr int LeastWidth = 240;
+constexpr int LeastWidth = 200;
 constexpr int LeastPlotLines = 4;  // of text, in the height between 0 and 100 %
 constexpr int NaturalPlotLines = 6;
 // Below this power its number stands above the line, otherwise in the area below it.

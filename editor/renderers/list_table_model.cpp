@@ -130,7 +130,7 @@ QVariant ListTableModel::data(const QModelIndex& index, int role) const {
       return {};
     case Qt::DecorationRole:
       if (const auto swatch = column == 0 ? list_.swatch(row) : std::nullopt)
-        return qtColour(*swatch);
+        return swatchIcon(qtColour(*swatch));
       return {};
     default:
       return {};

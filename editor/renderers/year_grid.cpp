@@ -13,15 +13,16 @@ int blockWidth(int width, int columns) {
 
 }  // namespace
 
-YearGrid::YearGrid(int year, const QRect& area, int titleHeight)
+YearGrid::YearGrid(int year, const QRect& area, int titleHeight, QSize natural)
     : year_(year), area_(area), titleHeight_(titleHeight) {
-  int best = -1;
+  qreal best = -1;
   for (const int columns : {6, 4, 3, 2}) {
     const int rows = Months / columns;
     const int width = blockWidth(area.width(), columns) / Weekdays;
     const int height = (blockWidth(area.height(), rows) - titleHeight) / Lines;
-    if (std::min(width, height * 4 / 3) <= best) continue;
-    best = std::min(width, height * 4 / 3);
+    const qreal room = std::min(qreal(width) / natural.width(), qreal(height) / natural.height());
+    if (room <= best) continue;
+    best = room;
     columns_ = columns;
     cellWidth_ = width;
     cellHeight_ = height;

@@ -10,10 +10,12 @@
 namespace editor {
 
 /// Where the months and days of a year stand in a rectangle: twelve blocks of a title, a line of
-/// weekdays and six weeks, Monday first, in as many columns as make the days as large as possible.
+/// weekdays and six weeks, Monday first, in as many columns as leave most room for what a day
+/// shows.
 class YearGrid {
  public:
-  YearGrid(int year, const QRect& area, int titleHeight);
+  /// @p natural is the size that the contents of a day need.
+  YearGrid(int year, const QRect& area, int titleHeight, QSize natural);
 
   int year() const { return year_; }
   QSize cellSize() const { return {cellWidth_, cellHeight_}; }

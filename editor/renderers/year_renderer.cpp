@@ -22,7 +22,7 @@ QWidget* YearRenderer::focusWidget() {
 }
 
 void YearRenderer::show(unsigned) {
-  view_->update();
+  view_->refresh();
 }
 
 }  // namespace editor

@@ -1,15 +1,19 @@
 #include "editor/renderers/year_view.h"
 
+#include <QtGui/QAccessible>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QToolTip>
 #include <algorithm>
+#include <cstdlib>
 
 #include "editor/contrast.h"
+#include "editor/hatching.h"
 #include "editor/images.h"
 #include "editor/qt_text.h"
+#include "editor/renderers/day_type_sign.h"
 
 namespace editor {
 namespace {
@@ -17,8 +21,11 @@ namespace {
 constexpr int Margin = 4;
 constexpr int Months = 12;
 constexpr int WeekdayLetters = 2;
-// Day types are told by one character; their number is drawn in this part of the day's own size.
-constexpr qreal TypeScale = 0.72;
+// The size of a day type's sign, of the day's own.
+constexpr qreal TypeScale = 0.75;
+constexpr float HatchOpacity = 0.25F;
+// How much lighter or darker than the day the ground of the sign is, in percent.
+constexpr int GroundShade = 135;
 
 }  // namespace
 
@@ -26,22 +33,21 @@ YearView::YearView(const XCCalendar& calendar, QWidget* parent)
     : QWidget(parent), calendar_(calendar) {
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  setMouseTracking(false);
-  setAttribute(Qt::WA_OpaquePaintEvent, false);
+  setAccessibleName(caption(host::TextId::Calendar));
 }
 
 int YearView::barHeight() const {
   return fontMetrics().height() * 3 / 2 + Margin;
 }
 
-// The room for the identifier of a day type beside a day's number.
+// The room for the sign of a day type beside a day's number.
 int YearView::typeWidth() const {
-  return static_cast<int>(fontMetrics().horizontalAdvance("0") * TypeScale) + Margin;
+  return static_cast<int>(fontMetrics().horizontalAdvance("00") * TypeScale) + Margin / 2;
 }
 
 YearGrid YearView::grid() const {
   const QRect area = rect().adjusted(Margin, barHeight() + Margin, -Margin, -Margin);
-  return {calendar_.ShownYear(), area, fontMetrics().height() + Margin};
+  return {calendar_.ShownYear(), area, fontMetrics().height() + Margin, naturalDay()};
 }
 
 QRect YearView::yearArrow(int step) const {
@@ -50,21 +56,25 @@ QRect YearView::yearArrow(int step) const {
   return {left, 0, width, barHeight()};
 }
 
-QSize YearView::sizeFor(int cellHeight) const {
+QSize YearView::naturalDay() const {
+  return {fontMetrics().horizontalAdvance("00") + typeWidth() + Margin,
+          fontMetrics().height() + Margin};
+}
+
+QSize YearView::sizeFor(const QSize& day) const {
   constexpr int Columns = 4;
   constexpr int Rows = Months / Columns;
-  const int cellWidth = fontMetrics().horizontalAdvance("00") + typeWidth() + 2 * Margin;
   const int title = fontMetrics().height() + Margin;
-  return {Columns * YearGrid::Weekdays * cellWidth + (Columns - 1) * YearGrid::Gap + 2 * Margin,
-          barHeight() + Rows * (YearGrid::Lines * cellHeight + title) + (Rows - 1) * YearGrid::Gap +
-              3 * Margin};
+  return {Columns * YearGrid::Weekdays * day.width() + (Columns - 1) * YearGrid::Gap + 2 * Margin,
+          barHeight() + Rows * (YearGrid::Lines * day.height() + title) +
+              (Rows - 1) * YearGrid::Gap + 3 * Margin};
 }
 
 QSize YearView::sizeHint() const {
-  return sizeFor(fontMetrics().height() + Margin);
+  return sizeFor(naturalDay());
 }
 QSize YearView::minimumSizeHint() const {
-  return sizeFor(fontMetrics().height());
+  return sizeFor({naturalDay().width() - Margin / 2, fontMetrics().height()});
 }
 
 // --- drawing
@@ -129,36 +139,52 @@ void YearView::drawDay(QPainter& painter, const QRect& cell, const XCDateTime& d
   const QRect box = cell.adjusted(0, 0, -1, -1);
   const XCCalendar::DayType* type = calendar_.TypeOf(day);
   const bool usable = isEnabled() && calendar_.IsEnabledDay(day);
+  QRect number = box;
   QColor text = palette().color(QPalette::Text);
   if (!usable) {
-    // Out of use: no colour, crossed by thin lines, its number faint.
-    QColor lines = palette().color(QPalette::Mid);
-    painter.fillRect(box, QBrush(lines, Qt::BDiagPattern));
+    // Of the text's colour: the palette's own shades for lines vanish on a dark desktop.
+    QColor lines = palette().color(QPalette::Text);
+    lines.setAlphaF(HatchOpacity);
+    hatch(painter, box, lines, Hatching::rising);
     text = palette().color(QPalette::Disabled, QPalette::Text);
   } else if (type != nullptr) {
-    painter.fillRect(box, qtColour(type->colour));
+    drawType(painter, box, *type);
     text = readableOn(qtColour(type->colour));
+    number.adjust(0, 0, -typeWidth(), 0);
   } else {
     painter.fillRect(box, palette().color(QPalette::Base));
   }
   painter.setPen(palette().color(QPalette::Mid));
   painter.drawRect(box);
   painter.setPen(text);
-  const bool numbered = usable && type != nullptr && !type->id.IsEmpty();
-  const QRect number = numbered ? box.adjusted(1, 0, -typeWidth(), 0) : box;
   painter.drawText(number, Qt::AlignCenter, QString::number(day.Day()));
-  if (numbered) {
-    QFont small = font();
-    small.setPointSizeF(small.pointSizeF() * TypeScale);
-    painter.setFont(small);
-    painter.drawText(box.adjusted(0, 0, -2, -1), Qt::AlignRight | Qt::AlignBottom,
-                     qtText(type->id));
-    painter.setFont(font());
-  }
   if (hasFocus() && day == cursor_) {
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    // Two colours: one of them stands out from any day type.
+    painter.setPen(QPen(palette().color(QPalette::Base), 3));
+    painter.drawRect(box.adjusted(1, 1, -1, -1));
+    painter.setPen(QPen(palette().color(QPalette::Text), 1));
     painter.drawRect(box.adjusted(1, 1, -1, -1));
   }
+}
+
+// The type's colour, and its sign at the right on a ground of its own, so that it is not read as a
+// part of the day's number.
+void YearView::drawType(QPainter& painter, const QRect& box,
+                        const XCCalendar::DayType& type) const {
+  const QColor colour = qtColour(type.colour);
+  const QColor text = readableOn(colour);
+  QRect sign = box;
+  sign.setLeft(box.right() - typeWidth() + 1);
+  painter.fillRect(box, colour);
+  // Away from the text's colour: it is read even better there.
+  painter.fillRect(sign,
+                   text == Qt::black ? colour.lighter(GroundShade) : colour.darker(GroundShade));
+  QFont small = font();
+  small.setPointSizeF(small.pointSizeF() * TypeScale);
+  painter.setFont(small);
+  painter.setPen(text);
+  painter.drawText(sign, Qt::AlignCenter, dayTypeSign(type));
+  painter.setFont(font());
 }
 
 // --- mouse
@@ -169,24 +195,41 @@ void YearView::mousePressEvent(QMouseEvent* event) {
   for (const int step : {-1, 1})
     if (yearArrow(step).contains(point)) return onYear(calendar_.ShownYear() + step);
   dragged_.reset();
-  drag(point);
+  draggedFrom_ = point;
+  dragTo(point);
 }
 
 void YearView::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() & Qt::LeftButton) drag(event->position().toPoint());
+  if ((event->buttons() & Qt::LeftButton) && draggedFrom_) dragTo(event->position().toPoint());
 }
 
 void YearView::mouseReleaseEvent(QMouseEvent*) {
   dragged_.reset();
+  draggedFrom_.reset();
 }
 
-// A day under the pointer is painted once, however often the pointer moves within it.
-void YearView::drag(const QPoint& point) {
-  const std::optional<XCDateTime> day = grid().dayAt(point);
+// A quick pointer is seen here and there only: the days in between are on its way too.
+void YearView::dragTo(const QPoint& point) {
+  const YearGrid days = grid();
+  const QPoint way = point - *draggedFrom_;
+  const int pace = std::max(std::min(days.cellSize().width(), days.cellSize().height()) / 2, 1);
+  const int steps = std::max(std::max(std::abs(way.x()), std::abs(way.y())) / pace, 1);
+  const QPoint from = *draggedFrom_;
+  draggedFrom_ = point;
+  for (int step = 1; step <= steps; ++step) paintAt(days, from + way * step / steps);
+}
+
+// A day under the pointer is painted once, however long the pointer stays in it.
+void YearView::paintAt(const YearGrid& days, const QPoint& point) {
+  const std::optional<XCDateTime> day = days.dayAt(point);
   if (!day || dragged_ == day) return;
-  dragged_ = cursor_ = *day;
-  if (calendar_.IsEnabledDay(*day)) onPaint(*day);
-  update();
+  dragged_ = *day;
+  setCursorDay(*day);
+  paint(*day);
+}
+
+void YearView::paint(const XCDateTime& day) {
+  if (calendar_.IsEnabledDay(day)) onPaint(day);
 }
 
 // --- keyboard
@@ -198,30 +241,61 @@ void YearView::keepCursorInYear() {
   cursor_ = first && first->Year() == year ? *first : XCDateTime(year, 1, 1);
 }
 
-void YearView::moveCursor(std::int64_t days, bool paint) {
-  const XCDateTime next = cursor_.AddDays(days);
-  if (next.Year() < calendar_.MinYear() || next.Year() > calendar_.MaxYear()) return;
-  if (next.Year() != calendar_.ShownYear()) onYear(next.Year());
-  cursor_ = next;
-  if (paint && calendar_.IsEnabledDay(next)) onPaint(next);
+void YearView::setCursorDay(const XCDateTime& day) {
+  cursor_ = day;
+  refresh();
+}
+
+// Those who can't see the days are told which one the keys are on and what it has.
+void YearView::refresh() {
   update();
+  const QString words = cursor_.isValidDate() ? wordsFor(cursor_) : QString();
+  if (words == accessibleDescription()) return;
+  setAccessibleDescription(words);
+  QAccessibleEvent told(this, QAccessible::DescriptionChanged);
+  QAccessible::updateAccessibility(&told);
+}
+
+void YearView::moveCursor(const XCDateTime& to, bool paintOnTheWay) {
+  if (to.Year() < calendar_.MinYear() || to.Year() > calendar_.MaxYear()) return;
+  const XCDateTime from = cursor_;
+  if (to.Year() != calendar_.ShownYear()) onYear(to.Year());
+  setCursorDay(to);
+  if (!paintOnTheWay) return;
+  const int step = from < to ? 1 : -1;
+  // Where painting a day again clears it, the day that the way begins with keeps what it has.
+  const XCCalendar::DayType* first = calendar_.TypeOf(from);
+  if (first == nullptr || first->id != calendar_.SelType().id) paint(from);
+  for (XCDateTime day = from; day != to;) paint(day = day.AddDays(step));
+}
+
+std::optional<XCDateTime> YearView::targetOf(int key) const {
+  switch (key) {
+    case Qt::Key_Left:
+      return cursor_.AddDays(-1);
+    case Qt::Key_Right:
+      return cursor_.AddDays(1);
+    case Qt::Key_Up:
+      return cursor_.AddDays(-YearGrid::Weekdays);
+    case Qt::Key_Down:
+      return cursor_.AddDays(YearGrid::Weekdays);
+    case Qt::Key_Home:
+      return XCDateTime(cursor_.Year(), cursor_.Month(), 1);
+    case Qt::Key_End:
+      return XCDateTime(cursor_.Year(), cursor_.Month(),
+                        YearGrid::daysIn(cursor_.Year(), cursor_.Month()));
+    default:
+      return std::nullopt;
+  }
 }
 
 void YearView::keyPressEvent(QKeyEvent* event) {
   keepCursorInYear();
-  const bool paint = event->modifiers() & Qt::ShiftModifier;
+  if (const auto target = targetOf(event->key()))
+    return moveCursor(*target, event->modifiers() & Qt::ShiftModifier);
   switch (event->key()) {
-    case Qt::Key_Left:
-      return moveCursor(-1, paint);
-    case Qt::Key_Right:
-      return moveCursor(1, paint);
-    case Qt::Key_Up:
-      return moveCursor(-YearGrid::Weekdays, paint);
-    case Qt::Key_Down:
-      return moveCursor(YearGrid::Weekdays, paint);
     case Qt::Key_Space:
-      if (calendar_.IsEnabledDay(cursor_)) onPaint(cursor_);
-      return update();
+      return paint(cursor_);
     case Qt::Key_PageUp:
     case Qt::Key_PageDown: {
       const int year = calendar_.ShownYear() + (event->key() == Qt::Key_PageUp ? -1 : 1);
@@ -236,7 +310,7 @@ void YearView::keyPressEvent(QKeyEvent* event) {
 void YearView::focusInEvent(QFocusEvent* event) {
   keepCursorInYear();
   QWidget::focusInEvent(event);
-  update();
+  refresh();
 }
 
 void YearView::focusOutEvent(QFocusEvent* event) {
@@ -244,14 +318,13 @@ void YearView::focusOutEvent(QFocusEvent* event) {
   update();
 }
 
-QString YearView::toolTipOf(const XCDateTime& day) const {
-  QString text = qtText(day.GetDateTime(1, true, u"/", u":"));
-  if (const XCCalendar::DayType* type = calendar_.TypeOf(day)) {
-    const QString name = qtText(type->name);
-    text += "\n" + caption(host::TextId::DayType) + " " + qtText(type->id);
-    if (!name.isEmpty() && name != qtText(type->id)) text += " · " + name;
-  }
-  if (!calendar_.IsEnabledDay(day)) text += "\n" + caption(host::TextId::DayOutOfUse);
+// "Thursday 10/04/2025", and below it the day type, or why the day can't be painted.
+QString YearView::wordsFor(const XCDateTime& day) const {
+  const int weekday = (day.DayOfWeek() + 5) % YearGrid::Weekdays;
+  QString text =
+      qtText(calendar_.WeekdayName(weekday)) + " " + qtText(day.GetDateTime(1, true, u"/", u":"));
+  if (!calendar_.IsEnabledDay(day)) return text + "\n" + caption(host::TextId::DayOutOfUse);
+  if (const XCCalendar::DayType* type = calendar_.TypeOf(day)) text += "\n" + dayTypeName(*type);
   return text;
 }
 
@@ -260,7 +333,7 @@ bool YearView::event(QEvent* event) {
   const auto& help = static_cast<const QHelpEvent&>(*event);
   const YearGrid days = grid();
   if (const auto day = days.dayAt(help.pos()))
-    QToolTip::showText(help.globalPos(), toolTipOf(*day), this, days.cellOf(*day));
+    QToolTip::showText(help.globalPos(), wordsFor(*day), this, days.cellOf(*day));
   else
     QToolTip::hideText();
   return true;

@@ -10,15 +10,19 @@
 namespace editor {
 
 /// The twelve months of the year that a calendar control shows. Every painted day shows its number,
-/// the colour of its day type and the type's identifier, so that colours need not be told apart.
-/// Days are painted by clicking, by dragging over them, and with the keys: arrows move, the blank
-/// paints, arrows with Shift paint on the way.
+/// the colour of its day type and the type's sign, so that colours need not be told apart; days out
+/// of use are hatched. Days are painted by clicking, by dragging over them, and with the keys:
+/// arrows move, Home and End go to the ends of the month, the blank paints, and with Shift every
+/// day between where a key left and where it arrived is painted.
 class YearView : public QWidget {
  public:
   YearView(const XCCalendar& calendar, QWidget* parent);
 
   std::function<void(const XCDateTime&)> onPaint;
   std::function<void(int year)> onYear;
+
+  /// Shows what became of the calendar.
+  void refresh();
 
   /// The day that the keys work on.
   const XCDateTime& cursor() const { return cursor_; }
@@ -40,20 +44,27 @@ class YearView : public QWidget {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  QSize sizeFor(int cellHeight) const;
+  QSize naturalDay() const;
+  QSize sizeFor(const QSize& day) const;
   int barHeight() const;
   int typeWidth() const;
   void drawBar(QPainter& painter) const;
   void drawMonth(QPainter& painter, const YearGrid& grid, int month) const;
   void drawDay(QPainter& painter, const QRect& cell, const XCDateTime& day) const;
-  void drag(const QPoint& point);
-  void moveCursor(std::int64_t days, bool paint);
+  void drawType(QPainter& painter, const QRect& box, const XCCalendar::DayType& type) const;
+  void dragTo(const QPoint& point);
+  void paintAt(const YearGrid& days, const QPoint& point);
+  void paint(const XCDateTime& day);
+  void moveCursor(const XCDateTime& to, bool paintOnTheWay);
+  void setCursorDay(const XCDateTime& day);
   void keepCursorInYear();
-  QString toolTipOf(const XCDateTime& day) const;
+  std::optional<XCDateTime> targetOf(int key) const;
+  QString wordsFor(const XCDateTime& day) const;
 
   const XCCalendar& calendar_;
   XCDateTime cursor_;
   std::optional<XCDateTime> dragged_;
+  std::optional<QPoint> draggedFrom_;
 };
 
 }  // namespace editor

@@ -39,12 +39,12 @@ Tour::Step selectRows(const char* control, std::vector<int> rows) {
 Tour::Step action(host::TextId text) {
   return [text](Tour& tour) { tour.window().action(text)->trigger(); };
 }
-/// Paints every seventh of the days that begin in a month's time.
-Tour::Step paintWeekly(const char* control, int count) {
-  return [control, count](Tour& tour) {
+/// Paints days, the first one so many days after today and each so many behind the one before.
+Tour::Step paintDays(const char* control, int first, int count, int distance) {
+  return [=](Tour& tour) {
     std::vector<XCDateTime> days;
-    for (int week = 0; week < count; ++week)
-      days.push_back(XCDateTime::LTC().AddDays(7 * week + 1));
+    for (int day = 0; day < count; ++day)
+      days.push_back(XCDateTime::LTC().AddDays(first + distance * day));
     tour.paintDays(control, days);
   };
 }
@@ -95,13 +95,16 @@ Steps dimNodes() {
 Steps paintCalendar() {
   return {click("calendar"),
           click("fastSelection"),
+          click("month12"),
           click("sunday"),
           chooseDayType("dayType", 6),
           picture("fast-selection"),
           darkPicture("fast-selection-dark"),
           click("ok"),
           click("dayType3"),
-          paintWeekly("year", 8),
+          paintDays("year", 1, 8, 7),
+          click("dayType8"),
+          paintDays("year", 60, 20, 1),
           picture("calendar"),
           darkPicture("calendar-dark")};
 }

@@ -85,7 +85,7 @@ void CDlgFastSelection::Layout() {
   SetLayout(XCVerticalLayout(
       {XCHoritzontalLayout(
            {layout::box(Id::MonthsGroup,
-                        {layout::grid(3, checks(Id::FirstMonth, host::MonthCount))}, 1),
+                        {layout::grid(2, checks(Id::FirstMonth, host::MonthCount))}, 1),
             layout::box(Id::WeekdaysGroup, checks(Id::FirstWeekday, host::WeekdayCount))}),
        layout::control(Id::DayTypeLabel),
        XCHoritzontalLayout({layout::control(Id::Swatch), layout::control(Id::DayType, 1)}),

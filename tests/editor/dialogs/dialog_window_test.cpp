@@ -121,6 +121,60 @@ TEST_F(DialogWindow, OkAndCancelStayInSightWhenTheContentScrolls) {
   });
 }
 
+TEST_F(DialogWindow, CanBeMadeSmallerThanItOpened) {
+  dialog_.onInit = [](sample::Dialog& dialog) {
+    dialog.SetLayout(XCVerticalLayout({layout::control(Id::Rows, 1), layout::okCancelRow()}));
+  };
+  run([&](editor::DialogWindow& window) {
+    const QSize smaller = window.size() - QSize(0, 40);
+    window.resize(smaller);
+    EXPECT_EQ(window.size(), smaller);
+    dialog_.EndDialog(IDOK);
+  });
+}
+
+/// A dialog of a template whose opening size is its least.
+class DialogThatOpensAtItsLeast : public XCBaseDlg {
+ public:
+  static constexpr int Template = 9003;
+  static constexpr int Rows = 6100;
+  DialogThatOpensAtItsLeast() : XCBaseDlg(Template, nullptr) {}
+};
+
+TEST_F(DialogWindow, GetsNoSmallerThanItOpenedWhereTheTemplateWantsIt) {
+  host::DialogTemplate made{
+      DialogThatOpensAtItsLeast::Template,
+      "LeastDialog",
+      "",
+      {host::list(DialogThatOpensAtItsLeast::Rows, "rows"), host::okButton(), host::cancelButton()},
+      true};
+  host::ExtensionModule module;
+  module.name = "least";
+  module.templates.emplace_back(made);
+  host::registerModule(module);
+  {
+    DialogThatOpensAtItsLeast dialog;
+    QTimer::singleShot(0, &window_, [&] {
+      editor::DialogWindow& window = *frontEnd_.topWindow();
+      settle();
+      const QSize opened = window.size();
+      EXPECT_GT(opened.height(), window.body().content().minimumSizeHint().height());
+      window.resize(opened / 2);
+      EXPECT_EQ(window.size(), opened);
+      dialog.SetDlgItemText(host::IdOk, u"another text");
+      settle();
+      window.resize(opened / 2);
+      EXPECT_EQ(window.size(), opened) << "also after a refresh";
+      window.resize(opened * 2);
+      EXPECT_EQ(window.size(), opened * 2);
+      dialog.EndDialog(IDOK);
+      settle();
+    });
+    dialog.DoModal();
+  }
+  host::unregisterModule(module);
+}
+
 TEST_F(DialogWindow, TheFocusGoesBothWays) {
   arrange();
   run([&](editor::DialogWindow& window) {

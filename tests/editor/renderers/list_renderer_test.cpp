@@ -129,7 +129,9 @@ TEST_F(ListRenderer, ColoursAndSwatchesAreShown) {
   const auto* model = view().model();
   EXPECT_EQ(model->index(1, 1).data(Qt::ForegroundRole).value<QColor>(), QColor(0xA0, 0xA0, 0xA0));
   EXPECT_FALSE(model->index(0, 1).data(Qt::ForegroundRole).isValid());
-  EXPECT_EQ(model->index(0, 0).data(Qt::DecorationRole).value<QColor>(), QColor(1, 2, 3));
+  const auto swatch = model->index(0, 0).data(Qt::DecorationRole).value<QIcon>();
+  for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected})
+    EXPECT_EQ(swatch.pixmap(16, mode).toImage().pixelColor(8, 8), QColor(1, 2, 3));
   EXPECT_FALSE(model->index(0, 1).data(Qt::DecorationRole).isValid());
 }
 
