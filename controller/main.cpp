@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <optional>
-#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -15,10 +14,10 @@
 #include "controller/http/command_server.h"
 #include "controller/model/controller.h"
 #include "controller/model/controller_clock.h"
-#include "controller/model/state_file.h"
-#include "controller/model/state_keeper.h"
 #include "controller/model/street_generator.h"
 #include "controller/options.h"
+#include "controller/storage/random_text.h"
+#include "controller/storage/state_keeper.h"
 
 namespace lamp::controller {
 namespace {
@@ -26,6 +25,10 @@ namespace {
 constexpr int kUsage = 2;
 constexpr int kFailure = 1;
 constexpr std::chrono::milliseconds kTick{200};
+// After something went wrong that is tried again, such as a disk that is full.
+constexpr std::chrono::seconds kAfterFault{5};
+// How much of what the lamps used may be lost when the machine loses its power.
+constexpr std::chrono::minutes kBetweenUsage{10};
 
 int complain(const std::string& text, int status) {
   std::cerr << "lamp-controller: " << text << '\n';
@@ -36,22 +39,20 @@ int complain(const std::string& text, int status) {
 std::string prepare(const Options& options, Controller& controller, StateKeeper& keeper) {
   bool found = false;
   const std::filesystem::path file = stateFileOf(options.state);
+  if (!file.empty()) machineDisk().makeFolder(folderOf(file));  // a fault shows in what follows
   if (const std::string fault = keeper.restore(found); !fault.empty()) {
     return "the state " + file.string() + " can't be used and was left as it is: " + fault +
            "; repair it, move it away, or name another with --state";
   }
-  if (found) {
-    if (!options.id.empty() && options.id != controller.id()) {
-      return "the state " + file.string() + " belongs to the controller " + controller.id() +
-             ", not to " + options.id;
-    }
-    std::cerr << "going on with " << file.string() << '\n';
-    return "";
+  if (found && !options.id.empty() && options.id != controller.id()) {
+    return "the state " + file.string() + " belongs to the controller " + controller.id() +
+           ", not to " + options.id;
   }
-  std::error_code ignored;  // a folder that can't be made is reported when the state is kept
-  if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), ignored);
-  generateStreet(options.street, controller.settings().inForce());
-  const std::string fault = keeper.keep();
+  if (found) std::cerr << "going on with " << file.string() << '\n';
+  if (!keeper.notice().empty()) std::cerr << "lamp-controller: " << keeper.notice() << '\n';
+  if (!found) generateStreet(options.street, controller.settings().inForce());
+  std::string fault = keeper.begin();
+  if (fault.empty()) fault = controller.tidyDataFolder();
   return fault.empty() ? "" : "the state can't be kept: " + fault;
 }
 
@@ -60,37 +61,35 @@ std::string followCalendar(const std::string& file, Controller& controller) {
   if (file.empty()) return "";
   std::string text;
   DayCalendar calendar;
-  std::string fault = readWholeFile(file, text);
+  std::string fault = machineDisk().read(file, text);
   if (fault.empty()) fault = calendar.load(text);
   if (!fault.empty()) return "the calendar " + file + " can't be used: " + fault;
   controller.followCalendar(std::move(calendar));
   return "";
 }
 
-// Brings into force what becomes due while nobody asks for anything.
-void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper& keeper) {
-  while (!stop.stop_requested()) {
-    std::this_thread::sleep_for(kTick);
-    if (!controller.advance()) continue;
-    if (const std::string fault = controller.reportFault(); !fault.empty()) {
-      std::cerr << "lamp-controller: a report can't be kept: " << fault << '\n';
-    }
-    if (const std::string fault = keeper.keep(); !fault.empty()) {
-      std::cerr << "lamp-controller: the state can't be kept: " << fault << '\n';
-    }
-  }
+// Does what is to be done while nobody asks for anything. Returns what went wrong.
+std::string workAtTick(Controller& controller, StateKeeper& keeper, bool countUsage) {
+  controller.advance();
+  std::string fault = controller.takeFault();
+  if (fault.empty() && countUsage) fault = controller.keepUsage();
+  return fault.empty() ? keeper.compactWhenDue() : fault;
 }
 
-// 128 bits from the machine, in hexadecimal.
-std::string randomToken() {
-  std::random_device source;
-  std::string token;
-  char part[16];
-  for (int i = 0; i < 4; ++i) {
-    std::snprintf(part, sizeof part, "%08x", source());
-    token += part;
+void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper& keeper) {
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point next = Clock::now();
+  Clock::time_point nextUsage = next + kBetweenUsage;
+  while (!stop.stop_requested()) {
+    std::this_thread::sleep_for(kTick);
+    if (Clock::now() < next) continue;
+    const bool countUsage = Clock::now() >= nextUsage;
+    if (countUsage) nextUsage = Clock::now() + kBetweenUsage;
+    const std::string fault = workAtTick(controller, keeper, countUsage);
+    if (fault.empty()) continue;
+    std::cerr << "lamp-controller: " << fault << '\n';
+    next = Clock::now() + kAfterFault;
   }
-  return token;
 }
 
 // Becomes a new process of the same program on the same port, as a controller does that lost its
@@ -134,7 +133,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   for (const Fault& fault : options.faults) faults.add(fault);
   CommandLog log;
   std::atomic<int> port = options.port;
-  CommandServer server(Service{controller, clock, keeper, faults, log, options.token,
+  CommandServer server(Service{controller, clock, faults, log, options.token,
                                [&] { restartProgram(options, port); }});
   if (!server.start(options.listen, options.port)) {
     return complain("can't listen on " + options.listen + " port " + std::to_string(options.port) +
@@ -151,7 +150,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   int signal = 0;
   sigwait(&ending, &signal);
   server.stop();
-  const std::string fault = keeper.keepAtEnd();
+  const std::string fault = keeper.compact();
   return fault.empty() ? 0 : complain("the state can't be kept: " + fault, kFailure);
 }
 
@@ -169,7 +168,7 @@ int run(const std::vector<std::string>& arguments) {
     return complain("--deliver needs --state: reports are kept in its folder until they are sent",
                     kUsage);
   }
-  if (options.token.empty()) options.token = randomToken();
+  if (options.token.empty()) options.token = randomHex(4);
   const MachineTime time;
   ControllerClock clock(time);
   Controller controller(options.id.empty() ? defaultIdentifier(options.street.seed) : options.id,

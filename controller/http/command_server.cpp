@@ -90,6 +90,7 @@ class CommandServer::Impl {
     while (!server_.is_running()) std::this_thread::yield();
     patience_.end();
     server_.stop();
+    hearNobody(port_);
     thread_.join();
   }
 
@@ -212,14 +213,7 @@ class CommandServer::Impl {
       service_.clock.jump(std::chrono::seconds{jump->number});
     }
     if (const auto refusal = refusalAsOrdered(faults)) return Reply::refusal(*refusal);
-    Reply reply = service_.controller.perform(command, body);
-    if (reply.changed) {
-      if (const std::string fault = service_.keeper.keep(); !fault.empty()) {
-        return Reply::refusal(
-            {500, "The command is carried out, but the state could not be kept: " + fault});
-      }
-    }
-    return reply;
+    return service_.controller.perform(command, body);
   }
 
   void perform(int command, const std::string& body, const httplib::Request& request,

@@ -7,7 +7,6 @@
 #include "controller/http/command_log.h"
 #include "controller/http/fault_plan.h"
 #include "controller/model/controller.h"
-#include "controller/model/state_keeper.h"
 
 namespace lamp::controller {
 
@@ -15,7 +14,6 @@ namespace lamp::controller {
 struct Service {
   Controller& controller;
   ControllerClock& clock;
-  StateKeeper& keeper;
   FaultPlan& faults;
   CommandLog& log;
   std::string token;  ///< what a request must carry that changes the simulation

@@ -20,17 +20,22 @@ int portOf(const sockaddr_storage& address) {
   return ntohs(v6.sin6_port);
 }
 
+constexpr int kMostDescriptors = 4096;
+
+using AddressOf = int (*)(int descriptor, sockaddr* address, socklen_t* length);
+
+// The port of one end of a descriptor's connection; -1 where it is no connection.
+int portOf(int descriptor, AddressOf end) {
+  sockaddr_storage found{};
+  socklen_t length = sizeof found;
+  void* address = &found;
+  return end(descriptor, static_cast<sockaddr*>(address), &length) == 0 ? portOf(found) : -1;
+}
+
 // The library hands out no descriptor, but every open one can be asked for its peer.
 int findDescriptor(int clientPort) {
-  constexpr int kMostDescriptors = 4096;
   for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) {
-    sockaddr_storage peer{};
-    socklen_t length = sizeof peer;
-    void* address = &peer;
-    if (::getpeername(descriptor, static_cast<sockaddr*>(address), &length) == 0 &&
-        portOf(peer) == clientPort) {
-      return descriptor;
-    }
+    if (portOf(descriptor, ::getpeername) == clientPort) return descriptor;
   }
   return -1;
 }
@@ -40,6 +45,13 @@ int findDescriptor(int clientPort) {
 void breakConnection(int clientPort) {
   const int descriptor = findDescriptor(clientPort);
   if (descriptor >= 0) ::shutdown(descriptor, SHUT_RDWR);
+}
+
+void hearNobody(int ownPort) {
+  for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) {
+    const bool connected = portOf(descriptor, ::getpeername) >= 0;
+    if (connected && portOf(descriptor, ::getsockname) == ownPort) ::shutdown(descriptor, SHUT_RD);
+  }
 }
 
 bool clientWaits(int clientPort) {

@@ -9,4 +9,8 @@ void breakConnection(int clientPort);
 /// True while that client still waits.
 bool clientWaits(int clientPort);
 
+/// Hears nobody any more who is connected to this port of this machine: connections that are kept
+/// open for a next request end, answers under way are still sent.
+void hearNobody(int ownPort);
+
 }  // namespace lamp::controller

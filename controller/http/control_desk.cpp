@@ -91,7 +91,7 @@ std::string ControlDesk::setClock(const httplib::Request& request) {
   if (request.has_param("set")) {
     const auto civil = parseDigits(request.get_param_value("set"));
     if (!civil) return "set must be 14 digits of an existing date and time";
-    service_.controller.setDate(*civil);
+    if (std::string fault = service_.controller.setDate(*civil); !fault.empty()) return fault;
     understood = true;
   }
   return understood ? "" : "one of speed, paused, jump and set is needed";
@@ -104,8 +104,7 @@ std::string ControlDesk::setInput(const httplib::Request& request) {
       !readNumber(request.get_param_value("active"), 0, 1, active)) {
     return "number must be 1 to 8 and active 0 or 1";
   }
-  service_.controller.setInputState(number, active == 1);
-  return service_.keeper.keep();
+  return service_.controller.setInputState(number, active == 1);
 }
 
 std::string ControlDesk::setFaults(const httplib::Request& request) {

@@ -1,11 +1,10 @@
 #include "controller/model/controller.h"
 
 #include <array>
+#include <mutex>
+#include <shared_mutex>
 
-#include "controller/model/base64.h"
-#include "controller/model/firmware.h"
 #include "controller/model/names.h"
-#include "controller/model/state_file.h"
 #include "controller/model/value_rules.h"
 
 namespace lamp::controller {
@@ -27,6 +26,14 @@ Objection noForeignRoot(const Request& request) {
   if (name.empty() || name == names::kDeviceCfg || name == names::kAdvancedCfg) return std::nullopt;
   return malformed("The root of the request is " + quoted(name) +
                    "; it must be <deviceCfg>, or the body empty.");
+}
+
+bool isWrite(int command) {
+  return command == 2 || command == 9 || command == 30 || command == 52;
+}
+
+Reply notKept(const std::string& fault) {
+  return Reply::refusal({500, "The state could not be kept: " + fault + ". Nothing was changed."});
 }
 
 }  // namespace
@@ -63,11 +70,15 @@ Reply Controller::perform(int command, std::string_view body) {
   }
   Request request;
   if (const auto objection = readRequest(body, request)) return Reply::refusal(*objection);
-  const std::lock_guard lock(mutex_);
-  if (settings_.advance(clock_.now())) ++version_;
-  const Reply reply = (this->*handler)(request);
-  if (reply.changed) ++version_;
-  return reply;
+  // A read shows what is pending anyway; a write must not overtake what is due before it.
+  const std::string fault = bringIntoForce();
+  if (!fault.empty() && isWrite(command)) return notKept(fault);
+  return (this->*handler)(request);
+}
+
+Reply Controller::answerTo(const Change& change) {
+  const std::string fault = commit(change);
+  return fault.empty() ? Reply::done() : notKept(fault);
 }
 
 ZoneRule Controller::zone() const {
@@ -86,15 +97,22 @@ Reply Controller::readSettings(const Request& request) {
     return Reply::refusal(*objection);
   }
   pugi::xml_document reply;
-  if (const auto objection = readSection(section, settings_.shown(), head(), reply)) {
-    return Reply::refusal(*objection);
+  const std::string_view code = section.name();
+  if (showsLiveValues(code)) {
+    // The lamps are brought up to date first.
+    const std::lock_guard lock(mutex_);
+    readSection(section, settings_.shown(), head(), reply);
+    showLiveValues(reply, section.name());
+  } else {
+    const std::shared_lock lock(mutex_);
+    if (const auto objection = readSection(section, settings_.shown(), head(), reply)) {
+      return Reply::refusal(*objection);
+    }
   }
-  showLiveValues(reply, section.name());
   return Reply::document(reply);
 }
 
 Objection Controller::activationOf(pugi::xml_node element, Moment& due) const {
-  due = clock_.now();
   const pugi::xml_attribute date = element.attribute(names::kActDate);
   if (!date) return std::nullopt;
   const auto stamp = parseStamp(date.value());
@@ -118,15 +136,19 @@ Reply Controller::writeSettings(const Request& request) {
         "Write", "the section is " + quoted(element.name()) +
                      "; sections that can be written are E01, E02 and E04 to E14, E16 and E17"));
   }
-  Moment due;
-  if (writer->timing != WriteTiming::AtOnce) {
-    if (const auto objection = activationOf(element, due)) return Reply::refusal(*objection);
+  SectionWrite write{writer, element, clock_.now(), clock_.now()};
+  {
+    const std::shared_lock lock(mutex_);
+    if (writer->timing != WriteTiming::AtOnce) {
+      if (const auto objection = activationOf(element, write.due)) {
+        return Reply::refusal(*objection);
+      }
+    }
+    if (const auto objection = writer->judge(element, settings_.shown())) {
+      return Reply::refusal(*objection);
+    }
   }
-  if (const auto objection = writer->judge(element, settings_.shown())) {
-    return Reply::refusal(*objection);
-  }
-  settings_.write(*writer, element, due, clock_.now());
-  return Reply::done();
+  return answerTo(write);
 }
 
 Reply Controller::setClock(const Request& request) {
@@ -141,13 +163,18 @@ Reply Controller::setClock(const Request& request) {
   const char* date = element.attribute(names::kDate).value();
   const auto stamp = parseStamp(date);
   if (!stamp) return Reply::refusal(unacceptable("C06", stampFault(names::kDate, date)));
-  clock_.set(toMoment(stamp->civil, zone(), stamp->summer));
-  settings_.advance(clock_.now());
-  return Reply::done();
+  Moment moment;
+  {
+    const std::shared_lock lock(mutex_);
+    moment = toMoment(stamp->civil, zone(), stamp->summer);
+  }
+  const std::string fault = commitClock(moment);
+  return fault.empty() ? Reply::done() : notKept(fault);
 }
 
 Reply Controller::identify(const Request& request) {
   if (const auto objection = noForeignRoot(request)) return Reply::refusal(*objection);
+  const std::shared_lock lock(mutex_);
   pugi::xml_document reply;
   beginReply(head(), reply);
   return Reply::document(reply);
@@ -172,84 +199,20 @@ Reply Controller::moveAddress(const Request& request) {
   for (const char* name : {names::kAddress, names::kPort}) {
     if (element.attribute(name)) putAttribute(write, name, element.attribute(name).value());
   }
-  settings_.write(*findWriter("E01"), write, clock_.now(), clock_.now());
-  return Reply::done();
-}
-
-Objection Controller::firmwareOf(const Request& request, pugi::xml_node& element,
-                                 pugi::xml_node& file) const {
-  const pugi::xml_node root = request.root();
-  if (std::string_view(root.name()) != names::kDeviceCfg) {
-    return malformed("The root of the request is " + quoted(root.name()) +
-                     "; it must be <deviceCfg>.");
-  }
-  element = root.child(names::kFirmwareCommand);
-  file = root.child(names::kFirmwareFile);
-  if (!element || !file) {
-    return unacceptable("Firmware", "the request must hold <firmwareFile> and <E03>");
-  }
-  for (const pugi::xml_node child : root.children()) {
-    if (child != element && child != file && child.type() == pugi::node_element) {
-      return unacceptable("Firmware", "the element " + quoted(child.name()) +
-                                          " is unexpected; send <firmwareFile> and <E03> once");
-    }
-  }
-  if (!element.attribute(names::kActDate)) {
-    return unacceptable("E03", stampFault(names::kActDate, ""));
-  }
-  return std::nullopt;
-}
-
-Reply Controller::takeFirmware(const Request& request) {
-  pugi::xml_node element;
-  pugi::xml_node file;
-  if (const auto objection = firmwareOf(request, element, file)) return Reply::refusal(*objection);
-  Moment due;
-  if (const auto objection = activationOf(element, due)) return Reply::refusal(*objection);
-  const auto bytes = decodeBase64(file.text().get());
-  if (!bytes) return Reply::refusal(unacceptable("firmwareFile", "the text is no base64"));
-  const char* present =
-      settings_.inForce().section(names::kGeneral).attribute(names::kFirmwareVersion).value();
-  const FirmwareImage image =
-      inspectFirmware(*bytes, element.attribute(names::kFirmware).value(), present);
-  if (!image.fault.empty()) {
-    return Reply::refusal(
-        unacceptable("firmwareFile", image.fault + "; choose a firmware file (*.tar)"));
-  }
-  if (const std::string fault = keepFirmware(image.fileName, *bytes); !fault.empty()) {
-    return Reply::refusal({500, "The firmware could not be kept: " + fault + "."});
-  }
-  pugi::xml_document update;
-  pugi::xml_node write = update.append_copy(element);
-  putAttribute(write, names::kNewVersion, image.version.c_str());
-  settings_.write(firmwareWriter(), write, due, clock_.now());
-  return Reply::done();
-}
-
-std::string Controller::keepFirmware(const std::string& name, std::string_view bytes) const {
-  if (dataFolder_.empty()) return "";
-  const std::filesystem::path folder = dataFolder_ / "firmware";
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) return "can't make " + folder.string() + ": " + error.message();
-  return writeFileSafely(folder / name, bytes);
+  return answerTo(SectionWrite{findWriter("E01"), write, clock_.now(), clock_.now()});
 }
 
 Reply Controller::readNodeFile(const Request& request) {
   if (const auto objection = noForeignRoot(request)) return Reply::refusal(*objection);
   pugi::xml_document wanted;
   pugi::xml_document reply;
+  const std::shared_lock lock(mutex_);
   readSection(wanted.append_child(names::kNodeList), settings_.shown(), head(), reply);
   return Reply::document(reply);
 }
 
-std::uint64_t Controller::version() const {
-  const std::lock_guard lock(mutex_);
-  return version_;
-}
-
 std::string Controller::statusLine() const {
-  const std::lock_guard lock(mutex_);
+  const std::shared_lock lock(mutex_);
   return "controller " + id_ + ", " + formatReadable(toCivil(clock_.now(), zone())) + ", " +
          std::to_string(settings_.inForce().nodes().size()) + " nodes, " +
          std::to_string(settings_.pending().size()) + " writes pending\n";

@@ -1,12 +1,18 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
-#include <mutex>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "controller/delivery/delivery_settings.h"
+#include "controller/model/change.h"
+#include "controller/model/change_log.h"
 #include "controller/model/controller_clock.h"
+#include "controller/model/fair_mutex.h"
 #include "controller/model/lamp_street.h"
 #include "controller/model/live_view.h"
 #include "controller/model/port_switch.h"
@@ -15,11 +21,13 @@
 #include "controller/model/section_reader.h"
 #include "controller/model/settings.h"
 #include "controller/model/task_schedule.h"
+#include "controller/storage/disk.h"
 
 namespace lamp::controller {
 
 /// The lamp controller: its settings, its clock and what each command does to them. Safe to use
-/// from several threads; each command is carried out whole or not at all.
+/// from several threads; each command is carried out whole or not at all. Every change of the state
+/// is kept in the change log before it takes effect.
 class Controller {
  public:
   /// `id` is the identifier, 1 to 16 characters; the clock must outlive the controller.
@@ -28,8 +36,18 @@ class Controller {
   /// The sections, for building a street before the controller is used by others.
   Settings& settings() { return settings_; }
 
-  /// Folder for firmware and reports; without one they are not kept.
-  void setDataFolder(std::filesystem::path folder) { dataFolder_ = std::move(folder); }
+  /// Folder for firmware and reports; without one they are not kept. The disk must outlive the
+  /// controller.
+  void setDataFolder(std::filesystem::path folder, Disk& disk = machineDisk());
+  /// Removes what was being written into the data folder when a program was killed. Not while
+  /// commands are carried out.
+  std::string tidyDataFolder();
+  /// Does to files what commands that are kept have yet to do to them, where the disk failed them.
+  /// Answers what went wrong, or an empty text: those commands must not be forgotten then.
+  std::string finishFiles();
+  /// Where changes are kept from now on; null: nowhere. It must outlive its use, and is set while
+  /// no other thread uses the controller.
+  void setChangeLog(ChangeLog* log) { log_ = log; }
   /// Lets the day types of a calendar go before the programs of the lamps.
   void followCalendar(DayCalendar calendar);
   const std::string& id() const { return id_; }
@@ -40,24 +58,29 @@ class Controller {
   /// Brings into force what has become due, lets the lamps burn on, and runs the tasks whose time
   /// has come; their reports go into the data folder. True when the state changed.
   bool advance();
-  /// What went wrong with the last reports; empty when nothing did.
-  std::string reportFault() const;
+  /// What went wrong of late in what is done without a command (`advance` tries it again); empty
+  /// when nothing did. Asked once, it is forgotten.
+  std::string takeFault();
+  /// Keeps what the lamps have used so far, where they have used anything since the last time.
+  /// Answers what went wrong, or an empty text.
+  std::string keepUsage();
 
-  /// Sets the state of an input, 1 to 8. False for another number.
-  bool setInputState(int number, bool active);
+  /// Sets the state of an input, 1 to 8. Answers what went wrong, or an empty text.
+  std::string setInputState(int number, bool active);
 
-  /// Counts the changes, so that whoever saves knows what has been saved.
-  std::uint64_t version() const;
-  /// The whole state as a document, and the version that it shows.
-  std::string printState(std::uint64_t& version) const;
+  /// Prints the whole state as a document behind what `text` holds already.
+  void printState(std::string& text) const;
   /// Takes a state that `printState` made, the identifier with it. Returns what is wrong with it,
   /// or an empty text; the controller is of no use after a fault.
   std::string loadState(std::string_view text);
+  /// Carries out changes that were kept, in order; they are not kept again. Returns what is wrong
+  /// with them, or an empty text; the controller is of no use after a fault.
+  std::string replay(std::string_view records);
 
   /// What the controller's wall clock shows, for people.
   std::string date() const;
-  /// Sets the wall clock.
-  void setDate(CivilTime civil);
+  /// Sets the wall clock. Answers what went wrong, or an empty text.
+  std::string setDate(CivilTime civil);
 
   /// What can be seen of the street now, and what it is laid out like.
   LiveView view();
@@ -81,27 +104,56 @@ class Controller {
   Reply takeFirmware(const Request& request);
   Reply readNodeFile(const Request& request);
 
+  // Keeps a change and carries it out, both or neither; called without the lock.
+  std::string commit(const Change& change);
+  std::string commit(const Change& change, const std::function<void()>& apply);
+  std::string commitClock(Moment moment);
+  Reply answerTo(const Change& change);
+  std::string bringIntoForce();
+  std::string followClock();
+  std::string replayOne(pugi::xml_node record);
+
+  // These and all below are called with the lock: `apply` with that of a writer.
+  void apply(const SectionWrite& change);
+  void apply(const FirmwareArrival& change);
+  void apply(const ClockSetting& change);
+  void apply(const Activation& change);
+  void apply(const InputSwitch& change);
+  void apply(const TaskRuns& change);
+  void apply(const UsageCount& change);
+  void activate(Moment now);
+  void noteClock(const ClockSetting& change);
+  void noteFault(std::string fault);
+
   ZoneRule zone() const;
   ReplyHead head() const;
   void settle(Moment now);
   void showLiveValues(pugi::xml_document& reply, const char* section);
-  std::string keepReports(const std::vector<DueReport>& due);
+  std::string nameArrivals();
   std::string reportOf(const DueReport& report, std::string_view format);
-  void printUsage(pugi::xml_writer& out) const;
-  void loadUsage(pugi::xml_node list);
+  UsageCount usage() const;
+  std::string loadUsage(pugi::xml_node root);
   Objection activationOf(pugi::xml_node element, Moment& due) const;
-  Objection firmwareOf(const Request& request, pugi::xml_node& element, pugi::xml_node& file) const;
-  std::string keepFirmware(const std::string& name, std::string_view bytes) const;
+
+  // Called without the lock.
+  std::string runTasks();
+  std::string keepReport(const DueReport& report);
+  std::string keepIncoming(std::string_view bytes, std::string& name);
 
   std::string id_;
   ControllerClock& clock_;
+  Disk* disk_ = nullptr;
   std::filesystem::path dataFolder_;
-  mutable std::mutex mutex_;
+  ChangeLog* log_ = nullptr;
+  mutable FairMutex mutex_;
   Settings settings_;
   LampStreet street_;
   std::uint64_t version_ = 1;
-  std::uint64_t streetVersion_ = 0;  // the version that the lamps were built from
-  std::string reportFault_;
+  bool lampsStale_ = true;  // something in force may have changed since the lamps were built
+  std::chrono::seconds keptOffset_{0};
+  double keptLitSeconds_ = 0;                                  // of all lamps
+  std::vector<std::pair<std::string, std::string>> arrivals_;  // firmware to be renamed: from, to
+  std::string fault_;
 };
 
 }  // namespace lamp::controller

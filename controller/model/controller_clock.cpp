@@ -78,6 +78,10 @@ seconds ControllerClock::offset() const {
   return std::chrono::round<seconds>(shown() - source_.now());
 }
 
+seconds ControllerClock::offsetAt(Moment moment) const {
+  return std::chrono::round<seconds>(moment - source_.now());
+}
+
 void ControllerClock::setOffset(seconds offset) {
   const std::lock_guard lock(mutex_);
   anchor(source_.now() + offset);

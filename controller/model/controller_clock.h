@@ -50,6 +50,8 @@ class ControllerClock {
   /// How far the clock is ahead of its source (negative: behind).
   std::chrono::seconds offset() const;
   void setOffset(std::chrono::seconds offset);
+  /// How far it would be ahead if it were set to `moment` now.
+  std::chrono::seconds offsetAt(Moment moment) const;
 
  private:
   using Point = TimeSource::Point;

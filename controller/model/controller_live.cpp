@@ -1,33 +1,53 @@
+#include <mutex>
+#include <shared_mutex>
+#include <utility>
+
 #include "controller/model/controller.h"
+#include "controller/model/data_folder.h"
 #include "controller/model/names.h"
 #include "controller/model/report.h"
-#include "controller/model/state_file.h"
 
 namespace lamp::controller {
+namespace fs = std::filesystem;
+
 namespace {
 
-constexpr const char* kReports = "reports";
-constexpr const char* kOutbox = "outbox";
 constexpr const char* kReportFormat = "ReportFormat";
 
-std::string keepIn(const std::filesystem::path& folder, const std::string& name,
+std::string keepIn(Disk& disk, const fs::path& folder, const std::string& name,
                    std::string_view text) {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) return "can't make " + folder.string() + ": " + error.message();
-  return writeFileSafely(folder / name, text);
+  std::string fault = disk.makeFolder(folder);
+  if (!fault.empty()) return fault;
+  return writeFileSafely(disk, folder / name, folder / (name + data_folder::kUnfinished), text);
 }
 
 }  // namespace
 
 // Lamps are built again only when something in force may have changed.
 void Controller::settle(Moment now) {
-  if (settings_.advance(now)) ++version_;
-  if (streetVersion_ != version_) {
-    street_.rebuild(settings_.inForce());
-    streetVersion_ = version_;
-  }
+  if (lampsStale_) street_.rebuild(settings_.inForce());
+  lampsStale_ = false;
   street_.update(now);
+}
+
+void Controller::setDataFolder(fs::path folder, Disk& disk) {
+  dataFolder_ = std::move(folder);
+  disk_ = &disk;
+}
+
+std::string Controller::tidyDataFolder() {
+  if (dataFolder_.empty()) return "";
+  for (const char* name : {data_folder::kFirmware, data_folder::kReports, data_folder::kOutbox}) {
+    std::vector<std::string> files;
+    std::string fault = disk_->list(dataFolder_ / name, files);
+    for (const std::string& file : files) {
+      if (fault.empty() && file.ends_with(data_folder::kUnfinished)) {
+        fault = disk_->remove(dataFolder_ / name / file);
+      }
+    }
+    if (!fault.empty()) return fault;
+  }
+  return "";
 }
 
 void Controller::followCalendar(DayCalendar calendar) {
@@ -37,9 +57,7 @@ void Controller::followCalendar(DayCalendar calendar) {
 
 void Controller::showLiveValues(pugi::xml_document& reply, const char* code) {
   const std::string_view section = code;
-  const bool live = section == names::kInputsOutputs || section == names::kAlarmReport ||
-                    section == names::kUsageReport;
-  if (!live) return;
+  if (!showsLiveValues(section)) return;
   const Moment now = clock_.now();
   settle(now);
   pugi::xml_node shown = reply.document_element().child(names::kZelLamp).child(code);
@@ -53,30 +71,55 @@ void Controller::showLiveValues(pugi::xml_document& reply, const char* code) {
 }
 
 bool Controller::advance() {
-  const std::lock_guard lock(mutex_);
-  const std::uint64_t before = version_;
-  const Moment now = clock_.now();
-  settle(now);
-  const std::vector<DueReport> due = takeDueReports(settings_.inForce(), now, zone());
-  if (!due.empty()) {
-    reportFault_ = keepReports(due);
-    // The lamps do not depend on how far the tasks have come.
-    streetVersion_ = ++version_;
+  std::uint64_t before = 0;
+  {
+    const std::shared_lock lock(mutex_);
+    before = version_;
   }
+  std::string fault = finishFiles();
+  if (fault.empty()) fault = followClock();
+  if (fault.empty()) fault = bringIntoForce();
+  {
+    const std::lock_guard lock(mutex_);
+    settle(clock_.now());
+  }
+  if (fault.empty()) fault = runTasks();
+  const std::lock_guard lock(mutex_);
+  noteFault(std::move(fault));
   return version_ != before;
 }
 
-std::string Controller::keepReports(const std::vector<DueReport>& due) {
-  if (dataFolder_.empty()) return "";
-  std::string fault;
-  for (const DueReport& report : due) {
+// What was not kept is made again at the next time: a task has run when its reports are there.
+std::string Controller::runTasks() {
+  DueTasks due;
+  {
+    const std::shared_lock lock(mutex_);
+    due = dueTasks(settings_.inForce(), clock_.now(), zone());
+  }
+  if (due.progress.empty()) return "";
+  for (const DueReport& report : due.reports) {
+    if (const std::string fault = keepReport(report); !fault.empty()) {
+      return "a report can't be kept: " + fault;
+    }
+  }
+  return commit(TaskRuns{std::move(due.progress)});
+}
+
+std::string Controller::keepReport(const DueReport& report) {
+  if (dataFolder_.empty() || (!report.store && !report.send)) return "";
+  std::string text;
+  std::string name = formatDigits(report.moment) + "-task" + report.task + "-" + report.request;
+  {
+    const std::lock_guard lock(mutex_);
     const std::string format =
         settings_.inForce().section(names::kGeneral).attribute(kReportFormat).value();
-    const std::string text = reportOf(report, format);
-    const std::string name = formatDigits(report.moment) + "-task" + report.task + "-" +
-                             report.request + reportEnding(format);
-    if (report.store) fault += keepIn(dataFolder_ / kReports, name, text);
-    if (report.send) fault += keepIn(dataFolder_ / kOutbox, name, text);
+    text = reportOf(report, format);
+    name += reportEnding(format);
+  }
+  std::string fault;
+  if (report.store) fault = keepIn(*disk_, dataFolder_ / data_folder::kReports, name, text);
+  if (report.send && fault.empty()) {
+    fault = keepIn(*disk_, dataFolder_ / data_folder::kOutbox, name, text);
   }
   return fault;
 }
@@ -90,34 +133,61 @@ std::string Controller::reportOf(const DueReport& report, std::string_view forma
   return reportText(reply, report.request.c_str(), format);
 }
 
-std::string Controller::reportFault() const {
+void Controller::noteFault(std::string fault) {
+  if (!fault.empty()) fault_ = std::move(fault);
+}
+
+std::string Controller::takeFault() {
   const std::lock_guard lock(mutex_);
-  return reportFault_;
+  return std::exchange(fault_, std::string());
 }
 
 std::string Controller::date() const {
-  const std::lock_guard lock(mutex_);
+  const std::shared_lock lock(mutex_);
   return formatReadable(toCivil(clock_.now(), zone()));
 }
 
-void Controller::setDate(CivilTime civil) {
-  const std::lock_guard lock(mutex_);
-  clock_.set(toMoment(civil, zone(), false));
-  settle(clock_.now());
+std::string Controller::setDate(CivilTime civil) {
+  Moment moment;
+  {
+    const std::shared_lock lock(mutex_);
+    moment = toMoment(civil, zone(), false);
+  }
+  return commitClock(moment);
 }
 
 DeliverySettings Controller::deliverySettings() const {
-  const std::lock_guard lock(mutex_);
+  const std::shared_lock lock(mutex_);
   return DeliverySettings::read(settings_.inForce().section(names::kGeneral));
 }
 
-bool Controller::setInputState(int number, bool active) {
-  if (number < 1 || number > kPorts) return false;
-  const std::lock_guard lock(mutex_);
-  setInput(settings_.inForce(), number, active);
-  if (&settings_.shown() != &settings_.inForce()) setInput(settings_.shown(), number, active);
-  ++version_;
-  return true;
+std::string Controller::setInputState(int number, bool active) {
+  if (number < 1 || number > kPorts) return "there are inputs 1 to 8 only";
+  return commit(InputSwitch{number, active});
+}
+
+UsageCount Controller::usage() const {
+  UsageCount count;
+  const std::vector<NodeRows>& nodes = settings_.inForce().nodes();
+  const std::vector<Lamp>& lamps = street_.lamps();
+  for (std::size_t i = 0; i < lamps.size() && i < nodes.size(); ++i) {
+    if (lamps[i].litSeconds <= 0) continue;
+    count.lamps.push_back(LampUsage{nodes[i].id, lamps[i].litSeconds, lamps[i].wattSeconds});
+  }
+  return count;
+}
+
+std::string Controller::keepUsage() {
+  UsageCount count;
+  double litSeconds = 0;
+  {
+    const std::shared_lock lock(mutex_);
+    count = usage();
+    for (const LampUsage& lamp : count.lamps) litSeconds += lamp.litSeconds;
+    if (litSeconds == keptLitSeconds_) return "";
+  }
+  // The lamps burn on while this is being kept, so it is not applied to them.
+  return commit(count, [&] { keptLitSeconds_ = litSeconds; });
 }
 
 }  // namespace lamp::controller

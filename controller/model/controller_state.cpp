@@ -1,8 +1,11 @@
+#include <mutex>
+#include <shared_mutex>
 #include <string>
 
 #include "controller/model/controller.h"
-#include "controller/model/names.h"
+#include "controller/model/kept_text.h"
 #include "controller/model/request.h"
+#include "controller/model/text_writer.h"
 #include "controller/xml/well_formed.h"
 
 namespace lamp::controller {
@@ -10,65 +13,37 @@ namespace {
 
 constexpr const char* kRoot = "lampController";
 constexpr const char* kFormat = "format";
-constexpr const char* kFormatNumber = "1";
+constexpr const char* kFormatNumber = "2";
+// The same document, written whole at every change and so without a journal.
+constexpr const char* kOldFormatNumber = "1";
 constexpr const char* kId = "id";
 constexpr const char* kOffset = "clockOffset";
 // Documents in the state stand a few levels below its root.
 constexpr std::size_t kStateDepth = kDepthLimit + 8;
 
-constexpr const char* kUsage = "usage";
-constexpr const char* kLitSeconds = "s";
-constexpr const char* kWattSeconds = "ws";
-
-struct TextWriter final : pugi::xml_writer {
-  std::string text;
-  void write(const void* data, std::size_t size) override {
-    text.append(static_cast<const char*>(data), size);
-  }
-};
-
 }  // namespace
 
-std::string Controller::printState(std::uint64_t& version) const {
-  const std::lock_guard lock(mutex_);
-  version = version_;
-  TextWriter writer;
+void Controller::printState(std::string& text) const {
+  const std::shared_lock lock(mutex_);
+  TextWriter writer(std::move(text));
   // The identifier holds letters, digits and a few signs that need no escape.
-  writer.text = std::string("<") + kRoot + " " + kFormat + "=\"" + kFormatNumber + "\" " + kId +
-                "=\"" + id_ + "\" " + kOffset + "=\"" + std::to_string(clock_.offset().count()) +
-                "\">\n";
+  writer.text += std::string("<") + kRoot + " " + kFormat + "=\"" + kFormatNumber + "\" " + kId +
+                 "=\"" + id_ + "\" " + kOffset + "=\"" + std::to_string(clock_.offset().count()) +
+                 "\">\n";
   settings_.print(writer);
-  printUsage(writer);
+  writer.text += printChange(usage());
   writer.text += std::string("</") + kRoot + ">\n";
-  return std::move(writer.text);
+  text = std::move(writer.text);
 }
 
-void Controller::printUsage(pugi::xml_writer& out) const {
-  pugi::xml_document document;
-  pugi::xml_node list = document.append_child(kUsage);
-  const std::vector<NodeRows>& nodes = settings_.inForce().nodes();
-  for (std::size_t i = 0; i < street_.lamps().size() && i < nodes.size(); ++i) {
-    const Lamp& lamp = street_.lamps()[i];
-    if (lamp.litSeconds <= 0) continue;
-    pugi::xml_node row = list.append_child(names::kNode);
-    row.append_attribute(names::kNodeId).set_value(nodes[i].id.c_str());
-    row.append_attribute(kLitSeconds).set_value(lamp.litSeconds);
-    row.append_attribute(kWattSeconds).set_value(lamp.wattSeconds);
-  }
-  list.print(out, "", pugi::format_indent);
-}
-
-void Controller::loadUsage(pugi::xml_node list) {
-  const SectionStore& store = settings_.inForce();
-  street_.rebuild(store);
-  streetVersion_ = version_;
-  for (const pugi::xml_node row : list.children(names::kNode)) {
-    const NodeRows* rows = store.find(row.attribute(names::kNodeId).value());
-    if (rows == nullptr) continue;
-    street_.restoreUsage(static_cast<std::size_t>(rows - store.nodes().data()),
-                         row.attribute(kLitSeconds).as_double(),
-                         row.attribute(kWattSeconds).as_double());
-  }
+// What the lamps have used is kept as the change that brings it back.
+std::string Controller::loadUsage(pugi::xml_node root) {
+  street_.rebuild(settings_.inForce());
+  const pugi::xml_node usage = root.last_child();
+  Change change;
+  std::string fault = readChange(usage, change);
+  if (fault.empty()) std::visit([this](const auto& each) { apply(each); }, change);
+  return fault;
 }
 
 std::string Controller::loadState(std::string_view text) {
@@ -77,18 +52,21 @@ std::string Controller::loadState(std::string_view text) {
            ": " + fault->text;
   }
   pugi::xml_document document;
-  document.load_buffer(text.data(), text.size(), pugi::parse_default, pugi::encoding_utf8);
+  document.load_buffer(text.data(), text.size(), kKeptText, pugi::encoding_utf8);
   const pugi::xml_node root = document.child(kRoot);
   if (!root) return std::string("its root is not <") + kRoot + ">";
-  if (std::string_view(root.attribute(kFormat).value()) != kFormatNumber) {
+  const std::string_view format = root.attribute(kFormat).value();
+  if (format != kFormatNumber && format != kOldFormatNumber) {
     return "it was written by another version of this program";
   }
   const std::lock_guard lock(mutex_);
   id_ = root.attribute(kId).value();
   if (id_.empty()) return "the identifier of the controller is missing";
-  clock_.setOffset(std::chrono::seconds{root.attribute(kOffset).as_llong()});
-  const std::string fault = settings_.load(root);
-  if (fault.empty()) loadUsage(root.child(kUsage));
+  keptOffset_ = std::chrono::seconds{root.attribute(kOffset).as_llong()};
+  clock_.setOffset(keptOffset_);
+  std::string fault = settings_.load(root);
+  if (fault.empty()) fault = loadUsage(root);
+  lampsStale_ = true;
   return fault;
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <mutex>
 
 #include "controller/model/controller.h"
 #include "controller/model/names.h"
@@ -67,6 +68,7 @@ std::vector<ProgramGroup> groupPrograms(const LampStreet& street, Moment now) {
 }  // namespace
 
 LiveView Controller::view() {
+  bringIntoForce();  // a fault shows in what is tried again all the time
   const std::lock_guard lock(mutex_);
   const Moment now = clock_.now();
   settle(now);
@@ -99,6 +101,7 @@ LiveView Controller::view() {
 }
 
 StreetPlanView Controller::planView() {
+  bringIntoForce();
   const std::lock_guard lock(mutex_);
   const Moment now = clock_.now();
   settle(now);

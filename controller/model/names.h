@@ -27,6 +27,7 @@ inline constexpr const char* kLastSelection = "L11";
 inline constexpr const char* kInputsOutputs = "L13";
 inline constexpr const char* kUsageReport = "L15";
 inline constexpr const char* kClockPrograms = "L17";
+inline constexpr const char* kTaskCommand = "E02";
 inline constexpr const char* kClockCommand = "C06";
 inline constexpr const char* kDate = "date";
 

@@ -1,29 +1,20 @@
 #include "controller/model/reply.h"
 
+#include "controller/model/text_writer.h"
+
 namespace lamp::controller {
-namespace {
-
-struct TextWriter final : pugi::xml_writer {
-  std::string text;
-  void write(const void* data, std::size_t size) override {
-    text.append(static_cast<const char*>(data), size);
-  }
-};
-
-}  // namespace
-
 Reply Reply::document(const pugi::xml_document& content) {
   TextWriter writer;
   content.save(writer, "", pugi::format_raw, pugi::encoding_utf8);
-  return Reply{200, "application/xml", std::move(writer.text), false};
+  return Reply{200, "application/xml", std::move(writer.text)};
 }
 
 Reply Reply::refusal(const Refusal& refusal) {
-  return Reply{refusal.status, "text/plain; charset=utf-8", refusal.text, false};
+  return Reply{refusal.status, "text/plain; charset=utf-8", refusal.text};
 }
 
 Reply Reply::done() {
-  return Reply{200, "", "", true};
+  return Reply{200, "", ""};
 }
 
 }  // namespace lamp::controller

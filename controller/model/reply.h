@@ -12,7 +12,6 @@ struct Reply {
   int status = 200;
   std::string type;  ///< content type; empty for an empty body
   std::string body;
-  bool changed = false;  ///< the controller's state is another one than before
 
   static Reply document(const pugi::xml_document& content);
   static Reply refusal(const Refusal& refusal);

@@ -67,6 +67,11 @@ bool isReadSection(std::string_view code) {
          number <= 17;
 }
 
+bool showsLiveValues(std::string_view code) {
+  return code == names::kInputsOutputs || code == names::kAlarmReport ||
+         code == names::kUsageReport;
+}
+
 pugi::xml_node beginReply(const ReplyHead& head, pugi::xml_document& reply) {
   pugi::xml_node controller = reply.append_child(names::kDeviceCfg).append_child(names::kZelLamp);
   controller.append_attribute(names::kId).set_value(head.id.c_str());

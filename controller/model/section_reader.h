@@ -17,6 +17,9 @@ struct ReplyHead {
 /// True for "L01" to "L17".
 bool isReadSection(std::string_view code);
 
+/// True for the sections that show what the lamps and ports do now: L09, L13 and L15.
+bool showsLiveValues(std::string_view code);
+
 /// Builds the reply to a read of `request` (an element "L01" to "L17"): root "deviceCfg", in it
 /// "ZelLamp" with the identifier, in it the section with the controller's date as "Fh". Mail user
 /// and mail password are never shown. Rows of blacklisted nodes appear in the blacklist only.

@@ -47,6 +47,11 @@ void Settings::write(const SectionWriter& writer, pugi::xml_node element, Moment
   pending_.push_back(std::move(pending));
 }
 
+bool Settings::isDue(Moment now) const {
+  return std::any_of(pending_.begin(), pending_.end(),
+                     [&](const PendingWrite& write) { return write.due <= now; });
+}
+
 bool Settings::advance(Moment now) {
   const auto later = std::stable_partition(
       pending_.begin(), pending_.end(), [&](const PendingWrite& write) { return write.due > now; });

@@ -38,6 +38,8 @@ class Settings {
   /// date or when `due` is not after `now`; otherwise at `due`.
   void write(const SectionWriter& writer, pugi::xml_node element, Moment due, Moment now);
 
+  /// Whether a pending write is due at `now`.
+  bool isDue(Moment now) const;
   /// Brings every pending write into force that is due at `now`, in the order of their dates and
   /// within one moment as they were sent. True when there was one.
   bool advance(Moment now);

@@ -54,37 +54,22 @@ std::vector<CivilTime> runsBetween(CivilTime start, const Period& period, CivilT
   return runs;
 }
 
-pugi::xml_node runRecord(SectionStore& store, const char* task) {
-  pugi::xml_node records = store.section(kRuns);
-  pugi::xml_node record = records.find_child_by_attribute(kRun, names::kTaskNumber, task);
-  if (!record) {
-    record = records.append_child(kRun);
-    putAttribute(record, names::kTaskNumber, task);
-  }
-  return record;
+pugi::xml_node recordOf(pugi::xml_node records, const char* task) {
+  return records.find_child_by_attribute(kRun, names::kTaskNumber, task);
 }
 
-// The record of a task that was deleted would make its successor catch up.
-void dropRecordsOfDeletedTasks(SectionStore& store) {
-  pugi::xml_node records = store.section(kRuns);
-  const pugi::xml_node tasks = store.section(names::kTasks);
-  for (pugi::xml_node record = records.first_child(); record;) {
-    const pugi::xml_node next = record.next_sibling();
-    const char* number = record.attribute(names::kTaskNumber).value();
-    if (!tasks.find_child_by_attribute(names::kTask, names::kTaskNumber, number)) {
-      records.remove_child(record);
-    }
-    record = next;
+bool sameSchedule(pugi::xml_node task, pugi::xml_node kept) {
+  for (const char* name : {names::kTaskStart, names::kTaskPeriod}) {
+    const std::string_view text = task.attribute(name).value();
+    if (text != kept.attribute(name).value()) return false;
   }
+  return true;
 }
 
 // How far the task has come. A clock that was set back by more than the hour of summer time would
 // otherwise keep it from running until it has caught up with itself.
-CivilTime lastRun(pugi::xml_node record, CivilTime now) {
-  const pugi::xml_attribute known = record.attribute(kLast);
-  if (!known) return now - seconds{1};
-  const CivilTime last{seconds{known.as_llong()}};
-  return last > now + hours{2} ? now : last;
+bool wasSetBack(CivilTime last, CivilTime now) {
+  return last > now + hours{2};
 }
 
 void addActions(pugi::xml_node task, CivilTime moment, std::vector<DueReport>& due) {
@@ -121,27 +106,60 @@ CivilTime repeated(CivilTime start, const Period& period, long count) {
   return moved + (start - day) + period.rest * count;
 }
 
-std::vector<DueReport> takeDueReports(SectionStore& store, Moment now, const ZoneRule& zone) {
+DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone) {
   const CivilTime civil = toCivil(now, zone);
-  dropRecordsOfDeletedTasks(store);
-  std::vector<DueReport> due;
+  const pugi::xml_node records = store.section(kRuns);
+  DueTasks due;
   for (const pugi::xml_node task : store.section(names::kTasks).children(names::kTask)) {
     const auto start = parseStamp(task.attribute(names::kTaskStart).value());
     if (!start) continue;
-    pugi::xml_node record = runRecord(store, task.attribute(names::kTaskNumber).value());
-    const CivilTime last = lastRun(record, civil);
+    const char* number = task.attribute(names::kTaskNumber).value();
+    const pugi::xml_attribute known = recordOf(records, number).attribute(kLast);
+    const CivilTime kept{seconds{known.as_llong()}};
+    const bool restarts = !known || wasSetBack(kept, civil);
+    const CivilTime last = !known ? civil - seconds{1} : restarts ? civil : kept;
     const Period period = Period::read(task.attribute(names::kTaskPeriod).value());
     const std::size_t most = isYes(task, names::kTaskFillHoles) ? kMostCaughtUp : 1;
-    for (const CivilTime moment : runsBetween(start->civil, period, last, civil, most)) {
-      addActions(task, moment, due);
-    }
+    const std::vector<CivilTime> runs = runsBetween(start->civil, period, last, civil, most);
+    for (const CivilTime moment : runs) addActions(task, moment, due.reports);
     // What a task has done is not repeated when the clock goes back an hour.
-    const CivilTime reached = std::max(last, civil);
-    putAttribute(record, kLast, std::to_string(reached.time_since_epoch().count()).c_str());
+    if (restarts || !runs.empty()) {
+      due.progress.push_back(TaskProgress{number, std::max(last, civil)});
+    }
   }
-  std::stable_sort(due.begin(), due.end(),
+  std::stable_sort(due.reports.begin(), due.reports.end(),
                    [](const DueReport& a, const DueReport& b) { return a.priority < b.priority; });
   return due;
+}
+
+void rememberProgress(SectionStore& store, const std::vector<TaskProgress>& progress) {
+  pugi::xml_node records = store.section(kRuns);
+  for (const TaskProgress& task : progress) {
+    pugi::xml_node record = recordOf(records, task.task.c_str());
+    if (!record) {
+      record = records.append_child(kRun);
+      putAttribute(record, names::kTaskNumber, task.task.c_str());
+    }
+    putAttribute(record, kLast, std::to_string(task.last.time_since_epoch().count()).c_str());
+  }
+}
+
+void beginTasks(SectionStore& store, pugi::xml_node element, CivilTime now) {
+  const SectionStore& present = store;
+  const pugi::xml_node tasks = present.section(names::kTasks);
+  for (const pugi::xml_node task : element.children(names::kTask)) {
+    const char* number = task.attribute(names::kTaskNumber).value();
+    const pugi::xml_node kept =
+        tasks.find_child_by_attribute(names::kTask, names::kTaskNumber, number);
+    if (kept && sameSchedule(task, kept)) continue;
+    const bool deleted = *task.attribute(names::kTaskPeriod).value() == '\0';
+    if (deleted) {
+      pugi::xml_node records = present.section(kRuns);
+      records.remove_child(recordOf(records, number));
+    } else {
+      rememberProgress(store, {TaskProgress{number, now - seconds{1}}});
+    }
+  }
 }
 
 }  // namespace lamp::controller

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "controller/model/change.h"
 #include "controller/model/civil_time.h"
 #include "controller/model/section_store.h"
 
@@ -31,12 +32,24 @@ struct DueReport {
   int priority = 2;
 };
 
-/// Finds the actions that became due since the last call, higher priorities first, and remembers in
-/// the store how far each task has come. A task that is seen for the first time begins now: what it
-/// would have done before is not caught up. Of several runs that were missed, a task that fills
-/// holes ("TpCompl" is "Y") does all, but at most `kMostCaughtUp` and the latest ones; any other
-/// does the latest.
-std::vector<DueReport> takeDueReports(SectionStore& store, Moment now, const ZoneRule& zone);
+/// What the tasks have to do.
+struct DueTasks {
+  std::vector<DueReport> reports;      ///< higher priorities first
+  std::vector<TaskProgress> progress;  ///< to be remembered once the reports are made
+};
+
+/// Finds the actions that became due since each task last ran. A task that is seen for the first
+/// time begins now: what it would have done before is not caught up. Of several runs that were
+/// missed, a task that fills holes ("TpCompl" is "Y") does all, but at most `kMostCaughtUp` and the
+/// latest ones; any other does the latest. After the clock was set back, tasks go on from there.
+DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone);
+
+/// Remembers in the store how far tasks have come.
+void rememberProgress(SectionStore& store, const std::vector<TaskProgress>& progress);
+
+/// Before `element` (E02) is applied: tasks that it brings, or gives another start or period, begin
+/// at `now`, and of those that it takes away nothing is remembered.
+void beginTasks(SectionStore& store, pugi::xml_node element, CivilTime now);
 
 inline constexpr std::size_t kMostCaughtUp = 100;
 

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "tests/controller/support/http_client.h"
+#include "tests/controller/support/memory_disk.h"
 #include "tests/controller/support/server_rig.h"
 
 namespace lamp::controller::test {
@@ -114,17 +115,20 @@ TEST(CommandServer, DoesNotStartOnAPortThatIsTakenOrAnAddressOfAnotherMachine) {
   ServerRig first;
   ASSERT_TRUE(first.started);
   const Service service{
-      first.rig.controller, first.rig.clock, first.keeper, first.faults, first.log, "token", [] {}};
+      first.rig.controller, first.rig.clock, first.faults, first.log, "token", [] {}};
   CommandServer other(service);
   EXPECT_FALSE(other.start("127.0.0.1", first.server.port()));
   EXPECT_FALSE(other.start("203.0.113.1", 0));
 }
 
 TEST(CommandServer, AStateThatCannotBeKeptIsAFailure) {
-  ServerRig server(StreetPlan{1, 7, false}, "/nonexistent-folder/state.xml");
+  MemoryDisk disk;
+  ServerRig server(StreetPlan{1, 7, false}, "kept/state.xml", disk);
+  disk.failAt(disk.operations() + 1, 1000);
   const HttpAnswer answer = httpCommand(server.base, 2, "<deviceCfg><E01 name=\"x\"/></deviceCfg>");
   EXPECT_EQ(answer.status, 500);
   EXPECT_NE(answer.body.find("could not be kept"), std::string::npos);
+  EXPECT_STREQ(server.rig.read("L01").attribute("name").value(), "Old Town");
 }
 
 }  // namespace

@@ -13,8 +13,7 @@ namespace {
 using nlohmann::json;
 
 Service serviceOf(ServerRig& rig) {
-  return Service{
-      rig.rig.controller, rig.rig.clock, rig.keeper, rig.faults, rig.log, "token", [] {}};
+  return Service{rig.rig.controller, rig.rig.clock, rig.faults, rig.log, "token", [] {}};
 }
 
 TEST(LivePage, CarriesTheTokenAndItsFiles) {

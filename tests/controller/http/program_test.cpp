@@ -5,10 +5,12 @@
 #include <atomic>
 #include <csignal>
 #include <fstream>
+#include <functional>
 #include <pugixml.hpp>
+#include <random>
 #include <thread>
 
-#include "controller/model/state_file.h"
+#include "controller/storage/disk.h"
 #include "tests/controller/support/http_client.h"
 #include "tests/controller/support/program.h"
 #include "tests/controller/support/scratch_folder.h"
@@ -33,6 +35,17 @@ TEST(ControllerProgram, ServesOnAFreePortAndEndsCleanlyOnASignal) {
   }
 }
 
+TEST(ControllerProgram, EndsAtOnceAlthoughAConnectionIsKeptOpen) {
+  Program program(command({"--port", "0", "--nodes", "5"}));
+  const std::string base = program.waitForAddress();
+  HttpConnection connection(base);
+  EXPECT_EQ(connection.get("/health").status, 200);
+  const auto begin = std::chrono::steady_clock::now();
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.wait(), 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{3});
+}
+
 TEST(ControllerProgram, GoesOnWithItsStateAfterBeingKilled) {
   const ScratchFolder folder;
   const std::string state = (folder.path() / "state.xml").string();
@@ -49,44 +62,129 @@ TEST(ControllerProgram, GoesOnWithItsStateAfterBeingKilled) {
             std::string::npos);
 }
 
-// Several clients write their own attribute, each a higher number every time, until the program is
-// killed. What was answered with success must be there afterwards.
-TEST(ControllerProgram, LosesNothingThatItConfirmedWhenItIsKilled) {
-  constexpr std::size_t kClients = 8;
-  const ScratchFolder folder;
-  const std::string state = (folder.path() / "state.xml").string();
-  std::array<std::atomic<int>, kClients> confirmed{};
-  {
-    Program program(command({"--port", "0", "--nodes", "50", "--state", state}));
-    const std::string base = program.waitForAddress();
-    std::vector<std::thread> clients;
-    for (std::size_t client = 0; client < kClients; ++client) {
-      clients.emplace_back([&, client] {
-        for (int number = 1;; ++number) {
-          const std::string write = "<deviceCfg><E01 c" + std::to_string(client) + "=\"" +
-                                    std::to_string(number) + "\"/></deviceCfg>";
-          if (httpCommand(base, 2, write).status != 200) return;
-          confirmed[client] = number;
-        }
-      });
-    }
-    // Killed in full flight: as soon as every client has been answered a few times.
-    while (std::any_of(confirmed.begin(), confirmed.end(), [](const auto& n) { return n < 5; })) {
-      std::this_thread::yield();
-    }
-    program.signal(SIGKILL);
-    for (std::thread& client : clients) client.join();
-    program.wait();
+// What clients have written and had confirmed, each a number that grows.
+struct Confirmed {
+  static constexpr std::size_t kClients = 4;
+  std::array<std::atomic<int>, kClients> pairs{};  // two attributes of one command
+  std::atomic<int> rows = 0;                       // every row of the node table
+  std::atomic<int> large = 0;                      // a section of 100 KiB
+  std::atomic<int> answers = 0;
+};
+
+std::string numbered(const std::string& before, int number, const std::string& after) {
+  return before + std::to_string(number) + after;
+}
+
+// Writes higher and higher numbers until there is no answer any more.
+void writeUntilTheEnd(const std::string& base, std::atomic<int>& confirmed,
+                      std::atomic<int>& answers,
+                      const std::function<std::string(int number)>& section) {
+  for (int number = confirmed + 1;; ++number) {
+    const std::string body = "<deviceCfg>" + section(number) + "</deviceCfg>";
+    if (httpCommand(base, 2, body).status != 200) return;
+    confirmed = number;
+    ++answers;
   }
-  Program again(command({"--port", "0", "--state", state}));
+}
+
+std::vector<std::thread> startWriters(const std::string& base, Confirmed& confirmed,
+                                      const std::vector<std::string>& nodes) {
+  std::vector<std::thread> writers;
+  for (std::size_t client = 0; client < Confirmed::kClients; ++client) {
+    writers.emplace_back([&, base, client] {
+      const std::string name = std::to_string(client);
+      writeUntilTheEnd(base, confirmed.pairs[client], confirmed.answers, [&](int number) {
+        return numbered("<E01 a" + name + "=\"", number, "\" ") +
+               numbered("b" + name + "=\"", number, "\"/>");
+      });
+    });
+  }
+  writers.emplace_back([&, base] {
+    writeUntilTheEnd(base, confirmed.rows, confirmed.answers, [&](int number) {
+      std::string rows = "<E04>";
+      for (const std::string& node : nodes) {
+        rows += "<Node nodeId=\"" + node + numbered("\" Reference=\"", number, "\"/>");
+      }
+      return rows + "</E04>";
+    });
+  });
+  writers.emplace_back([&, base] {
+    writeUntilTheEnd(base, confirmed.large, confirmed.answers, [](int number) {
+      return numbered("<E10 n=\"", number, "\" text=\"") + std::string(100000, 'x') + "\"/>";
+    });
+  });
+  return writers;
+}
+
+pugi::xml_document readAll(const std::string& base, const char* section) {
+  const std::string body =
+      httpCommand(base, 1, std::string("<deviceCfg><") + section + "/></deviceCfg>").body;
   pugi::xml_document reply;
-  const std::string base = again.waitForAddress();
-  ASSERT_FALSE(base.empty());
-  reply.load_string(httpCommand(base, 1, "<deviceCfg><L01/></deviceCfg>").body.c_str());
-  const pugi::xml_node section = reply.child("deviceCfg").child("ZelLamp").child("L01");
-  for (std::size_t client = 0; client < kClients; ++client) {
-    EXPECT_GE(section.attribute(("c" + std::to_string(client)).c_str()).as_int(),
-              confirmed[client].load());
+  reply.load_string(body.c_str());
+  return reply;
+}
+
+pugi::xml_node sectionOf(const pugi::xml_document& reply, const char* section) {
+  return reply.child("deviceCfg").child("ZelLamp").child(section);
+}
+
+// Nothing that was confirmed is missing, and nothing stands there by half.
+void expectConfirmed(const std::string& base, Confirmed& confirmed) {
+  const pugi::xml_document general = readAll(base, "L01");
+  for (std::size_t client = 0; client < Confirmed::kClients; ++client) {
+    const std::string name = std::to_string(client);
+    const int a = sectionOf(general, "L01").attribute(("a" + name).c_str()).as_int();
+    EXPECT_EQ(a, sectionOf(general, "L01").attribute(("b" + name).c_str()).as_int());
+    EXPECT_GE(a, confirmed.pairs[client]);
+    confirmed.pairs[client] = a;
+  }
+  const pugi::xml_document table = readAll(base, "L04");
+  const int first = sectionOf(table, "L04").first_child().attribute("Reference").as_int();
+  EXPECT_GE(first, confirmed.rows);
+  confirmed.rows = first;
+  for (const pugi::xml_node node : sectionOf(table, "L04").children()) {
+    ASSERT_TRUE(first == 0 || node.attribute("Reference").as_int() == first);
+  }
+  const pugi::xml_document kept = readAll(base, "L10");
+  const pugi::xml_node large = sectionOf(kept, "L10");
+  EXPECT_GE(large.attribute("n").as_int(), confirmed.large);
+  confirmed.large = large.attribute("n").as_int();
+  if (confirmed.large > 0) {
+    EXPECT_EQ(std::string_view(large.attribute("text").value()).size(), 100000U);
+  }
+}
+
+// Killed again and again in full flight, at a random moment each time. The large section makes the
+// program write its whole state every second or so, too.
+TEST(ControllerProgram, LosesNothingThatItConfirmedHoweverOftenItIsKilled) {
+  constexpr int kKills = 20;
+  const ScratchFolder folder;
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const auto upTo = [&](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
+  Confirmed confirmed;
+  std::vector<std::string> nodes;
+  for (int kill = 0; kill <= kKills && !testing::Test::HasFailure(); ++kill) {
+    SCOPED_TRACE("after so many kills: " + std::to_string(kill));
+    Program program(command({"--port", "0", "--nodes", "50", "--state", folder.path().string()}));
+    const std::string base = program.waitForAddress();
+    ASSERT_FALSE(base.empty());
+    expectConfirmed(base, confirmed);
+    if (nodes.empty()) {
+      const pugi::xml_document table = readAll(base, "L04");
+      for (const pugi::xml_node node : sectionOf(table, "L04").children()) {
+        nodes.emplace_back(node.attribute("nodeId").value());
+      }
+    }
+    const int enough = confirmed.answers + upTo(200);
+    std::vector<std::thread> writers = startWriters(base, confirmed, nodes);
+    while (confirmed.answers < enough) std::this_thread::yield();
+    const auto moment = std::chrono::steady_clock::now() + std::chrono::microseconds{upTo(9999)};
+    while (std::chrono::steady_clock::now() < moment) std::this_thread::yield();
+    program.signal(SIGKILL);
+    for (std::thread& writer : writers) writer.join();
+    program.wait();
   }
 }
 
@@ -131,7 +229,7 @@ TEST(ControllerProgram, RefusesAStateThatItCannotRead) {
   EXPECT_NE(program.readRest().find("was left as it is"), std::string::npos);
   EXPECT_EQ(program.wait(), 1);
   std::string text;
-  EXPECT_EQ(readWholeFile(state, text), "");
+  EXPECT_EQ(machineDisk().read(state, text), "");
   EXPECT_EQ(text, "<lampController");
 }
 

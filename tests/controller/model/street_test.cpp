@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "controller/model/state_file.h"
+#include "controller/storage/disk.h"
 #include "tests/controller/support/controller_rig.h"
 #include "tests/controller/support/scratch_folder.h"
 
@@ -136,9 +136,9 @@ TEST(Outputs, FollowSunInputsNodesAndTheirMode) {
   EXPECT_TRUE(outputIsOn(rig, 1));
   EXPECT_FALSE(outputIsOn(rig, 3));
   EXPECT_TRUE(outputIsOn(rig, 5));
-  ASSERT_TRUE(rig.controller.setInputState(1, true));
+  ASSERT_EQ(rig.controller.setInputState(1, true), "");
   EXPECT_TRUE(outputIsOn(rig, 4));
-  EXPECT_FALSE(rig.controller.setInputState(9, true));
+  EXPECT_NE(rig.controller.setInputState(9, true), "");
   ASSERT_EQ(rig.write("<E13><Output Dir=\"4\" On=\"N\" Off=\"Y\"/><Output Dir=\"8\" On=\"Y\" "
                       "Off=\"Y\"/></E13>"),
             200);
@@ -259,7 +259,8 @@ TEST_F(TaskTest, WritesCommaSeparatedValuesInTheOtherFormat) {
   rig.time.pass(1h);
   rig.controller.advance();
   std::string text;
-  ASSERT_EQ(readWholeFile(folder.path() / "reports" / "20250315130000-task1-L03.csv", text), "");
+  ASSERT_EQ(machineDisk().read(folder.path() / "reports" / "20250315130000-task1-L03.csv", text),
+            "");
   EXPECT_TRUE(
       text.starts_with("\"nodeId\",\"Reference\"\r\n\"4100007\",\"Harbour Street pole 1\"\r\n"))
       << text;

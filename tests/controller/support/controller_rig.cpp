@@ -40,8 +40,9 @@ int ControllerRig::send(int command, const std::string& body) {
 }
 
 std::string ControllerRig::state() {
-  std::uint64_t version = 0;
-  return controller.printState(version);
+  std::string text;
+  controller.printState(text);
+  return text;
 }
 
 std::vector<std::string> ControllerRig::nodeIds() {

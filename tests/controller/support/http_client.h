@@ -27,4 +27,22 @@ HttpAnswer httpControl(const std::string& address, const std::string& token = "t
 /// A plain read of an address.
 HttpAnswer httpGet(const std::string& url);
 
+/// A client that sends one request after the other over one connection, as long as the server keeps
+/// that open.
+class HttpConnection {
+ public:
+  /// `base` is "http://127.0.0.1:8080".
+  explicit HttpConnection(std::string base);
+  ~HttpConnection();
+  HttpConnection(const HttpConnection&) = delete;
+  HttpConnection& operator=(const HttpConnection&) = delete;
+
+  HttpAnswer get(const std::string& path);
+  HttpAnswer command(int number, const std::string& body);
+
+ private:
+  const std::string base_;
+  void* curl_;
+};
+
 }  // namespace lamp::controller::test
