@@ -70,10 +70,14 @@ bool ExchangeWindow::pump() {
 void ExchangeWindow::finished() {
   running_ = false;
   QApplication::instance()->removeEventFilter(this);
+  if (window_ == nullptr) return;
   delete window_;
+  QApplication::restoreOverrideCursor();
 }
 
 void ExchangeWindow::showWindow() {
+  // Who may press Cancel does not wait; the wait cursor of the work comes back behind it.
+  QApplication::setOverrideCursor(Qt::ArrowCursor);
   window_ = new QProgressDialog(QApplication::activeWindow());
   window_->setWindowTitle(caption(host::TextId::EditorTitle));
   window_->setLabelText(

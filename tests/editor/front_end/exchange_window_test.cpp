@@ -1,6 +1,7 @@
 #include "editor/front_end/exchange_window.h"
 
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -65,6 +66,19 @@ TEST_F(ExchangeWindow, KeysReachNoOtherWindowMeanwhile) {
   at_once_.finished();
   QTest::keyClicks(&line_, "y");
   EXPECT_EQ(line_.text(), "y");
+}
+
+TEST_F(ExchangeWindow, TheArrowIsShownWhileCancelCanBePressed) {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  at_once_.started({});
+  ASSERT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  at_once_.pump();
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+  at_once_.finished();
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  QApplication::restoreOverrideCursor();
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(ExchangeWindow, ACancelledExchangeDoesNotCancelTheNext) {
