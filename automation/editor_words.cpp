@@ -21,7 +21,7 @@ Node& deviceOf(const Command& command) {
 }
 
 void require(const ActionResult& result) {
-  if (!result.done) throw Refusal(result.reason);
+  if (!result.done) throw Refusal(result.reason.ToUtf8());
 }
 
 void requireRoom(Session& session) {

@@ -9,6 +9,7 @@
 #include "automation/line_channel.h"
 #include "automation/options.h"
 #include "automation/session.h"
+#include "host/services/files.h"
 
 namespace {
 
@@ -17,6 +18,15 @@ constexpr int StartFailed = 2;
 int fail(const std::string& error) {
   std::fprintf(stderr, "lamp-script: %s\n", error.c_str());
   return StartFailed;
+}
+
+// What to do about a configuration that could not be read, where there is a way out.
+std::string adviceFor(const workbench::Workspace& workspace) {
+  if (!workspace.isConfigurationRefused() || !workspace.store().keptCopyOpens()) return {};
+  const auto kept = host::keptCopy(workspace.store().file()).string();
+  return "\n" + XCBasicString::Format(XCLoadString(host::TextId::KeptCopyAdvice),
+                                      XCBasicString::FromUtf8(kept))
+                    .ToUtf8();
 }
 
 int run(int argc, char** argv) {
@@ -34,7 +44,7 @@ int run(int argc, char** argv) {
   automation::LineChannel lines(STDIN_FILENO, STDOUT_FILENO);
   automation::Session session(lines);
   workbench::Workspace workspace(workbench::ProgramPaths::ofThisProgram(), options.workspace);
-  if (!workspace.open(session, error)) return fail(error);
+  if (!workspace.open(session, error)) return fail(error + adviceFor(workspace));
   if (workspace.store().isReadOnly())
     std::fprintf(stderr, "lamp-script: %s\n", workspace.store().readOnlyReason().c_str());
   session.run(workspace);

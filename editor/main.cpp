@@ -8,6 +8,7 @@
 #include "editor/tour/journey.h"
 #include "editor/tour/tour_screen.h"
 #include "editor/window/main_window.h"
+#include "editor/window/start.h"
 #include "host/services/setup.h"
 
 namespace {
@@ -74,7 +75,10 @@ int main(int argc, char** argv) {
   ExchangeWindow exchange;
   workbench::Workspace workspace(paths, options.workspace);
   std::string cause;
-  if (!workspace.open(frontEnd, cause)) return fail(cause);
+  // Nobody answers a question on a tour.
+  const bool isOpen = options.tour.empty() ? openAsking(workspace, frontEnd, cause)
+                                           : workspace.open(frontEnd, cause);
+  if (!isOpen) return fail(cause);
   workspace.channel().setProgress(&exchange);
   setTourAddress(options.tourAddress);
 

@@ -2,48 +2,96 @@
 
 #include <utility>
 
+#include "host/resources/texts.h"
 #include "host/services/files.h"
 #include "host/services/setup.h"
 
 namespace workbench {
 namespace {
 
+namespace fs = std::filesystem;
+using host::TextId;
+
 const host::XmlName Root("configuration");
 constexpr const char* Parts[] = {"commSystem", "deviceGroups", "viewSetups"};
 
+XCBasicString shown(const fs::path& path) {
+  return XCBasicString::FromUtf8(path.string());
+}
+
+template <class... Arguments>
+bool failed(std::string& cause, TextId text, const Arguments&... arguments) {
+  cause = XCBasicString::Format(XCLoadString(text), arguments...).ToUtf8();
+  return false;
+}
+
 }  // namespace
 
-bool ConfigurationStore::open(std::string& cause) {
-  if (!host::fileSystem().exists(folder_)) {
-    std::string why;
-    if (!host::fileSystem().makeFolder(folder_, why)) {
-      cause = "can't make the folder \"" + folder_.string() + "\": " + why;
-      return false;
-    }
+bool ConfigurationStore::makeFolder(std::string& cause) const {
+  std::string why;
+  return host::fileSystem().exists(folder_) || host::fileSystem().makeFolder(folder_, why) ||
+         failed(cause, TextId::FolderNotMade, shown(folder_), XCBasicString::FromUtf8(why));
+}
+
+// A program that was killed while it saved left the new file behind, or the name of the version
+// before that it was about to give, which nobody reads. Whoever holds the lock knows that none is
+// being written now.
+void ConfigurationStore::removeLeftovers() const {
+  const std::string own = file().filename().string() + ".";
+  std::string ignored;
+  for (const fs::path& path : host::fileSystem().list(folder_, "")) {
+    const std::string name = path.filename().string();
+    if (name.starts_with(own + "new-") || (name.starts_with(own) && name.ends_with(".new")))
+      host::fileSystem().remove(path, ignored);
   }
-  XmlDocument content;
-  if (host::fileSystem().exists(file())) {
-    host::XmlError error;
-    if (!content.Load(file(), &error)) {
-      cause = "the configuration \"" + file().string() + "\" can't be read: " + error.text() +
-              ". Correct the file or put \"" + host::keptCopy(file()).filename().string() +
-              "\" in its place";
-      return false;
-    }
-    if (content.Root()->Tag() != Root.text()) {
-      cause = "\"" + file().string() + "\" is no configuration: its root element is \"" +
-              std::string(content.Root()->Tag()) + "\", not \"configuration\"";
-      return false;
-    }
-  } else {
-    content.Create(Root);
+}
+
+bool ConfigurationStore::read(const fs::path& file, XmlDocument& content, std::string& cause) {
+  host::XmlError error;
+  if (!content.Load(file, &error)) {
+    const XCBasicString why = XCBasicString::FromUtf8(error.cause);
+    if (error.line == 0) return failed(cause, TextId::FileNotRead, shown(file), why);
+    return failed(cause, TextId::ConfigurationMalformed, shown(file), error.line, error.column,
+                  why);
   }
+  const std::string root(content.Root()->Tag());
+  return root == Root.text() ||
+         failed(cause, TextId::NoConfiguration, shown(file), XCBasicString::FromUtf8(root));
+}
+
+void ConfigurationStore::take(XmlDocument content) {
   for (const char* part : Parts)
     if (content.Root()->Node(part) == nullptr) content.Root()->NewChild(part);
   XCMainCfg::Get().Document() = std::move(content);
   onDisk_ = text();
   loaded_ = true;
-  lock_.take(folder_ / "configuration.lock", patience_);
+}
+
+// The lock is taken first: what is loaded is then what no other program will change.
+bool ConfigurationStore::open(std::string& cause) {
+  if (!makeFolder(cause)) return false;
+  if (lock_.take(folder_ / "configuration.lock", patience_)) removeLeftovers();
+  XmlDocument content;
+  if (!host::fileSystem().exists(file()))
+    content.Create(Root);
+  else if (!read(file(), content, cause))
+    return false;
+  take(std::move(content));
+  recovered_ = false;
+  return true;
+}
+
+bool ConfigurationStore::keptCopyOpens() const {
+  XmlDocument content;
+  std::string ignored;
+  return read(host::keptCopy(file()), content, ignored);
+}
+
+bool ConfigurationStore::openKeptCopy(std::string& cause) {
+  XmlDocument content;
+  if (!read(host::keptCopy(file()), content, cause)) return false;
+  take(std::move(content));
+  recovered_ = true;
   return true;
 }
 
@@ -52,23 +100,34 @@ std::string ConfigurationStore::text() const {
 }
 
 std::string ConfigurationStore::readOnlyReason() const {
-  if (!isReadOnly()) return {};
-  return "the configuration in \"" + folder_.string() + "\" can only be read: " + lock_.problem();
+  std::string reason;
+  if (isReadOnly()) failed(reason, TextId::ConfigurationReadOnly, shown(folder_), lock_.problem());
+  return reason;
+}
+
+fs::path ConfigurationStore::damagedCopy() const {
+  const fs::path first = file().string() + ".damaged";
+  fs::path copy = first;
+  for (int number = 2; host::fileSystem().exists(copy); ++number)
+    copy = first.string() + "-" + std::to_string(number);
+  return copy;
 }
 
 bool ConfigurationStore::saveIfDifferent(std::string& cause) {
-  if (!loaded_) {
-    cause = "no configuration is open";
-    return false;
-  }
+  if (!loaded_) return failed(cause, TextId::NoConfigurationOpen);
   std::string now = text();
   if (now == onDisk_) return true;
   if (isReadOnly()) {
     cause = readOnlyReason();
     return false;
   }
-  if (!host::saveWhole(file(), now, cause)) return false;
+  std::string why;
+  // The version before is the good one as long as the file is the damaged one: it stays.
+  const fs::path copy = recovered_ ? damagedCopy() : host::keptCopy(file());
+  if (!host::saveWholeKeeping(file(), now, copy, why))
+    return failed(cause, TextId::FileNotWritten, shown(file()), XCBasicString::FromUtf8(why));
   onDisk_ = std::move(now);
+  recovered_ = false;
   return true;
 }
 

@@ -10,7 +10,8 @@
 namespace workbench {
 
 /// The configuration on disk: "configuration.xml" in a folder, with the version before beside it.
-/// Its content is the document of XCMainCfg. One program at a time may write.
+/// Its content is the document of XCMainCfg. One program at a time may write. Every cause is a
+/// whole sentence in the language in force, with the path of the file.
 class ConfigurationStore {
  public:
   /// @p patience is how long to wait for another program that is about to end.
@@ -18,10 +19,19 @@ class ConfigurationStore {
                               std::chrono::milliseconds patience = std::chrono::milliseconds(500))
       : folder_(std::move(folder)), patience_(patience) {}
 
-  /// Loads the configuration into XCMainCfg and takes the right to write. A missing file is an
+  /// Takes the right to write and loads the configuration into XCMainCfg. A missing file is an
   /// empty configuration. False, with file, line and cause in @p cause, for a file that is no
-  /// configuration; it is then never written.
+  /// configuration; it is then never written, and XCMainCfg stays as it was. May be called again,
+  /// to ask for the right to write once more and take up what another program saved.
   bool open(std::string& cause);
+
+  /// Whether the version before could be opened in place of a file that could not.
+  bool keptCopyOpens() const;
+  /// Loads the version before, after open() failed. Nothing is written until the configuration is
+  /// changed; the file that could not be read then stays beside it as damagedCopy().
+  bool openKeptCopy(std::string& cause);
+  /// Whether what is loaded is the version before, and nothing was saved since.
+  bool isRecovered() const { return recovered_; }
 
   /// The configuration as it would be saved.
   std::string text() const;
@@ -35,12 +45,21 @@ class ConfigurationStore {
 
   std::filesystem::path file() const { return folder_ / "configuration.xml"; }
   const std::filesystem::path& folder() const { return folder_; }
+  /// Where a file that could not be read is put aside: "configuration.xml.damaged", or the same
+  /// with "-2", "-3" ... when there is one already.
+  std::filesystem::path damagedCopy() const;
 
  private:
+  bool makeFolder(std::string& cause) const;
+  void removeLeftovers() const;
+  static bool read(const std::filesystem::path& file, XmlDocument& content, std::string& cause);
+  void take(XmlDocument content);
+
   std::filesystem::path folder_;
   std::chrono::milliseconds patience_;
   FileLock lock_;
   bool loaded_ = false;
+  bool recovered_ = false;
   std::string onDisk_;
 };
 

@@ -18,14 +18,10 @@ const XCBasicString& lampManager() {
   return XCDriverDeviceZelLampManager::GetThisClass().type;
 }
 
-std::string shown(const Node& device) {
-  return "the device \"" + device.Value("name").ToUtf8() + "\"";
-}
-
 ActionResult findDialog(const char* name, const host::DeviceDialogClass*& found) {
   found = host::findDeviceDialog(name);
   if (found != nullptr) return {};
-  return ActionResult::refused("the plug-in has no dialog \"" + std::string(name) + "\"");
+  return ActionResult::refused(TextId::DialogMissing, XCBasicString::FromUtf8(name));
 }
 
 Node& commSystem() {
@@ -38,21 +34,13 @@ Node& commSystem() {
 
 ActionResult DeviceActions::canDefine(const Node* device) const {
   if (device != nullptr && !(device->Value("driver") == lampManager()))
-    return ActionResult::refused(shown(*device) + " is no lamp manager");
-  if (store_.isReadOnly()) return ActionResult::refused(store_.readOnlyReason());
-  return {};
+    return ActionResult::refused(TextId::NoLampManager, device->Value("name"));
+  return ActionResult::ifWritable(store_);
 }
 
 void DeviceActions::finish(CWnd* parent) {
   catalogue_.invalidate();
-  std::string cause;
-  if (store_.saveIfDifferent(cause)) return;
-  host::services().frontEnd().ask(
-      {parent,
-       XCBasicString::Format(XCLoadString(TextId::FileNotWritten),
-                             XCBasicString::FromUtf8(store_.file().string()),
-                             XCBasicString::FromUtf8(cause)),
-       host::MessageButtons::ok, host::MessageIcon::error});
+  saveOrTell(store_, parent);
 }
 
 ActionResult DeviceActions::newDevice(CWnd* parent) {
@@ -86,7 +74,7 @@ ActionResult DeviceActions::modifyDevice(CWnd* parent, Node& device) {
 }
 
 ActionResult DeviceActions::removeDevice(CWnd* parent, Node& device) {
-  if (store_.isReadOnly()) return ActionResult::refused(store_.readOnlyReason());
+  if (ActionResult result = ActionResult::ifWritable(store_); !result.done) return result;
   const XCBasicString name = device.Value("name");
   Node& root = *XCMainCfg::Get().Root();
   root.RemoveChild(&device);
@@ -100,11 +88,11 @@ ActionResult DeviceActions::driverOf(const Node& device, XCDriver*& driver,
                                      const host::DriverRegistration*& registration) const {
   registration = host::findRegistration(device.Value("driver"));
   if (registration == nullptr)
-    return ActionResult::refused("no plug-in serves the driver \"" +
-                                 device.Value("driver").ToUtf8() + "\" of " + shown(device));
+    return ActionResult::refused(TextId::DriverNotServed, device.Value("driver"),
+                                 device.Value("name"));
   driver = catalogue_.find(device.Value("id"));
   if (driver == nullptr)
-    return ActionResult::refused(shown(device) + " has no id in the configuration");
+    return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
   return {};
 }
 
@@ -112,8 +100,7 @@ ActionResult DeviceActions::configure(CWnd* parent, Node& device) {
   XCDriver* driver = nullptr;
   const host::DriverRegistration* registration = nullptr;
   if (ActionResult result = driverOf(device, driver, registration); !result.done) return result;
-  if (registration->configure == nullptr)
-    return ActionResult::refused("the plug-in has nothing to configure");
+  if (registration->configure == nullptr) return ActionResult::refused(TextId::NothingToConfigure);
   registration->configure(parent, driver);
   finish(parent);
   return {};
@@ -125,7 +112,7 @@ ActionResult DeviceActions::list(CWnd* parent, Node& device, ListCallback which,
   const host::DriverRegistration* registration = nullptr;
   if (ActionResult found = driverOf(device, driver, registration); !found.done) return found;
   const auto callback = which == ListCallback::A ? registration->listA : registration->listB;
-  if (callback == nullptr) return ActionResult::refused("the plug-in has no such list callback");
+  if (callback == nullptr) return ActionResult::refused(TextId::NoListCallback);
   result = callback(parent, driver, names, flags, 0, {});
   return {};
 }
@@ -136,7 +123,7 @@ ActionResult DeviceActions::updateNodes(CWnd* parent, Node& device) {
   if (ActionResult result = canDefine(&device); !result.done) return result;
   const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
   if (dialog == nullptr)
-    return ActionResult::refused(shown(device) + " has no id in the configuration");
+    return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
   dialog->DoModal();
   finish(parent);
   return {};

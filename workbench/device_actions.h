@@ -1,22 +1,14 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "host/dialogs/wnd.h"
 #include "host/services/drivers.h"
 #include "host/xml/xml_document.h"
-#include "workbench/configuration_store.h"
+#include "workbench/action_result.h"
 #include "workbench/device_catalogue.h"
 
 namespace workbench {
-
-/// What became of an action: done, or not possible with a reason for the person.
-struct ActionResult {
-  bool done = true;
-  std::string reason;
-  static ActionResult refused(std::string why) { return {false, std::move(why)}; }
-};
 
 enum class ListCallback { A, B };
 

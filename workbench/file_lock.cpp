@@ -8,20 +8,27 @@
 #include <system_error>
 #include <thread>
 
+#include "host/resources/texts.h"
+
 namespace workbench {
 namespace {
 
-std::string reason(int error) {
-  return std::generic_category().message(error);
+using host::TextId;
+
+XCBasicString failure(TextId text, const std::filesystem::path& file, int error) {
+  return XCBasicString::Format(XCLoadString(text), XCBasicString::FromUtf8(file.string()),
+                               XCBasicString::FromUtf8(std::generic_category().message(error)));
 }
 
-// The number that the holder wrote into the file.
-std::string holderOf(int descriptor) {
+// Who has it open, by the number that the holder wrote into the file.
+XCBasicString holderOf(int descriptor) {
   char digits[32];
   const ssize_t count = ::pread(descriptor, digits, sizeof digits, 0);
   std::string number;
   for (ssize_t i = 0; i < count && digits[i] >= '0' && digits[i] <= '9'; ++i) number += digits[i];
-  return number.empty() ? "another program" : "another program (process " + number + ")";
+  if (number.empty()) return XCLoadString(TextId::AnotherProgramHasItOpen);
+  return XCBasicString::Format(XCLoadString(TextId::ProcessHasItOpen),
+                               XCBasicString::FromUtf8(number));
 }
 
 // Gives 0 or the system's error. The system can't wait for a lock with a limit.
@@ -45,12 +52,12 @@ bool FileLock::take(const std::filesystem::path& file, std::chrono::milliseconds
   if (isHeld()) return true;
   const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (descriptor < 0) {
-    problem_ = "can't write \"" + file.string() + "\": " + reason(errno);
+    problem_ = failure(TextId::FileNotWritten, file, errno);
     return false;
   }
   if (const int error = lock(descriptor, patience); error != 0) {
-    problem_ = error == EWOULDBLOCK ? holderOf(descriptor) + " has it open"
-                                    : "can't lock \"" + file.string() + "\": " + reason(error);
+    problem_ =
+        error == EWOULDBLOCK ? holderOf(descriptor) : failure(TextId::FileNotLocked, file, error);
     ::close(descriptor);
     return false;
   }
@@ -59,7 +66,7 @@ bool FileLock::take(const std::filesystem::path& file, std::chrono::milliseconds
   if (::ftruncate(descriptor, 0) == 0)
     static_cast<void>(::pwrite(descriptor, number.data(), number.size(), 0) == 0);
   descriptor_ = descriptor;
-  problem_.clear();
+  problem_.Empty();
   return true;
 }
 

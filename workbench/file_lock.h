@@ -2,7 +2,8 @@
 
 #include <chrono>
 #include <filesystem>
-#include <string>
+
+#include "host/text/basic_string.h"
 
 namespace workbench {
 
@@ -19,12 +20,12 @@ class FileLock {
   /// process holds it or the file can't be made; problem() then tells which.
   bool take(const std::filesystem::path& file, std::chrono::milliseconds patience = {});
   bool isHeld() const { return descriptor_ >= 0; }
-  /// Why take() failed: who holds the lock, or the system's reason.
-  const std::string& problem() const { return problem_; }
+  /// Why take() failed, in the language in force: who holds the lock, or the system's reason.
+  const XCBasicString& problem() const { return problem_; }
 
  private:
   int descriptor_ = -1;
-  std::string problem_;
+  XCBasicString problem_;
 };
 
 }  // namespace workbench

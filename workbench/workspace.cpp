@@ -33,7 +33,13 @@ bool Workspace::open(host::FrontEnd& frontEnd, std::string& cause) {
   XCVarnisSetup::Get().SetImageFolder(paths_.images);
   host::setDriverRegistry(&catalogue_);
   XCMainCfg::Get().SetChangeListener([this] { catalogue_.invalidate(); });
-  return store_.open(cause) && plugin_.load(options_.plugin, cause);
+  configurationRefused_ = !store_.open(cause);
+  return !configurationRefused_ && plugin_.load(options_.plugin, cause);
+}
+
+bool Workspace::openKeptCopy(std::string& cause) {
+  configurationRefused_ = !store_.openKeptCopy(cause);
+  return !configurationRefused_ && plugin_.load(options_.plugin, cause);
 }
 
 }  // namespace workbench

@@ -40,8 +40,13 @@ class Workspace {
   /// Loads the texts, installs the services with @p frontEnd, which must outlive this object,
   /// opens the configuration and loads the plug-in. False with a cause when one of them fails.
   bool open(host::FrontEnd& frontEnd, std::string& cause);
+  /// Whether open() failed because of the configuration. With the version before, where
+  /// store().keptCopyOpens(), openKeptCopy() goes on from there.
+  bool isConfigurationRefused() const { return configurationRefused_; }
+  bool openKeptCopy(std::string& cause);
 
   ConfigurationStore& store() { return store_; }
+  const ConfigurationStore& store() const { return store_; }
   DeviceCatalogue& catalogue() { return catalogue_; }
   DeviceActions& actions() { return actions_; }
   HttpCommandChannel& channel() { return channel_; }
@@ -60,6 +65,7 @@ class Workspace {
   DeviceCatalogue catalogue_;
   DeviceActions actions_{store_, catalogue_};
   Plugin plugin_;
+  bool configurationRefused_ = false;
 };
 
 }  // namespace workbench

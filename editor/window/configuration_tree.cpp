@@ -102,11 +102,12 @@ void ConfigurationTree::reopen(const QModelIndex& parent, const QStringList& ope
   }
 }
 
-void ConfigurationTree::reload() {
+void ConfigurationTree::reload(const std::function<void()>& change) {
   QStringList open;
   collectOpen({}, open);
   const QString chosen = current().isValid() ? model_.key(current()) : QString();
   reloading_ = true;
+  if (change) change();
   model_.reload();
   reopen({}, open, chosen);
   openBranches();

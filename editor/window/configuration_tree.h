@@ -26,8 +26,9 @@ class ConfigurationTree : public QWidget {
   /// The device chosen, or the one whose child device is; null for anything else.
   XmlDocument::XmlNode* chosenDevice() const;
 
-  /// Reads the configuration again; what was open and chosen stays so.
-  void reload();
+  /// Reads the configuration again; what was open and chosen stays so. @p change, where given, may
+  /// replace all elements.
+  void reload(const std::function<void()>& change = {});
   void chooseDevice(std::u16string_view id);
   void retranslate();
 

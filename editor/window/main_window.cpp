@@ -14,14 +14,15 @@
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
-#include <algorithm>
 
 #include "editor/images.h"
 #include "editor/qt_text.h"
+#include "editor/window/banner.h"
 #include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
 #include "editor/window/exchange_view.h"
 #include "editor/window/first_steps_page.h"
+#include "editor/window/start.h"
 #include "host/services/setup.h"
 
 namespace editor {
@@ -50,7 +51,8 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
       exchange_(exchange),
       preferences_(std::move(preferences)),
       texts_(std::move(texts)),
-      wnd_(*this) {
+      wnd_(*this),
+      actions_(this, [this] { return isBusy(); }) {
   setWindowIcon(imageIcon(XCVarnisSetup::Get().ProgramIDResource()));
   makeActions();
   makeWidgets();
@@ -77,36 +79,21 @@ MainWindow::~MainWindow() {
 
 // --- building
 
-QAction* MainWindow::addAction(TextId text, const char* image, std::function<void()> run) {
-  auto* action = new QAction(imageIcon(image), {}, this);
-  connect(action, &QAction::triggered, this, [this, run = std::move(run)] {
-    if (!frontEnd_.isBusy() && !exchange_.isRunning()) run();
-  });
-  actions_.push_back({text, action});
-  return action;
+bool MainWindow::isBusy() const {
+  return frontEnd_.isBusy() || exchange_.isRunning();
 }
 
 void MainWindow::makeActions() {
-  addAction(TextId::ActionNewDevice, "NEW-16.png", [this] {
-    newDevice();
-  })->setShortcut(QKeySequence::New);
-  addAction(TextId::ActionModify, "OPTIONS-16.png", [this] {
-    modifyDevice();
-  })->setShortcut(Qt::Key_F2);
-  addAction(TextId::ActionRemove, "REMOVE-16.png", [this] { removeDevice(); });
-  addAction(TextId::ActionOptions, "ZELLAMPMANAGER-50.png", [this] { configure(); });
-  addAction(TextId::ActionUpdateNodes, "4527.png", [this] {
-    updateNodes();
-  })->setShortcut(QKeySequence::Refresh);
-  addAction(TextId::ActionQuit, "EXIT-16.png", [this] {
-    close();
-  })->setShortcut(QKeySequence::Quit);
-}
-
-QAction* MainWindow::action(TextId text) const {
-  const auto found = std::find_if(actions_.begin(), actions_.end(),
-                                  [text](const NamedAction& entry) { return entry.text == text; });
-  return found == actions_.end() ? nullptr : found->action;
+  actions_.add(TextId::ActionNewDevice, "NEW-16.png", [this] { newDevice(); })
+      ->setShortcut(QKeySequence::New);
+  actions_.add(TextId::ActionModify, "OPTIONS-16.png", [this] { modifyDevice(); })
+      ->setShortcut(Qt::Key_F2);
+  actions_.add(TextId::ActionRemove, "REMOVE-16.png", [this] { removeDevice(); });
+  actions_.add(TextId::ActionOptions, "ZELLAMPMANAGER-50.png", [this] { configure(); });
+  actions_.add(TextId::ActionUpdateNodes, "4527.png", [this] { updateNodes(); })
+      ->setShortcut(QKeySequence::Refresh);
+  actions_.add(TextId::ActionQuit, "EXIT-16.png", [this] { close(); })
+      ->setShortcut(QKeySequence::Quit);
 }
 
 void MainWindow::makeWidgets() {
@@ -132,7 +119,9 @@ void MainWindow::makeWidgets() {
   right_->setStretchFactor(1, 2);
   auto* frame = new QWidget(this);
   auto* column = new QVBoxLayout(frame);
-  column->addWidget(splitter_);
+  banner_ = new Banner(frame);
+  column->addWidget(banner_);
+  column->addWidget(splitter_, 1);
   setCentralWidget(frame);
 
   tree_->onChosen = [this] { showChosen(); };
@@ -141,11 +130,15 @@ void MainWindow::makeWidgets() {
   };
   connect(&firstSteps_->button(), &QPushButton::clicked, action(TextId::ActionNewDevice),
           &QAction::trigger);
+  connect(&banner_->button(), &QPushButton::clicked, this, [this] {
+    if (!isBusy()) reopen();
+  });
 }
 
 void MainWindow::makeMenus() {
   const auto addMenu = [this](TextId text) {
     QMenu* menu = menuBar()->addMenu(QString());
+    menu->setToolTipsVisible(true);
     menus_.emplace_back(text, menu);
     return menu;
   };
@@ -162,7 +155,7 @@ void MainWindow::makeMenus() {
 
   QMenu* settings = addMenu(TextId::MenuSettings);
   const auto addSwitch = [&](TextId text, bool& preference, bool& inForce) {
-    QAction* entry = addAction(text, "", [] {});
+    QAction* entry = actions_.add(text, "", [] {});
     entry->setCheckable(true);
     entry->setChecked(inForce);
     connect(entry, &QAction::toggled, this,
@@ -195,26 +188,51 @@ void MainWindow::makeMenus() {
 }
 
 void MainWindow::retranslate() {
-  setWindowTitle(caption(TextId::EditorTitle) + " – " +
-                 QString::fromStdU16String(workspace_.store().folder().u16string()));
-  for (const NamedAction& entry : actions_) entry.action->setText(caption(entry.text));
+  actions_.retranslate();
   for (const auto& [text, menu] : menus_) menu->setTitle(caption(text));
   tabs_->setTabText(0, caption(TextId::TabExchanges));
   tabs_->setTabText(1, caption(TextId::TabNotices));
   exchanges_->retranslate();
   firstSteps_->retranslate();
   tree_->retranslate();
-  if (workspace_.store().isReadOnly())
-    statusBar()->addWidget(
-        new QLabel(caption(TextId::ReadOnlyConfiguration,
-                           XCBasicString::FromUtf8(workspace_.store().readOnlyReason())),
-                   this));
+  showStanding();
+}
+
+// How the configuration stands: whose it is, and whether it is the one that was wanted.
+void MainWindow::showStanding() {
+  const workbench::ConfigurationStore& store = workspace_.store();
+  const QString title =
+      caption(TextId::EditorTitle) + " – " + QString::fromStdU16String(store.folder().u16string());
+  setWindowTitle(store.isReadOnly() ? caption(TextId::ReadOnlyTitle, hostText(title)) : title);
+  if (store.isReadOnly()) {
+    banner_->showText(QString::fromStdString(store.readOnlyReason()), caption(TextId::TryAgain));
+  } else if (store.isRecovered()) {
+    const QString moment = momentOfKeptCopy(store);
+    banner_->showText(caption(TextId::RecoveredConfiguration, hostText(moment),
+                              store.damagedCopy().filename().u16string()));
+  } else {
+    banner_->showText({});
+  }
+}
+
+// The other program may have gone, and what it saved is worth having in any case.
+void MainWindow::reopen() {
+  panel_->showText({}, {});
+  std::string cause;
+  bool opened = false;
+  tree_->reload([&] {
+    opened = workspace_.store().open(cause);
+    workspace_.catalogue().invalidate();
+  });
+  showStanding();
+  if (!opened) return showResult({false, XCBasicString::FromUtf8(cause)});
+  if (workspace_.store().isReadOnly()) statusBar()->showMessage(banner_->text());
 }
 
 void MainWindow::setLanguage(const std::string& language) {
   std::string cause;
   if (!host::loadTexts(texts_, language, cause))
-    return showResult(workbench::ActionResult::refused(cause));
+    return showResult({false, XCBasicString::FromUtf8(cause)});
   preferences_.language = language;
   retranslate();
   panel_->rebuild();
@@ -228,7 +246,7 @@ void MainWindow::restorePlace() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (frontEnd_.isBusy() || exchange_.isRunning()) return event->ignore();
+  if (isBusy()) return event->ignore();
   save();
   preferences_.geometry = saveGeometry();
   preferences_.splitter = splitter_->saveState();
@@ -278,15 +296,14 @@ void MainWindow::updateNodes() {
 
 void MainWindow::showResult(const workbench::ActionResult& result) {
   if (result.done) return;
-  frontEnd_.ask({&wnd_, XCBasicString::FromUtf8(result.reason), host::MessageButtons::ok,
-                 host::MessageIcon::warning});
+  frontEnd_.ask({&wnd_, result.reason, host::MessageButtons::ok, host::MessageIcon::warning});
 }
 
 // --- what is shown
 
 void MainWindow::showChosen() {
   updateActions();
-  if (frontEnd_.isBusy() || exchange_.isRunning()) return;
+  if (isBusy()) return;
   if (XmlDocument::XmlNode* device = tree_->chosenDevice()) {
     panel_->showDevice(device, XCDriver::LockDriver(device->Value("id")));
     return pages_->setCurrentWidget(panel_);
@@ -308,31 +325,32 @@ void MainWindow::showChosen() {
 
 void MainWindow::updateActions() {
   const XmlDocument::XmlNode* device = tree_->chosenDevice();
-  const auto allow = [this](TextId text, const workbench::ActionResult& result, bool applies) {
-    QAction* entry = action(text);
-    entry->setEnabled(applies && result.done);
-    entry->setToolTip(result.done ? caption(text) : QString::fromStdString(result.reason));
+  using workbench::ActionResult;
+  const ActionResult create = workspace_.actions().canDefine(nullptr);
+  const auto chosen = [device](const ActionResult& result) {
+    return device == nullptr ? ActionResult::refused(TextId::NoDeviceChosen) : result;
   };
-  const workbench::ActionResult define = workspace_.actions().canDefine(device);
-  allow(TextId::ActionNewDevice, workspace_.actions().canDefine(nullptr), true);
-  allow(TextId::ActionModify, define, device != nullptr);
-  allow(TextId::ActionUpdateNodes, define, device != nullptr);
-  allow(TextId::ActionRemove, {}, device != nullptr && !workspace_.store().isReadOnly());
-  allow(TextId::ActionOptions, {}, device != nullptr);
+  const ActionResult define = chosen(workspace_.actions().canDefine(device));
+  actions_.allow(TextId::ActionNewDevice, create);
+  actions_.allow(TextId::ActionModify, define);
+  actions_.allow(TextId::ActionUpdateNodes, define);
+  actions_.allow(TextId::ActionRemove, chosen(ActionResult::ifWritable(workspace_.store())));
+  actions_.allow(TextId::ActionOptions, chosen({}));
+  firstSteps_->button().setEnabled(create.done);
+  firstSteps_->button().setToolTip(qtText(create.reason));
 }
 
 void MainWindow::reload() {
-  if (frontEnd_.isBusy() || exchange_.isRunning()) return;  // again when it has gone
+  if (isBusy()) return;  // again when it has gone
+  showStanding();
   tree_->reload();
 }
 
 // A page may have changed the device's element; the panel's buttons don't go through DeviceActions.
 void MainWindow::save() {
   std::string cause;
-  if (workspace_.store().isReadOnly() || workspace_.store().saveIfDifferent(cause)) return;
-  statusBar()->showMessage(caption(TextId::FileNotWritten,
-                                   XCBasicString(workspace_.store().file().u16string()),
-                                   XCBasicString::FromUtf8(cause)));
+  if (!workspace_.store().saveIfDifferent(cause))
+    statusBar()->showMessage(QString::fromStdString(cause));
 }
 
 void MainWindow::noteMessage(const host::PostedMessage& message) {

@@ -8,6 +8,7 @@
 #include "editor/front_end/qt_front_end.h"
 #include "editor/front_end/widget_wnd.h"
 #include "editor/window/editor_preferences.h"
+#include "editor/window/window_actions.h"
 #include "workbench/workspace.h"
 
 class QListWidget;
@@ -17,6 +18,7 @@ class QTabWidget;
 
 namespace editor {
 
+class Banner;
 class ConfigurationTree;
 class DevicePanel;
 class ExchangeView;
@@ -33,7 +35,8 @@ class MainWindow : public QMainWindow {
   ConfigurationTree& tree() const { return *tree_; }
   DevicePanel& panel() const { return *panel_; }
   QTabWidget& tabs() const { return *tabs_; }
-  QAction* action(host::TextId text) const;
+  QAction* action(host::TextId text) const { return actions_.find(text); }
+  Banner& banner() const { return *banner_; }
 
   /// Chooses another language for everything that is shown from now on.
   void setLanguage(const std::string& language);
@@ -42,15 +45,9 @@ class MainWindow : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  struct NamedAction {
-    host::TextId text;
-    QAction* action;
-  };
-
   void makeActions();
   void makeWidgets();
   void makeMenus();
-  QAction* addAction(host::TextId text, const char* image, std::function<void()> run);
   void retranslate();
   void restorePlace();
 
@@ -63,6 +60,9 @@ class MainWindow : public QMainWindow {
   void showResult(const workbench::ActionResult& result);
   void showChosen();
   void updateActions();
+  void showStanding();
+  void reopen();
+  bool isBusy() const;
   void reload();
   void save();
   void noteMessage(const host::PostedMessage& message);
@@ -73,8 +73,9 @@ class MainWindow : public QMainWindow {
   EditorPreferences preferences_;
   std::filesystem::path texts_;
   WidgetWnd wnd_;
-  std::vector<NamedAction> actions_;
+  WindowActions actions_;
   std::vector<std::pair<host::TextId, QMenu*>> menus_;
+  Banner* banner_ = nullptr;
   ConfigurationTree* tree_ = nullptr;
   QSplitter* splitter_ = nullptr;
   QSplitter* right_ = nullptr;

@@ -7,15 +7,17 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <utility>
 #include <system_error>
+#include <utility>
 
 namespace host {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string reason(int error) { return std::generic_category().message(error); }
+std::string reason(int error) {
+  return std::generic_category().message(error);
+}
 
 bool failed(std::string& cause, int error) {
   cause = reason(error);
@@ -142,30 +144,33 @@ FileSystem& fileSystem() {
   return installed != nullptr ? *installed : real;
 }
 
-void setFileSystem(FileSystem* replacement) { installed = replacement; }
-
-bool readFile(const fs::path& file, std::size_t limit, std::string& content, std::string& cause) {
-  std::string why;
-  if (fileSystem().read(file, limit, content, why)) return true;
-  cause = "can't read \"" + file.string() + "\": " + why;
-  return false;
+void setFileSystem(FileSystem* replacement) {
+  installed = replacement;
 }
 
-fs::path keptCopy(const fs::path& file) { return sibling(file, ".previous"); }
+bool readFile(const fs::path& file, std::size_t limit, std::string& content, std::string& cause) {
+  return fileSystem().read(file, limit, content, cause);
+}
+
+fs::path keptCopy(const fs::path& file) {
+  return sibling(file, ".previous");
+}
 
 bool saveWhole(const fs::path& file, std::string_view content, std::string& cause) {
+  return saveWholeKeeping(file, content, keptCopy(file), cause);
+}
+
+bool saveWholeKeeping(const fs::path& file, std::string_view content, const fs::path& copy,
+                      std::string& cause) {
   static std::atomic<unsigned> count = 0;
   const fs::path fresh =
       sibling(file, ".new-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
   FileSystem& files = fileSystem();
-  std::string why;
-  const bool done = files.writeNew(fresh, content, why) &&
-                    (!files.exists(file) || files.keep(file, keptCopy(file), why)) &&
-                    files.replace(fresh, file, why);
-  if (done) return true;
+  if (files.writeNew(fresh, content, cause) &&
+      (!files.exists(file) || files.keep(file, copy, cause)) && files.replace(fresh, file, cause))
+    return true;
   std::string ignored;
   files.remove(fresh, ignored);
-  cause = "can't write \"" + file.string() + "\": " + why;
   return false;
 }
 

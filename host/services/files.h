@@ -42,15 +42,21 @@ HOST_API FileSystem& fileSystem();
 /// Puts another one in force, which must outlive its use; null restores the real one.
 HOST_API void setFileSystem(FileSystem* replacement);
 
-/// Reads a whole file of at most @p limit bytes. False with a text in @p cause when it can't.
+/// Reads a whole file of at most @p limit bytes. False with the reason in @p cause when it can't;
+/// the reason does not name the file, which the caller's own text does.
 HOST_API bool readFile(const std::filesystem::path& file, std::size_t limit, std::string& content,
                        std::string& cause);
 
 /// Writes @p content to a new file in the same folder, flushes it, and renames it over @p file; the
 /// version before stays beside it as keptCopy(file). At every moment the name holds the old content
-/// or the new one, whole. False with a text in @p cause when it can't; the old content then stays.
+/// or the new one, whole. False with the reason in @p cause, without the file's name, when it
+/// can't; the old content then stays.
 HOST_API bool saveWhole(const std::filesystem::path& file, std::string_view content,
                         std::string& cause);
+
+/// As saveWhole; the version before stays as @p copy, in the same folder.
+HOST_API bool saveWholeKeeping(const std::filesystem::path& file, std::string_view content,
+                               const std::filesystem::path& copy, std::string& cause);
 
 /// Where saveWhole keeps the version before: the file's name with ".previous" behind it.
 HOST_API std::filesystem::path keptCopy(const std::filesystem::path& file);

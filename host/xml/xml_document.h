@@ -34,7 +34,7 @@ struct XmlError {
 /// What a document may hold to be read.
 struct XmlLimits {
   std::size_t bytes = 64U * 1024 * 1024;
-  std::size_t depth = 64;  ///< the root is depth 1
+  std::size_t depth = 64;    ///< the root is depth 1
   std::size_t names = 4096;  ///< different names of elements and attributes
 };
 
@@ -67,11 +67,12 @@ class HOST_API XmlDocument {
   /// limits: it then returns false, tells why in @p error, and leaves the document as it was.
   bool Parse(std::string utf8, host::XmlError* error = nullptr, const host::XmlLimits& limits = {});
 
-  /// As Parse, with the content of a file. A file that can't be read is an error at offset 0.
+  /// As Parse, with the content of a file. A file that can't be read is an error at line 0 whose
+  /// cause is the system's reason, without the file's name.
   bool Load(const std::filesystem::path& file, host::XmlError* error = nullptr);
 
   /// Writes the document to @p file, whole or not at all, and keeps the version before beside it
-  /// (see host::saveWhole). Returns false and a text in @p cause when it can't.
+  /// (see host::saveWhole). Returns false and the reason in @p cause when it can't.
   bool Save(const std::filesystem::path& file, std::string* cause = nullptr) const;
 
   enum class Layout { compact, indented };

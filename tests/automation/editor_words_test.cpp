@@ -103,11 +103,9 @@ TEST_F(EditorWordTest, WordsWorkWhileDialogsAndMessagesAreOpen) {
 
 TEST_F(EditorWordTest, WhatThePlugInLacksIsRefused) {
   EXPECT_EQ(refused({{"do", "editor.updateNodes"}, {"device", "North"}}),
-            "the plug-in has no dialog \"XCUpdateNodesZelLampManager\"");
-  EXPECT_EQ(refused({{"do", "editor.configure"}, {"device", "Meter"}}),
-            "no plug-in serves the driver \"TCP\" of the device \"Meter\"");
-  EXPECT_EQ(refused({{"do", "editor.modifyDevice"}, {"device", "Meter"}}),
-            "the device \"Meter\" is no lamp manager");
+            "[60321](XCUpdateNodesZelLampManager)");
+  EXPECT_EQ(refused({{"do", "editor.configure"}, {"device", "Meter"}}), "[60322](TCP,Meter)");
+  EXPECT_EQ(refused({{"do", "editor.modifyDevice"}, {"device", "Meter"}}), "[60320](Meter)");
 }
 
 TEST_F(EditorWordTest, AListCallbackAnswersAtOnceOrWithTheAnswerThatClosesItsMessage) {

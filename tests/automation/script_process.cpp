@@ -96,6 +96,11 @@ std::string ScriptProcess::readAll(int descriptor) {
   return text;
 }
 
+void ScriptProcess::kill() {
+  ::kill(process_, SIGKILL);
+  end();
+}
+
 int ScriptProcess::end() {
   if (process_ < 0) return status_;
   ::close(input_);

@@ -30,6 +30,8 @@ class ScriptProcess {
   /// A control of the dialog in front, by its name; a test failure when there is none.
   nlohmann::json control(const std::string& name);
 
+  /// Kills the program where it stands.
+  void kill();
   /// Ends the input, reads what is still written, and gives the exit status.
   int end();
   /// What was written between the last answer and the end.

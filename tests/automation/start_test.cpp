@@ -72,6 +72,19 @@ TEST(Start, ABrokenConfigurationIsToldAndStays) {
   EXPECT_EQ(folder.read("configuration.xml"), "<configuration>\n<");
 }
 
+TEST(Start, OfABrokenConfigurationTheVersionBeforeIsNamedWhereItIsWhole) {
+  const support::TempFolder folder;
+  folder.write("configuration.xml", "<configuration>\n<");
+  const std::vector<std::string> arguments = {"--config", folder.path().string(), "--plugin",
+                                              LAMP_TEST_PLUGIN};
+  EXPECT_THAT(startWith(arguments).errors, testing::Not(HasSubstr(".previous")));
+  folder.write("configuration.xml.previous", "<configuration/>");
+  EXPECT_THAT(startWith(arguments).errors,
+              HasSubstr((folder / "configuration.xml.previous").string()));
+  EXPECT_EQ(folder.read("configuration.xml"), "<configuration>\n<");
+  EXPECT_EQ(folder.read("configuration.xml.previous"), "<configuration/>");
+}
+
 TEST(Start, HelpIsPrinted) {
   ScriptProcess script({"--help"});
   EXPECT_EQ(script.end(), 0);
@@ -85,6 +98,19 @@ TEST(Start, OptionsTakeTheirValueBehindAnEqualsSignToo) {
   ScriptProcess script(
       {"--config=" + folder.path().string(), std::string("--plugin=") + LAMP_TEST_PLUGIN});
   script.ok({{"do", "editor.posted"}});
+}
+
+TEST(Start, AProgramThatWasKilledLocksNobodyOut) {
+  const support::TempFolder folder;
+  const std::vector<std::string> arguments = {"--config", folder.path().string(), "--plugin",
+                                              LAMP_TEST_PLUGIN};
+  ScriptProcess first(arguments);
+  first.ok({{"do", "editor.posted"}});
+  first.kill();
+  ScriptProcess second(arguments);
+  second.ok({{"do", "editor.newDevice"}});
+  EXPECT_EQ(second.end(), 0);
+  EXPECT_EQ(second.errors(), "");
 }
 
 TEST(Start, ASecondProgramOnTheConfigurationCanOnlyRead) {

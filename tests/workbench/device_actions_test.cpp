@@ -215,17 +215,16 @@ TEST_F(DeviceActionsTest, CallbacksGetTheDevicesDriver) {
 
 TEST_F(DeviceActionsTest, WhatIsNotThereIsRefusedWithAReason) {
   run([&] { return actions.configure(nullptr, *device(u"North")); });
-  EXPECT_EQ(result.reason,
-            "no plug-in serves the driver \"ZELLAMPMANAGER\" of the device \"North\"");
+  EXPECT_EQ(result.reason, u"[60322](ZELLAMPMANAGER,North)");
   run([&] { return actions.modifyDevice(nullptr, *device(u"Meter")); });
-  EXPECT_EQ(result.reason, "the device \"Meter\" is no lamp manager");
+  EXPECT_EQ(result.reason, u"[60320](Meter)");
   run([&] { return actions.updateNodes(nullptr, *device(u"Meter")); });
   EXPECT_FALSE(result.done);
   host::unregisterModule(module);
   run([&] { return actions.newDevice(nullptr); });
-  EXPECT_EQ(result.reason, "the plug-in has no dialog \"XCDlgNewModifyZelLampManager\"");
+  EXPECT_EQ(result.reason, u"[60321](XCDlgNewModifyZelLampManager)");
   run([&] { return actions.updateNodes(nullptr, *device(u"North")); });
-  EXPECT_EQ(result.reason, "the plug-in has no dialog \"XCUpdateNodesZelLampManager\"");
+  EXPECT_EQ(result.reason, u"[60321](XCUpdateNodesZelLampManager)");
 }
 
 TEST_F(DeviceActionsTest, ADialogThatThePlugInCantMakeIsRefused) {
@@ -233,7 +232,7 @@ TEST_F(DeviceActionsTest, ADialogThatThePlugInCantMakeIsRefused) {
   module.deviceDialogs[1].create = [](CWnd*, Node*, Node*) { return std::unique_ptr<XCBaseDlg>(); };
   host::registerModule(module);
   run([&] { return actions.updateNodes(nullptr, *device(u"North")); });
-  EXPECT_EQ(result.reason, "the device \"North\" has no id in the configuration");
+  EXPECT_EQ(result.reason, u"[60323](North)");
 }
 
 TEST_F(DeviceActionsTest, AConfigurationThatCanOnlyBeReadIsNotDefinedUpon) {
@@ -242,9 +241,9 @@ TEST_F(DeviceActionsTest, AConfigurationThatCanOnlyBeReadIsNotDefinedUpon) {
   ASSERT_TRUE(second.open(cause));
   DeviceActions reading(second, catalogue);
   run([&] { return reading.newDevice(nullptr); });
-  EXPECT_EQ(result.reason, second.readOnlyReason());
+  EXPECT_EQ(result.reason.ToUtf8(), second.readOnlyReason());
   run([&] { return reading.removeDevice(nullptr, *device(u"North")); });
-  EXPECT_EQ(result.reason, second.readOnlyReason());
+  EXPECT_EQ(result.reason.ToUtf8(), second.readOnlyReason());
 }
 
 TEST_F(DeviceActionsTest, ASaveThatFailsIsShownAndTriedAgainWithTheNextAction) {
@@ -252,7 +251,8 @@ TEST_F(DeviceActionsTest, ASaveThatFailsIsShownAndTriedAgainWithTheNextAction) {
   files.fail(support::FaultyFiles::Operation::writeNew, "the disk is full");
   run([&] { return actions.removeDevice(nullptr, *device(u"North")); });
   EXPECT_EQ(driver.message().icon, host::MessageIcon::error);
-  EXPECT_NE(driver.message().text.find("the disk is full"), std::string::npos);
+  const std::string file = store.file().string();
+  EXPECT_EQ(driver.message().text, "[60033](" + file + ",the disk is full)") << "the path once";
   driver.answer(host::MessageAnswer::ok);
   EXPECT_EQ(onDisk(), Start);
   files.repair();

@@ -1,16 +1,20 @@
 #include "editor/window/main_window.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTreeView>
+#include <algorithm>
 #include <fstream>
 
 #include "editor/dialogs/dialog_window.h"
+#include "editor/window/banner.h"
 #include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
 #include "tests/support/temp_folder.h"
@@ -28,6 +32,19 @@ constexpr const char* OneDevice =
 class MainWindow : public testing::Test {
  protected:
   void open(const std::string& configuration) {
+    makeWorkspace(configuration);
+    std::string cause;
+    ASSERT_TRUE(workspace_->open(frontEnd_, cause)) << cause;
+    showWindow();
+  }
+  void openRecovered(const std::string& damaged) {
+    makeWorkspace(damaged);
+    std::string cause;
+    ASSERT_FALSE(workspace_->open(frontEnd_, cause));
+    ASSERT_TRUE(workspace_->openKeptCopy(cause)) << cause;
+    showWindow();
+  }
+  void makeWorkspace(const std::string& configuration) {
     std::ofstream(folder_.path() / "configuration.xml") << configuration;
     workbench::ProgramPaths paths;
     paths.texts = support::textsFolder();
@@ -37,8 +54,8 @@ class MainWindow : public testing::Test {
     options.configuration = folder_.path();
     options.verifyNew = options.verifyExisting = false;
     workspace_ = std::make_unique<workbench::Workspace>(paths, options);
-    std::string cause;
-    ASSERT_TRUE(workspace_->open(frontEnd_, cause)) << cause;
+  }
+  void showWindow() {
     window_ = std::make_unique<editor::MainWindow>(
         *workspace_, frontEnd_, exchange_, editor::EditorPreferences(), support::textsFolder());
     window_->show();
@@ -49,6 +66,7 @@ class MainWindow : public testing::Test {
     workspace_.reset();
   }
   QAction& action(TextId text) { return *window_->action(text); }
+  std::string onDisk() const { return folder_.read("configuration.xml"); }
   /// Does something once the modal window that @p opener opens is shown.
   void whileOpen(const std::function<void()>& opener, std::function<void()> script) {
     QTimer::singleShot(0, window_.get(), std::move(script));
@@ -65,9 +83,12 @@ class MainWindow : public testing::Test {
 
 TEST_F(MainWindow, AnEmptyConfigurationOffersTheFirstStep) {
   open("<configuration/>");
-  auto* first = window_->findChild<QPushButton*>();
-  ASSERT_NE(first, nullptr);
-  EXPECT_TRUE(first->isVisible());
+  const auto buttons = window_->findChildren<QPushButton*>();
+  const auto first = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
+    return button->isVisible() && button->text().startsWith("New lamp manager");
+  });
+  ASSERT_NE(first, buttons.end());
+  EXPECT_TRUE((*first)->isEnabled());
   EXPECT_TRUE(action(TextId::ActionNewDevice).isEnabled());
   EXPECT_FALSE(action(TextId::ActionModify).isEnabled());
   EXPECT_FALSE(action(TextId::ActionRemove).isEnabled());
@@ -135,9 +156,76 @@ TEST_F(MainWindow, WhatAPageChangedInTheDeviceIsSaved) {
   window_->tree().chosenDevice()->SetValue("calendar", u"Winter");
   frontEnd_.postToMainWindow({1025, 0, 0});
   QCoreApplication::processEvents();
-  std::ifstream file(folder_.path() / "configuration.xml");
-  const std::string saved((std::istreambuf_iterator<char>(file)), {});
-  EXPECT_NE(saved.find("<calendar>Winter</calendar>"), std::string::npos);
+  EXPECT_NE(onDisk().find("<calendar>Winter</calendar>"), std::string::npos);
+}
+
+// --- two editors on one configuration
+
+TEST_F(MainWindow, TheSecondWindowOnAConfigurationSaysThatItOnlyReads) {
+  std::ofstream(folder_ / "configuration.xml") << OneDevice;
+  std::string cause;
+  workbench::ConfigurationStore other(folder_.path());
+  ASSERT_TRUE(other.open(cause));
+  open(OneDevice);
+  EXPECT_TRUE(window_->windowTitle().endsWith("(read only)"));
+  ASSERT_TRUE(window_->banner().isVisible());
+  EXPECT_TRUE(window_->banner().text().contains("can only be read"));
+  EXPECT_TRUE(window_->banner().text().contains("process " + QString::number(::getpid())));
+  for (const TextId text : {TextId::ActionNewDevice, TextId::ActionModify, TextId::ActionRemove,
+                            TextId::ActionUpdateNodes}) {
+    EXPECT_FALSE(action(text).isEnabled()) << host::textNumber(text);
+    EXPECT_EQ(action(text).toolTip(), window_->banner().text()) << host::textNumber(text);
+  }
+  EXPECT_TRUE(action(TextId::ActionOptions).isEnabled()) << "the controller can still be read";
+}
+
+TEST_F(MainWindow, WhatTheOptionsChangeInAReadOnlyWindowIsToldNotToBeSaved) {
+  std::string cause;
+  workbench::ConfigurationStore other(folder_.path());
+  ASSERT_TRUE(other.open(cause));
+  open(OneDevice);
+  window_->tree().chosenDevice()->SetValue("calendar", u"Winter");
+  frontEnd_.postToMainWindow({1025, 0, 0});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(onDisk(), OneDevice);
+  EXPECT_TRUE(window_->statusBar()->currentMessage().contains("can only be read"));
+}
+
+TEST_F(MainWindow, TryAgainTakesUpWhatTheOtherSavedAndTheRightToWrite) {
+  std::string cause;
+  auto other = std::make_unique<workbench::ConfigurationStore>(folder_.path());
+  ASSERT_TRUE(other->open(cause));
+  open(OneDevice);
+  QPushButton& button = window_->banner().button();
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_TRUE(window_->banner().isVisible()) << "the other one is still there";
+  std::string changed = OneDevice;
+  changed.replace(changed.find("North"), 5, "South");
+  std::ofstream(folder_ / "configuration.xml") << changed;
+  other.reset();
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_FALSE(window_->banner().isVisible());
+  EXPECT_FALSE(window_->windowTitle().contains("read only"));
+  ASSERT_NE(window_->tree().chosenDevice(), nullptr);
+  EXPECT_EQ(window_->tree().chosenDevice()->Value("name"), u"South");
+  EXPECT_TRUE(action(TextId::ActionModify).isEnabled());
+}
+
+// --- the version before
+
+TEST_F(MainWindow, TheVersionBeforeIsShownAsSuchUntilItIsSaved) {
+  folder_.write("configuration.xml.previous", OneDevice);
+  openRecovered("<configuration");
+  ASSERT_TRUE(window_->banner().isVisible());
+  EXPECT_TRUE(window_->banner().text().contains("configuration.xml.damaged"));
+  EXPECT_FALSE(window_->banner().button().isVisible());
+  ASSERT_NE(window_->tree().chosenDevice(), nullptr);
+  window_->tree().chosenDevice()->SetValue("calendar", u"Winter");
+  frontEnd_.postToMainWindow({1025, 0, 0});
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(window_->banner().isVisible());
+  EXPECT_EQ(folder_.read("configuration.xml.damaged"), "<configuration");
+  EXPECT_NE(onDisk().find("Winter"), std::string::npos);
 }
 
 }  // namespace

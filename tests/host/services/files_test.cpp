@@ -38,12 +38,12 @@ TEST_F(Files, TheLimitIsExact) {
   const auto file = folder.write("x", "12345");
   EXPECT_TRUE(host::readFile(file, 5, content, cause));
   EXPECT_FALSE(host::readFile(file, 4, content, cause));
-  EXPECT_THAT(cause, HasSubstr(file.string()));
+  EXPECT_EQ(cause, "File too large");
 }
 
 TEST_F(Files, WhatCantBeReadIsTold) {
   EXPECT_FALSE(host::readFile(folder / "none", 10, content, cause));
-  EXPECT_THAT(cause, HasSubstr("can't read \"" + (folder / "none").string() + "\""));
+  EXPECT_EQ(cause, "No such file or directory");
   EXPECT_FALSE(host::readFile(folder.path(), 10, content, cause)) << "a folder";
   EXPECT_FALSE(host::readFile("", 10, content, cause));
 }
@@ -71,6 +71,15 @@ TEST_F(Files, SavingKeepsTheVersionBefore) {
   EXPECT_EQ(host::keptCopy(folder / "x"), folder / "x.previous");
 }
 
+TEST_F(Files, TheVersionBeforeMayBeKeptUnderAnotherName) {
+  folder.write("x", "damaged");
+  folder.write("x.previous", "good");
+  ASSERT_TRUE(host::saveWholeKeeping(folder / "x", "new", folder / "x.damaged", cause)) << cause;
+  EXPECT_EQ(folder.read("x"), "new");
+  EXPECT_EQ(folder.read("x.damaged"), "damaged");
+  EXPECT_EQ(folder.read("x.previous"), "good");
+}
+
 TEST_F(Files, TheKeptCopyIsNotTheSavedFile) {
   ASSERT_TRUE(host::saveWhole(folder / "x", "one", cause));
   ASSERT_TRUE(host::saveWhole(folder / "x", "two", cause));
@@ -91,7 +100,7 @@ TEST_F(Files, AtEveryFailureTheOldContentStays) {
     FaultyFiles files;
     files.fail(row.operation, "the disk is on fire");
     EXPECT_FALSE(host::saveWhole(place / "x", "new", cause)) << row.what;
-    EXPECT_EQ(cause, "can't write \"" + (place / "x").string() + "\": the disk is on fire");
+    EXPECT_EQ(cause, "the disk is on fire");
     EXPECT_EQ(place.read("x"), "old") << row.what;
     EXPECT_EQ(place.listing().find("new-"), std::string::npos) << place.listing();
     files.repair();
@@ -119,7 +128,7 @@ TEST_F(Files, TheNewFileIsWholeBeforeTheOldOneIsTouched) {
 
 TEST_F(Files, SavingIntoAMissingFolderIsTold) {
   EXPECT_FALSE(host::saveWhole(folder / "none/x", "new", cause));
-  EXPECT_THAT(cause, HasSubstr("none/x"));
+  EXPECT_EQ(cause, "No such file or directory");
   EXPECT_FALSE(host::saveWhole(folder.path(), "new", cause)) << "a folder has the name";
 }
 

@@ -286,7 +286,7 @@ TEST(XmlLoad, ReadsAFileAndTellsWhatIsWrongWithIt) {
   EXPECT_XML_EQ("<a b=\"1\"/>", document);
   EXPECT_FALSE(document.Load(folder / "none.xml", &error));
   EXPECT_EQ(error.line, 0U);
-  EXPECT_NE(error.text().find("none.xml"), std::string::npos) << error.text();
+  EXPECT_EQ(error.text(), "No such file or directory");
   EXPECT_FALSE(document.Load(folder.path(), &error)) << "a folder is no file";
   EXPECT_FALSE(document.Load(folder.write("bad.xml", "<a>\n</b>"), &error));
   EXPECT_EQ(error.line, 2U);

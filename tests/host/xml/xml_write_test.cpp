@@ -126,8 +126,7 @@ TEST(XmlSave, AFailureIsToldAndLeavesTheFile) {
   files.failHalfWritten("No space left on device");
   std::string cause;
   EXPECT_FALSE(XmlDocument("new").Save(folder / "x.xml", &cause));
-  EXPECT_NE(cause.find("No space left on device"), std::string::npos) << cause;
-  EXPECT_NE(cause.find("x.xml"), std::string::npos) << cause;
+  EXPECT_EQ(cause, "No space left on device");
   EXPECT_EQ(folder.read("x.xml"), "<old/>");
   EXPECT_EQ(folder.listing(), "x.xml");
 }
