@@ -57,6 +57,45 @@ void updateNodes(Session& session, const Command& command) {
   require(session.workspace().actions().updateNodes(session.parent(), device));
 }
 
+Node& groupOf(const Command& command, const Node& device) {
+  const XCBasicString name = command.text("group");
+  Node* group = workbench::LampGroups(device).named(name);
+  if (group == nullptr)
+    throw Refusal("the device \"" + device.Value("name").ToUtf8() + "\" has no group \"" +
+                  name.ToUtf8() + "\"");
+  return *group;
+}
+
+void newGroup(Session& session, const Command& command) {
+  requireRoom(session);
+  const Node& device = deviceOf(command);
+  require(session.workspace().groups().newGroup(session.parent(), device));
+}
+
+void modifyGroup(Session& session, const Command& command) {
+  requireRoom(session);
+  const Node& device = deviceOf(command);
+  require(
+      session.workspace().groups().modifyGroup(session.parent(), device, groupOf(command, device)));
+}
+
+void removeGroup(Session& session, const Command& command) {
+  requireRoom(session);
+  const Node& device = deviceOf(command);
+  require(
+      session.workspace().groups().removeGroup(session.parent(), device, groupOf(command, device)));
+}
+
+void undo(Session& session, const Command&) {
+  requireRoom(session);
+  require(session.workspace().groups().undo(session.parent()));
+}
+
+void redo(Session& session, const Command&) {
+  requireRoom(session);
+  require(session.workspace().groups().redo(session.parent()));
+}
+
 workbench::ListCallback callbackOf(const Command& command) {
   const std::string name = command.utf8("callback");
   if (name == "A") return workbench::ListCallback::A;
@@ -138,6 +177,11 @@ constexpr Entry Words[] = {
     {"editor.removeDevice", &removeDevice},
     {"editor.configure", &configure},
     {"editor.updateNodes", &updateNodes},
+    {"editor.newGroup", &newGroup},
+    {"editor.modifyGroup", &modifyGroup},
+    {"editor.removeGroup", &removeGroup},
+    {"editor.undo", &undo},
+    {"editor.redo", &redo},
     {"editor.list", &list},
     {"editor.config", &config},
     {"editor.exchanges", &exchanges},

@@ -4,6 +4,7 @@
 #include "host/dialogs/extension_module.h"
 #include "host/services/identity.h"
 #include "host/services/setup.h"
+#include "workbench/lamp_groups.h"
 
 namespace workbench {
 namespace {
@@ -65,10 +66,12 @@ ActionResult DeviceActions::modifyDevice(CWnd* parent, Node& device) {
   const host::DeviceDialogClass* dialogClass = nullptr;
   if (ActionResult result = findDialog(DefinitionDialog, dialogClass); !result.done) return result;
   if (ActionResult result = canDefine(&device); !result.done) return result;
+  const XCBasicString before = device.Value("name");
   {
     const EditedDevice edited(&device);
     dialogClass->create(parent, &device, XCMainCfg::Get().Root())->DoModal();
   }
+  LampGroups(device).followRename(before);
   finish(parent);
   return {};
 }

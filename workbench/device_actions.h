@@ -23,6 +23,7 @@ class DeviceActions {
   /// The device definition over a new element with id, driver and type; the element joins the
   /// configuration when the dialog ends with OK.
   ActionResult newDevice(CWnd* parent);
+  /// The group of a device that is given another name follows it.
   ActionResult modifyDevice(CWnd* parent, XmlDocument::XmlNode& device);
   /// Removes the device and the group of its name. Windows that show it stay usable.
   ActionResult removeDevice(CWnd* parent, XmlDocument::XmlNode& device);

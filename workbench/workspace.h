@@ -10,6 +10,7 @@
 #include "workbench/device_actions.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/exchange_record.h"
+#include "workbench/group_actions.h"
 #include "workbench/http_command_channel.h"
 #include "workbench/plugin_loader.h"
 #include "workbench/program_paths.h"
@@ -49,6 +50,7 @@ class Workspace {
   const ConfigurationStore& store() const { return store_; }
   DeviceCatalogue& catalogue() { return catalogue_; }
   DeviceActions& actions() { return actions_; }
+  GroupActions& groups() { return groups_; }
   HttpCommandChannel& channel() { return channel_; }
   ExchangeRecord& record() { return record_; }
   VerificationSettings& settings() { return settings_; }
@@ -64,6 +66,7 @@ class Workspace {
   ConfigurationStore store_;
   DeviceCatalogue catalogue_;
   DeviceActions actions_{store_, catalogue_};
+  GroupActions groups_{store_};
   Plugin plugin_;
   bool configurationRefused_ = false;
 };

@@ -34,13 +34,13 @@ char32_t folded(char32_t c) {
   return static_cast<char32_t>(::towlower_l(static_cast<wint_t>(c), unicodeLocale()));
 }
 
-std::u32string foldedText(std::u16string_view text) {
+}  // namespace
+
+std::u32string host::foldedText(std::u16string_view text) {
   std::u32string out;
-  for (std::size_t at = 0; at < text.size();) out += folded(host::nextCodePoint(text, at));
+  for (std::size_t at = 0; at < text.size();) out += folded(nextCodePoint(text, at));
   return out;
 }
-
-}  // namespace
 
 XCGuid NewGUID() {
   XCGuid guid{host::services().ids().next()};
@@ -78,7 +78,9 @@ std::string EncodeBase64(std::string_view bytes) {
   return out;
 }
 
-std::string Utf16ToUtf8(std::u16string_view text) { return host::toUtf8(text); }
+std::string Utf16ToUtf8(std::u16string_view text) {
+  return host::toUtf8(text);
+}
 
 bool IsValidId(std::u16string_view text, bool allowBlanks) {
   std::size_t characters = 0;
@@ -98,9 +100,9 @@ bool IsValidId(std::u16string_view text, bool allowBlanks) {
 
 bool IsNameAllowed(std::u16string_view name, const XmlDocument::XmlNode* commSystem) {
   if (commSystem == nullptr) return true;
-  const std::u32string wanted = foldedText(name);
+  const std::u32string wanted = host::foldedText(name);
   for (const XmlDocument::XmlNode& device : commSystem->Children())
-    if (&device != editedDevice && foldedText(device.Value("name")) == wanted) return false;
+    if (&device != editedDevice && host::foldedText(device.Value("name")) == wanted) return false;
   return true;
 }
 
@@ -117,4 +119,6 @@ EditedDevice::EditedDevice(const XmlDocument::XmlNode* device) : before_(editedD
   editedDevice = device;
 }
 
-EditedDevice::~EditedDevice() { editedDevice = before_; }
+EditedDevice::~EditedDevice() {
+  editedDevice = before_;
+}

@@ -41,8 +41,13 @@ HOST_API bool IsNameAllowed(std::u16string_view name, const XmlDocument::XmlNode
 
 namespace host {
 
-/// Whether a file of this name, with any ending, would be a device on some system: "CON", "nul.txt",
-/// "COM1". Such names are used nowhere, so that a folder can be carried from one system to another.
+/// The characters of a text with their case taken away, whatever language the session speaks: two
+/// texts that differ only in case give the same.
+HOST_API std::u32string foldedText(std::u16string_view text);
+
+/// Whether a file of this name, with any ending, would be a device on some system: "CON",
+/// "nul.txt", "COM1". Such names are used nowhere, so that a folder can be carried from one system
+/// to another.
 HOST_API bool isDeviceName(std::u16string_view name);
 
 }  // namespace host

@@ -55,6 +55,33 @@ TEST_F(EditorWordTest, ADeviceIsModifiedAndMayChangeTheCaseOfItsName) {
   EXPECT_EQ(ok({{"do", "editor.configure"}, {"device", "NORTH"}}).at("top").at("title"), "NORTH");
 }
 
+TEST_F(EditorWordTest, AGroupOfLampsIsMadeModifiedRemovedAndBroughtBack) {
+  EXPECT_EQ(ok({{"do", "editor.newGroup"}, {"device", "North"}}).at("top").at("title"),
+            "[60340](North)");
+  type("name", "Square");
+  EXPECT_EQ(click("ok").at("closed").at("class"), "XCDlgLampGroup");
+  ok({{"do", "editor.modifyGroup"}, {"device", "North"}, {"group", "Square"}});
+  type("name", "Market");
+  click("ok");
+  EXPECT_THAT(onDisk(), HasSubstr("<id>Market</id>"));
+  const std::string before = onDisk();
+  ok({{"do", "editor.removeGroup"}, {"device", "North"}, {"group", "Market"}});
+  EXPECT_THAT(onDisk(), Not(HasSubstr("Market")));
+  ok({{"do", "editor.undo"}});
+  EXPECT_EQ(onDisk(), before);
+  ok({{"do", "editor.redo"}});
+  EXPECT_THAT(config(), Not(HasSubstr("Market")));
+}
+
+TEST_F(EditorWordTest, AGroupThatIsNotThereIsRefused) {
+  EXPECT_EQ(refused({{"do", "editor.modifyGroup"}, {"device", "North"}, {"group", "Square"}}),
+            "the device \"North\" has no group \"Square\"");
+  EXPECT_EQ(refused({{"do", "editor.newGroup"}, {"device", "Meter"}}), "[60320](Meter)");
+  EXPECT_EQ(refused({{"do", "editor.removeGroup"}, {"device", "North"}}),
+            "the field \"group\" is missing");
+  EXPECT_EQ(refused({{"do", "editor.undo"}}), "[60358]");
+}
+
 TEST_F(EditorWordTest, VerificationIsWhatTheCommandLineSays) {
   for (const auto& [option, expected] :
        {std::pair{"none", ""}, {"new", "new"}, {"existing", ""}, {"new,existing", "new"}}) {
