@@ -1,10 +1,10 @@
+// Compiled twice: against the shared library, and with the whole library in this source.
+
 #include <cstring>
 #include <pugixml.hpp>
 
-#include "bench/node_table.h"
 #include "bench/work.h"
 
-namespace bench {
 namespace {
 
 class StringWriter : public pugi::xml_writer {
@@ -31,22 +31,27 @@ bool equal(pugi::xml_node a, pugi::xml_node b) {
   return !a && !b;
 }
 
-class BareWork : public Work {
+class BareWork : public bench::Work {
  public:
-  explicit BareWork(std::size_t nodes) : xml_(nodeTable(nodes)), references_(references(nodes)) {}
+  explicit BareWork(bench::Task task) : task_(std::move(task)) {}
 
-  void parse() override { reply_.load_buffer(xml_.data(), xml_.size()); }
+  void parse() override { reply_.load_buffer(task_.reply.data(), task_.reply.size()); }
   void copy() override {
     untouched_.reset(reply_);
     working_.reset(reply_);
   }
   void change() override {
-    auto text = references_.begin();
+    auto text = task_.texts.begin();
     for (pugi::xml_node node : table(working_).children())
-      node.attribute("Reference").set_value((text++)->c_str());
+      node.attribute(task_.attribute.c_str()).set_value((text++)->c_str());
+  }
+  bool check() override {
+    bool good = true;
+    for (pugi::xml_node node : table(working_).children())
+      good = good && *node.attribute(task_.attribute.c_str()).value() != '\0';
+    return good;
   }
   bool compare() override { return equal(table(untouched_), table(reply_)); }
-  bool changed() override { return !equal(table(untouched_), table(working_)); }
   void section() override {
     request_.reset();
     request_.append_child("deviceCfg").append_copy(table(working_));
@@ -58,12 +63,11 @@ class BareWork : public Work {
   }
 
  private:
-  static pugi::xml_node table(const pugi::xml_document& document) {
-    return document.document_element().child("ZelLamp").child("L04");
+  pugi::xml_node table(const pugi::xml_document& document) const {
+    return document.document_element().first_child().child(task_.section.c_str());
   }
 
-  const std::string xml_;
-  const std::vector<std::string> references_;
+  const bench::Task task_;
   pugi::xml_document reply_;
   pugi::xml_document untouched_;
   pugi::xml_document working_;
@@ -72,8 +76,14 @@ class BareWork : public Work {
 
 }  // namespace
 
-std::unique_ptr<Work> bareWork(std::size_t nodes) {
-  return std::make_unique<BareWork>(nodes);
+namespace bench {
+
+#ifdef PUGIXML_HEADER_ONLY
+std::unique_ptr<Work> headerWork(Task task) {
+#else
+std::unique_ptr<Work> sharedWork(Task task) {
+#endif
+  return std::make_unique<BareWork>(std::move(task));
 }
 
 }  // namespace bench

@@ -1,17 +1,15 @@
-#include "bench/node_table.h"
+#include "bench/documents.h"
 #include "bench/work.h"
 #include "host/xml/xml_document.h"
 
 namespace bench {
 namespace {
 
-const host::XmlName Reference("Reference");
-
 class HostWork : public Work {
  public:
-  explicit HostWork(std::size_t nodes) : xml_(nodeTable(nodes)) {
-    for (const std::string& text : references(nodes))
-      references_.push_back(XCBasicString::FromUtf8(text));
+  explicit HostWork(Task task)
+      : xml_(std::move(task.reply)), section_(task.section), attribute_(task.attribute) {
+    for (const std::string& text : task.texts) texts_.push_back(XCBasicString::FromUtf8(text));
   }
 
   void parse() override { reply_.Parse(xml_); }
@@ -20,22 +18,29 @@ class HostWork : public Work {
     working_.Create("copy") = *reply_.Root();
   }
   void change() override {
-    auto text = references_.begin();
+    auto text = texts_.begin();
     for (XmlDocument::XmlNode& node : table(working_).Children())
-      node.setAttribute(Reference, *text++);
+      node.setAttribute(attribute_, *text++);
+  }
+  bool check() override {
+    bool good = true;
+    for (const XmlDocument::XmlNode& node : table(working_).Children())
+      good = good && !node.attribute(attribute_).empty();
+    return good;
   }
   bool compare() override { return table(untouched_) == table(reply_); }
-  bool changed() override { return !(table(untouched_) == table(working_)); }
-  void section() override { request_.Create("deviceCfg").NewChild("L04") = table(working_); }
+  void section() override { request_.Create("deviceCfg").NewChild(section_) = table(working_); }
   std::size_t write() override { return request_.ToString().size(); }
 
  private:
-  static XmlDocument::XmlNode& table(XmlDocument& document) {
-    return *document.Root()->Node("ZelLamp/L04");
+  XmlDocument::XmlNode& table(XmlDocument& document) {
+    return *document.Root()->FirstChild()->FirstChild();
   }
 
   const std::string xml_;
-  std::vector<XCBasicString> references_;
+  const host::XmlName section_;
+  const host::XmlName attribute_;
+  std::vector<XCBasicString> texts_;
   XmlDocument reply_;
   XmlDocument untouched_;
   XmlDocument working_;
@@ -44,8 +49,12 @@ class HostWork : public Work {
 
 }  // namespace
 
-std::unique_ptr<Work> hostWork(std::size_t nodes) {
-  return std::make_unique<HostWork>(nodes);
+Task nodeTableTask(std::size_t nodes) {
+  return {nodeTable(nodes), "L04", "Reference", references(nodes)};
+}
+
+std::unique_ptr<Work> hostWork(Task task) {
+  return std::make_unique<HostWork>(std::move(task));
 }
 
 }  // namespace bench

@@ -55,14 +55,11 @@ class KnownIds {
     }
   }
 
-  /// The id of a node that is known; a new one for others, and for a child that has none.
-  XCBasicString idFor(host::XmlText nodeName) const {
-    if (!slots_.empty()) {
-      const Slot& slot = slots_[slotOf(nodeName, hashOf(nodeName))];
-      if (slot.place != 0 && !known_[slot.place - 1].id.empty())
-        return known_[slot.place - 1].id.toString();
-    }
-    return guidtow(NewGUID());
+  /// The id of a node that is known, empty for others and for a child that has none.
+  host::XmlText idOf(host::XmlText nodeName) const {
+    if (slots_.empty()) return {};
+    const Slot& slot = slots_[slotOf(nodeName, hashOf(nodeName))];
+    return slot.place == 0 ? host::XmlText() : known_[slot.place - 1].id;
   }
 
  private:
@@ -100,14 +97,14 @@ XmlNode& emptiedGroup(XmlNode& configuration, std::u16string_view name) {
   return group.NewChild(config::Devices);
 }
 
-void addChild(XmlNode& children, const XmlNode& node, std::u16string_view id) {
+void addChild(XmlNode& children, const XmlNode& node, host::XmlText id) {
   XmlNode& child = children.NewChild(config::ChildDevice);
   child.NewChild(config::Id, id);
   // A new id is a new revision: the two are the same text deliberately.
   child.NewChild(config::Revision, id);
   child.NewChild(config::Driver, LampDriver);
-  child.NewChild(config::Name, node.getAttribute(attribute::NodeId));
-  child.NewChild(config::Description, node.getAttribute(attribute::Reference));
+  child.NewChild(config::Name, node.attribute(attribute::NodeId));
+  child.NewChild(config::Description, node.attribute(attribute::Reference));
 }
 
 }  // namespace
@@ -129,7 +126,9 @@ bool rebuildChildDevices(const XmlDocument& nodes, XmlNode& device, std::u16stri
   const KnownIds known(oldChildren);
   for (const XmlNode& node : list->Children()) {
     if (node.TagName() != element::Node) continue;
-    const XCBasicString id = known.idFor(node.attribute(attribute::NodeId));
+    host::XmlText id = known.idOf(node.attribute(attribute::NodeId));
+    const XCBasicString made = id.empty() ? guidtow(NewGUID()) : XCBasicString();
+    if (id.empty()) id = host::XmlText::wide(made);
     addChild(children, node, id);
     if (grouped != nullptr) grouped->NewChild(config::Device).NewChild(config::Id, id);
   }

@@ -88,26 +88,29 @@ void CDlgE05CfgZelLampManager::Layout() {
        layout::okCancelRow()}));
 }
 
-bool CDlgE05CfgZelLampManager::refuse(int editId, std::u16string_view message) {
+bool CDlgE05CfgZelLampManager::refuse(std::size_t row, int editId, std::u16string_view message) {
+  List(Id::Nodes).selectOnly(row);
   MessageBox(message);
   FocusAndSelectAll(editId);
   return false;
 }
 
-// Every row becomes the selected one in turn, so that the edits show what is checked and, after a
-// refusal, what is wrong. When all is well the last row stays selected.
+// A row at fault becomes the selected one, so that the edits show what is wrong with it; when all
+// is well it is the last row.
 bool CDlgE05CfgZelLampManager::Validate() {
   host::ListControl& nodes = List(Id::Nodes);
   for (std::size_t row = 0; row < nodes.rowCount(); ++row) {
-    nodes.selectOnly(row);
-    if (GetDlgItemText(Id::Time).IsEmpty())
-      return refuse(Id::Time, XCLoadString(TextId::FieldInvalid));
-    const XCBasicString& power = GetDlgItemText(Id::Power);
-    if (power.IsEmpty() || power.ToInt() > HighestPower)
-      return refuse(Id::Power, XCBasicString::Format(XCLoadString(TextId::ValueOutOfRange),
-                                                     GetDlgItemText(Id::PowerLabel), LowestPower,
-                                                     HighestPower));
+    const XmlDocument::XmlNode& node = *nodes.element(row);
+    if (node.attribute(TimeAttribute).empty())
+      return refuse(row, Id::Time, XCLoadString(TextId::FieldInvalid));
+    const host::XmlText power = node.attribute(PowerAttribute);
+    if (power.empty() || power.toInt() > HighestPower)
+      return refuse(
+          row, Id::Power,
+          XCBasicString::Format(XCLoadString(TextId::ValueOutOfRange),
+                                GetDlgItemText(Id::PowerLabel), LowestPower, HighestPower));
   }
+  if (nodes.rowCount() > 0) nodes.selectOnly(nodes.rowCount() - 1);
   return true;
 }
 

@@ -24,7 +24,7 @@ class CDlgE05CfgZelLampManager : public lamp::SettingsPage {
  private:
   void OnSelectionChanged() { rows_.selectionChanged(); }
   void OnEditChanged(int editId) { rows_.editChanged(editId); }
-  bool refuse(int editId, std::u16string_view message);
+  bool refuse(std::size_t row, int editId, std::u16string_view message);
 
   lamp::WorkingCopy copy_;
   lamp::RowEditor rows_;

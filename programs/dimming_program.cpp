@@ -1,7 +1,9 @@
 #include "programs/dimming_program.h"
 
 #include <array>
+#include <cstdint>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "driver/sections.h"
@@ -56,6 +58,18 @@ int compareTimes(const Node& first, const Node& second, int step) {
   const host::XmlName time = nameOf(Times, step);
   if (!first.hasAttribute(time)) return compareStarts(first, second, step);
   return order(first.attribute(time).toInt(), second.attribute(time).toInt());
+}
+
+// A number in the order of compareTimes, for rows of the page's own kind alone: between rows of
+// both kinds it has none.
+std::optional<std::int64_t> timeNumber(const Node& row, ProgramKind kind, int step) {
+  const host::XmlName time = nameOf(Times, step);
+  if (row.hasAttribute(time) != (kind == ProgramKind::interval)) return std::nullopt;
+  if (kind == ProgramKind::interval) return row.attribute(time).toInt();
+  const int hour = stepHour(row, step);
+  const int minute = stepMinute(row, step);
+  if (!hasTwoDigits(hour) || !hasTwoDigits(minute)) return std::nullopt;
+  return 100 * hour + minute;
 }
 
 std::vector<host::XmlName> attributesInOrder(ProgramKind kind) {
@@ -127,12 +141,18 @@ std::vector<host::ListColumn> programColumns(ProgramKind kind, host::ListColumn 
     host::ListColumn& column = columns.emplace_back();
     const int step = stepOf(i);
     column.caption = programCaption(i);
-    if (i == timeColumn(step))
+    if (i == timeColumn(step)) {
       column.cell = [kind, step](const Node& row) { return stepTime(row, kind, step); };
-    else
+      column.number = [kind, step](const Node& row) { return timeNumber(row, kind, step); };
+    } else {
       column.attribute = powerAttribute(step);
+      column.number = [power = powerAttribute(step)](const Node& row) {
+        return std::optional<std::int64_t>(row.attribute(power).toInt());
+      };
+    }
   }
-  for (std::size_t i = 0; i < ProgramColumns; ++i)
+  // Of a row's own attribute the list knows the order by itself.
+  for (std::size_t i = columns[0].cell ? 0 : 1; i < ProgramColumns; ++i)
     columns[i].compare = [i](const host::ListRow& first, const host::ListRow& second) {
       return compareProgramRows(first, second, i);
     };

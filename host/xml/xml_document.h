@@ -124,6 +124,8 @@ class HOST_API XmlDocument::XmlNode {
   XCBasicString Text() const { return text().toString(); }
   host::XmlText text() const { return {text_, textSize_}; }
   void SetText(std::u16string_view text);
+  /// Copies a text that stands in any document.
+  void SetText(host::XmlText text);
   /// Takes 7-bit text over without widening it.
   void SetNarrowText(std::string ascii);
 
@@ -149,6 +151,7 @@ class HOST_API XmlDocument::XmlNode {
   /// Appends a child.
   XmlNode& NewChild(host::XmlName name);
   XmlNode& NewChild(host::XmlName name, std::u16string_view text);
+  XmlNode& NewChild(host::XmlName name, host::XmlText text);
   /// Takes @p child out of the tree, wherever it stands below this element. False when it is not
   /// below it. The element's memory stays valid until its document is cleared.
   bool RemoveChild(XmlNode* child);

@@ -159,6 +159,8 @@ void XmlNode::setStoredText(XmlText text) {
 
 void XmlNode::SetText(std::u16string_view text) { setStoredText(storage().pool().store(text)); }
 
+void XmlNode::SetText(XmlText text) { setStoredText(storage().pool().store(text)); }
+
 void XmlNode::SetNarrowText(std::string ascii) {
   assert(ascii.size() <= XmlText::MaxSize);
   const std::string& kept = storage().pool().adopt(std::move(ascii));
@@ -228,6 +230,12 @@ XmlNode* XmlNode::append(std::uint32_t tag) {
 XmlNode& XmlNode::NewChild(XmlName name) { return *append(name.id()); }
 
 XmlNode& XmlNode::NewChild(XmlName name, std::u16string_view text) {
+  XmlNode* child = append(name.id());
+  child->SetText(text);
+  return *child;
+}
+
+XmlNode& XmlNode::NewChild(XmlName name, XmlText text) {
   XmlNode* child = append(name.id());
   child->SetText(text);
   return *child;

@@ -77,11 +77,13 @@ XmlText TextPool::store(std::u16string_view text) {
   return last_;
 }
 
-XmlText TextPool::storeNarrow(std::string_view ascii) {
-  if (ascii.empty()) return {};
-  auto* place = static_cast<char*>(allocate(ascii.size(), 1));
-  std::memcpy(place, ascii.data(), ascii.size());
-  return XmlText::narrow({place, ascii.size()});
+XmlText TextPool::store(XmlText text) {
+  if (text.isWide()) return store(text.wideView());
+  if (text.empty()) return {};
+  if (last_ == text) return last_;
+  auto* place = static_cast<char*>(allocate(text.size(), 1));
+  std::memcpy(place, text.data(), text.size());
+  return last_ = XmlText::narrow({place, text.size()});
 }
 
 std::string& TextPool::adopt(std::string buffer) {

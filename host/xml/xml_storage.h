@@ -20,7 +20,7 @@ namespace host::xml {
 class TextPool {
  public:
   XmlText store(std::u16string_view text);
-  XmlText storeNarrow(std::string_view ascii);
+  XmlText store(XmlText text);
   /// Takes the whole buffer over; texts may refer into it.
   std::string& adopt(std::string buffer);
 

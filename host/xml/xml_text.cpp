@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "host/text/utf.h"
 
@@ -28,10 +29,14 @@ bool XmlText::equals(XmlText other) const {
   if (empty() || (data_ == other.data_ && size_ == other.size_)) return true;
   if (isWide() == other.isWide())
     return std::memcmp(data_, other.data_, isWide() ? size() * 2 : size()) == 0;
-  return compare(other) == 0;
+  const auto [wide, narrow] = isWide() ? std::pair(*this, other) : std::pair(other, *this);
+  const std::u16string_view units = wide.wideView();
+  return std::equal(units.begin(), units.end(), narrow.narrowView().begin(),
+                    [](char16_t a, char b) { return a == static_cast<unsigned char>(b); });
 }
 
 int XmlText::compare(XmlText other) const {
+  if (!isWide() && !other.isWide()) return narrowView().compare(other.narrowView());
   const std::size_t common = std::min(size(), other.size());
   for (std::size_t i = 0; i < common; ++i) {
     const int difference = int((*this)[i]) - int(other[i]);

@@ -1,6 +1,7 @@
 #include "host/ui/controls/list_control.h"
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 
 namespace host {
@@ -12,15 +13,36 @@ struct ListControl::Extra {
   std::optional<Colour> swatch;
 };
 
-/// The rows by the hash of their cell in one column, ordered by hash and then by row.
+/// The rows by their cell in one column: a slot for each text, with the first row that has it, and
+/// from each row the next one with the same text. A general map would touch the memory three times
+/// as often a row, and a slot for each row would crowd where many rows have one text.
 struct ListControl::KeyIndex {
-  std::vector<std::pair<std::size_t, std::uint32_t>> entries;
+  static constexpr std::uint32_t None = ~0U;
+  struct Slot {
+    std::uint32_t hash = 0;
+    std::uint32_t row = None;
+  };
+  std::vector<Slot> slots;  // a power of two, at least half of them free
+  std::vector<std::uint32_t> next;
+
+  // The slot of a text, or the free one where it would stand.
+  template <class HasText>
+  Slot& slotOf(std::uint32_t hash, HasText hasText) {
+    const std::size_t mask = slots.size() - 1;
+    std::size_t at = hash & mask;
+    while (slots[at].row != None && (slots[at].hash != hash || !hasText(slots[at].row)))
+      at = (at + 1) & mask;
+    return slots[at];
+  }
 };
 
 namespace {
 
-std::size_t hashOf(std::u16string_view text) {
-  return std::hash<std::u16string_view>()(text);
+// FNV-1a over the code units.
+std::uint32_t hashOf(std::u16string_view text) {
+  std::uint32_t hash = 0x811C9DC5U;
+  for (const char16_t unit : text) hash = (hash ^ unit) * 0x01000193U;
+  return hash;
 }
 
 }  // namespace
@@ -119,29 +141,46 @@ std::optional<Colour> ListControl::swatch(std::size_t row) const {
   return own ? own->swatch : std::nullopt;
 }
 
-const ListControl::KeyIndex& ListControl::keyIndex(std::size_t column) const {
+// Of a row as it was added, not of its place.
+bool ListControl::rowShows(std::uint32_t row, std::size_t column, std::u16string_view text) const {
+  if (showsPlainAttribute(column)) {
+    const XmlDocument::XmlNode* element = rows_[row].element;
+    return element != nullptr ? element->attribute(*columns_[column].attribute) == text
+                              : text.empty();
+  }
+  return cell(place_.empty() ? row : place_[row], column) == text;
+}
+
+ListControl::KeyIndex& ListControl::keyIndex(std::size_t column) const {
   const auto [entry, isNew] = keys_.try_emplace(column);
   KeyIndex& index = entry->second;
-  if (isNew) {
-    index.entries.reserve(rows_.size());
-    for (std::size_t row = 0; row < rows_.size(); ++row)
-      index.entries.emplace_back(hashOf(cell(row, column)), static_cast<std::uint32_t>(at(row)));
-    std::sort(index.entries.begin(), index.entries.end());
+  if (!isNew) return index;
+  index.slots.resize(std::bit_ceil(2 * rows_.size() + 1));
+  index.next.resize(rows_.size(), KeyIndex::None);
+  // From the last row on, so that the first one with a text stands in its slot.
+  for (auto row = static_cast<std::uint32_t>(rows_.size()); row-- > 0;) {
+    const XCBasicString text = cell(place_.empty() ? row : place_[row], column);
+    const std::uint32_t hash = hashOf(text);
+    KeyIndex::Slot& slot =
+        index.slotOf(hash, [&](std::uint32_t other) { return rowShows(other, column, text); });
+    index.next[row] = slot.row;
+    slot = {hash, row};
   }
   return index;
 }
 
 std::optional<std::size_t> ListControl::findRow(std::size_t column,
                                                 std::u16string_view text) const {
-  const auto& entries = keyIndex(column).entries;
-  const std::size_t wanted = hashOf(text);
-  std::optional<std::size_t> found;
-  for (auto entry = std::lower_bound(entries.begin(), entries.end(), std::pair(wanted, 0U));
-       entry != entries.end() && entry->first == wanted; ++entry) {
-    const std::size_t place = place_.empty() ? entry->second : place_[entry->second];
-    if ((!found || place < *found) && cell(place, column) == text) found = place;
-  }
-  return found;
+  KeyIndex& index = keyIndex(column);
+  std::uint32_t row =
+      index.slotOf(hashOf(text), [&](std::uint32_t other) { return rowShows(other, column, text); })
+          .row;
+  if (row == KeyIndex::None) return std::nullopt;
+  if (place_.empty()) return row;
+  std::size_t first = place_[row];
+  while ((row = index.next[row]) != KeyIndex::None)
+    first = std::min<std::size_t>(first, place_[row]);
+  return first;
 }
 
 bool ListControl::replaceSelection(std::vector<std::size_t> rows) {
@@ -180,16 +219,6 @@ void ListControl::addToSelection(std::size_t row) {
   notice(Notice::selectionChanged);
 }
 
-int ListControl::compareRows(const ListColumn& column, std::uint32_t a, std::uint32_t b) const {
-  const ListRow& left = rows_[a];
-  const ListRow& right = rows_[b];
-  if (column.compare) return column.compare(left, right);
-  const auto shown = [&](const ListRow& row) {
-    return row.element ? row.element->attribute(*column.attribute) : XmlText();
-  };
-  return shown(left).compare(shown(right));
-}
-
 bool ListControl::showsPlainAttribute(std::size_t column) const {
   const ListColumn& definition = columns_[column];
   return definition.attribute && !definition.cell &&
@@ -202,9 +231,104 @@ void ListControl::cellsChanged() {
   changed(Change::cells);
 }
 
+// Keys are made once a row, not once a comparison, wherever that is possible: looking at an element
+// costs more than comparing.
+void ListControl::sortRows(ListSort order) {
+  const ListColumn& column = columns_[order.column];
+  if (column.number && sortByNumbers(column, order.descending)) return;
+  if (column.compare)
+    return sortKeyed(
+        order.descending, [&](std::uint32_t row) { return row; },
+        [&](std::uint32_t a, std::uint32_t b) { return column.compare(rows_[a], rows_[b]) < 0; });
+  if (showsPlainAttribute(order.column))
+    return sortByAttribute(*column.attribute, order.descending);
+  std::vector<XCBasicString> texts(rows_.size());
+  for (std::size_t row = 0; row < rows_.size(); ++row) texts[at(row)] = cell(row, order.column);
+  sortKeyed(
+      order.descending, [&](std::uint32_t row) { return row; },
+      [&](std::uint32_t a, std::uint32_t b) { return texts[a] < texts[b]; });
+}
+
+// Puts order_ into the stable order of keys.
+template <class KeyOf, class Before>
+void ListControl::sortKeyed(bool descending, KeyOf keyOf, Before before) {
+  struct Keyed {
+    decltype(keyOf(0U)) key;
+    std::uint32_t row;
+  };
+  std::vector<Keyed> keyed;
+  keyed.reserve(order_.size());
+  for (const std::uint32_t row : order_) keyed.push_back({keyOf(row), row});
+  if (descending)
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [&](const Keyed& a, const Keyed& b) { return before(b.key, a.key); });
+  else
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [&](const Keyed& a, const Keyed& b) { return before(a.key, b.key); });
+  std::transform(keyed.begin(), keyed.end(), order_.begin(),
+                 [](const Keyed& one) { return one.row; });
+}
+
+// False when a row has no number: the order is then that of the column's comparison.
+bool ListControl::sortByNumbers(const ListColumn& column, bool descending) {
+  std::vector<std::int64_t> numbers;
+  numbers.reserve(rows_.size());
+  for (const ListRow& row : rows_) {
+    const auto number = row.element ? column.number(*row.element) : std::nullopt;
+    if (!number) return false;
+    numbers.push_back(*number);
+  }
+  sortKeyed(
+      descending, [&](std::uint32_t row) { return numbers[row]; }, std::less<>());
+  return true;
+}
+
+namespace {
+
+// A text, and eight of its characters as a number of the same order, behind those that all the
+// texts have in common. For texts that are all narrow.
+struct TextKey {
+  std::uint64_t front = 0;
+  XmlText text;
+};
+
+std::uint64_t eightFrom(XmlText text, std::size_t at) {
+  std::uint64_t front = 0;
+  const std::string_view bytes = text.narrowView();
+  for (std::size_t i = 0; i < sizeof front; ++i)
+    front = front << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0U);
+  return front;
+}
+
+std::size_t commonFront(XmlText a, XmlText b, std::size_t most) {
+  most = std::min({most, a.size(), b.size()});
+  std::size_t at = 0;
+  while (at < most && a.narrowView()[at] == b.narrowView()[at]) ++at;
+  return at;
+}
+
+}  // namespace
+
+void ListControl::sortByAttribute(XmlName attribute, bool descending) {
+  std::vector<TextKey> keys(rows_.size());
+  bool narrow = true;
+  std::size_t common = XmlText::MaxSize;
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    if (rows_[row].element) keys[row].text = rows_[row].element->attribute(attribute);
+    narrow = narrow && !keys[row].text.isWide();
+    if (narrow) common = commonFront(keys[0].text, keys[row].text, common);
+  }
+  if (narrow)
+    for (TextKey& key : keys) key.front = eightFrom(key.text, common);
+  sortKeyed(
+      descending, [&](std::uint32_t row) { return keys[row]; },
+      [](const TextKey& a, const TextKey& b) {
+        return a.front != b.front ? a.front < b.front : a.text.compare(b.text) < 0;
+      });
+}
+
 void ListControl::sort(ListSort order) {
   if (order.column >= columns_.size()) return;
-  const ListColumn& column = columns_[order.column];
   if (order_.empty()) {
     order_.resize(rows_.size());
     std::iota(order_.begin(), order_.end(), 0U);
@@ -212,17 +336,7 @@ void ListControl::sort(ListSort order) {
   std::vector<std::uint32_t> selectedRows;
   for (const std::size_t row : selection_) selectedRows.push_back(order_[row]);
 
-  // Where made texts are shown, they are compared; they are made once a row, not once a comparison.
-  std::vector<XCBasicString> texts;
-  if (!column.compare && !showsPlainAttribute(order.column)) {
-    texts.resize(rows_.size());
-    for (std::size_t row = 0; row < rows_.size(); ++row) texts[at(row)] = cell(row, order.column);
-  }
-  const auto before = [&](std::uint32_t a, std::uint32_t b) {
-    if (order.descending) std::swap(a, b);
-    return texts.empty() ? compareRows(column, a, b) < 0 : texts[a] < texts[b];
-  };
-  std::stable_sort(order_.begin(), order_.end(), before);
+  sortRows(order);
   place_.resize(order_.size());
   for (std::size_t row = 0; row < order_.size(); ++row)
     place_[order_[row]] = static_cast<std::uint32_t>(row);

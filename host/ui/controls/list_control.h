@@ -34,6 +34,9 @@ struct ListColumn {
   std::function<XCBasicString(const XmlDocument::XmlNode&)> cell;
   /// Order of two rows, negative, 0 or positive; when not set, the ordinal order of the cells.
   std::function<int(const ListRow&, const ListRow&)> compare;
+  /// A number of an element in the order of `compare`, none where an element has none. While all
+  /// rows have one, sorting looks at each element once.
+  std::function<std::optional<std::int64_t>(const XmlDocument::XmlNode&)> number;
 };
 
 struct ListSort {
@@ -107,8 +110,13 @@ class HOST_API ListControl : public Control {
   std::size_t at(std::size_t row) const { return order_.empty() ? row : order_[row]; }
   Extra& extra(std::size_t row);
   const Extra* findExtra(std::size_t row) const;
-  const KeyIndex& keyIndex(std::size_t column) const;
-  int compareRows(const ListColumn& column, std::uint32_t a, std::uint32_t b) const;
+  KeyIndex& keyIndex(std::size_t column) const;
+  bool rowShows(std::uint32_t row, std::size_t column, std::u16string_view text) const;
+  void sortRows(ListSort order);
+  template <class KeyOf, class Before>
+  void sortKeyed(bool descending, KeyOf keyOf, Before before);
+  bool sortByNumbers(const ListColumn& column, bool descending);
+  void sortByAttribute(XmlName attribute, bool descending);
   bool showsPlainAttribute(std::size_t column) const;
   bool replaceSelection(std::vector<std::size_t> rows);
 
