@@ -8,11 +8,12 @@ scripts/install.sh
 scripts/check.sh
 
 configure() {
-  [ -f "build/$1/build.ninja" ] || cmake --preset "$@" >/dev/null
+  cmake --preset "$@" >/dev/null
 }
 
-configure release -DLAMP_TESTS=OFF
+configure release -DLAMP_TESTS=OFF -DLAMP_GATE=ON
 ninja -C build/release --quiet
+bench/count_instructions.py build/release/bench/page_cycle
 configure asan
 ninja -C build/asan --quiet
 

@@ -28,6 +28,8 @@ BARS = (
     ("editor/filter", "host", "bare", 1.50),
 )
 MOST_MEMORY = 0.65  # of the XML model, of the bare library's
+LATEST_ANSWER = 0.050  # seconds from the start of lamp-script to its first answer
+LATEST_WINDOW = 0.300  # seconds that the editor's window may stand later than a bare one
 OURS = ("host", "page")
 
 
@@ -80,6 +82,19 @@ def memory(programs):
     return {variant: size for variant, size in found.items() if size is not None}
 
 
+def start(programs):
+    """Seconds until the programs have started, none where they were not built."""
+    names = ("lamp-script", "lamp-editor", "bare_editor")
+    if not all((programs / name).exists() for name in names):
+        print("the programs were not built: how they start is missing")
+        return {}
+    print("start ...", flush=True)
+    here = pathlib.Path(__file__).parent
+    done = subprocess.run([str(here / "start.py"), *(str(programs / name) for name in names)],
+                          check=True, capture_output=True, text=True)
+    return json.loads(done.stdout)
+
+
 def bar_of(step, variant):
     for pattern, ours, other, most in BARS:
         same = step == pattern or (pattern.endswith("*") and step.startswith(pattern[:-1]))
@@ -87,7 +102,12 @@ def bar_of(step, variant):
             yield other, most
 
 
-def faults_of(seconds, peaks):
+def faults_of(seconds, peaks, starts):
+    if starts and starts["script"] > LATEST_ANSWER:
+        yield f"lamp-script answers after {starts['script'] * 1e3:.0f} ms"
+    if starts and starts["editor"] - starts["bareEditor"] > LATEST_WINDOW:
+        yield (f"the editor's window stands {(starts['editor'] - starts['bareEditor']) * 1e3:.0f} ms "
+               "after a bare one")
     for (step, variant, nodes), took in sorted(seconds.items()):
         for other, most in bar_of(step, variant):
             beside = seconds.get((step, other, nodes))
@@ -130,16 +150,19 @@ def main():
     quick = "--quick" in sys.argv[3:]
     seconds = run(programs, quick, out)
     peaks = memory(programs)
-    faults = list(faults_of(seconds, peaks))
+    starts = start(programs)
+    faults = list(faults_of(seconds, peaks, starts))
     lines = ["# Measured in one run", "", *table(seconds), "",
              f"Peak memory at {SIZES[-1]:,} nodes, bytes a node:", "",
              *(f"- {variant}: {size / SIZES[-1]:.0f}" for variant, size in peaks.items()), ""]
+    lines += ["Until started:", "",
+              *(f"- {name}: {took * 1e3:.0f} ms" for name, took in starts.items()), ""]
     lines += [f"- FAULT: {fault}" for fault in faults] or ["Every bar is held."]
     (out / "bench.md").write_text("\n".join(lines) + "\n")
     (out / "bench.json").write_text(json.dumps(
         {"seconds": [{"step": s, "variant": v, "nodes": n, "median": took}
                      for (s, v, n), took in sorted(seconds.items())],
-         "peakBytes": peaks, "faults": faults}, indent=1) + "\n")
+         "peakBytes": peaks, "startSeconds": starts, "faults": faults}, indent=1) + "\n")
     print((out / "bench.md").read_text())
     return 1 if faults else 0
 

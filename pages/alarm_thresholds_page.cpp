@@ -32,7 +32,7 @@ enum Id {
 };
 
 // The firmware from which on nodes have the new thresholds.
-constexpr std::u16string_view NewFirmware = u"0.3.0";
+constexpr std::string_view NewFirmware = "0.3.0";
 constexpr int ValueLimit = 8;
 
 const host::XmlName FirmwareOfNode("vf");
@@ -126,7 +126,7 @@ host::ListColumn identityColumn() {
 }
 
 bool isOld(const Node& node) {
-  return lamp::compareVersions(node.getAttribute(FirmwareOfNode), NewFirmware) ==
+  return lamp::compareVersions(node.attribute(FirmwareOfNode), NewFirmware) ==
          lamp::VersionOrder::firstOlder;
 }
 
@@ -216,8 +216,8 @@ bool CDlgE07CfgZelLampManager::OnInitDialog() {
 
 void CDlgE07CfgZelLampManager::showCaptions() {
   const XCBasicString firmware = XCLoadString(TextId::NodeFirmwareVersion);
-  SetDlgItemText(Id::OldGroup, firmware + u" < " + NewFirmware);
-  SetDlgItemText(Id::NewGroup, firmware + u" >= " + NewFirmware);
+  SetDlgItemText(Id::OldGroup, firmware + u" < " + XCBasicString::FromUtf8(NewFirmware));
+  SetDlgItemText(Id::NewGroup, firmware + u" >= " + XCBasicString::FromUtf8(NewFirmware));
   const auto show = [this](std::span<const Threshold> thresholds, int firstLabel) {
     for (const Threshold& threshold : thresholds)
       SetDlgItemText(firstLabel++, XCLoadString(threshold.caption) + threshold.unit);

@@ -100,6 +100,10 @@ int stepMinute(const Node& owner, int step) {
   return owner.attribute(nameOf(Minutes, step)).toInt();
 }
 
+host::XmlText intervalTime(const Node& owner, int step) {
+  return owner.attribute(nameOf(Times, step));
+}
+
 XCBasicString stepTime(const Node& owner, ProgramKind kind, int step) {
   return kind == ProgramKind::clock ? clockText(stepHour(owner, step), stepMinute(owner, step))
                                     : owner.getAttribute(nameOf(Times, step));

@@ -27,6 +27,9 @@ constexpr int HighestPower = 100;  ///< in percent
 /// A step's time as lists and edits show it: "hh:mm" of a clock program, the duration's text as it
 /// stands of an interval program. What is missing reads as 0, or as an empty text.
 XCBasicString stepTime(const XmlDocument::XmlNode& owner, ProgramKind kind, int step);
+
+/// The duration of an interval program's step as it stands; empty where it is missing.
+host::XmlText intervalTime(const XmlDocument::XmlNode& owner, int step);
 /// Takes a step's time from an edit. In a clock program the first two characters are the hour, and
 /// those from the fourth on the minute.
 void setStepTime(XmlDocument::XmlNode& owner, ProgramKind kind, int step,

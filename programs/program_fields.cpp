@@ -115,7 +115,7 @@ std::optional<ProgramFields::Fault> ProgramFields::timeFault(const Node& owner, 
   const int labelId = idOf(firstId_, step, TimeLabel);
   const int editId = idOf(firstId_, step, Time);
   if (kind_ == ProgramKind::interval) {
-    if (!stepTime(owner, kind_, step).IsEmpty()) return std::nullopt;
+    if (!intervalTime(owner, step).empty()) return std::nullopt;
     return Fault{editId, XCLoadString(TextId::FieldInvalid)};
   }
   // The first step's start is not sent, so that it may hold anything.

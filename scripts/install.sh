@@ -8,12 +8,12 @@ build_packages=(
   libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev libcpp-httplib-dev
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
-test_packages=(libgtest-dev libgmock-dev libxml2-dev procps)
+test_packages=(libgtest-dev libgmock-dev libxml2-dev procps valgrind)
 
 packages=("${build_packages[@]}")
 case "${1:-test}" in
   build) ;;
-  bench) packages+=(libbenchmark-dev) ;;
+  bench) packages+=(libbenchmark-dev dpkg-dev xvfb libx11-6) ;;
   *) packages+=("${test_packages[@]}") ;;
 esac
 

@@ -35,7 +35,6 @@ constexpr auto Classes = makeClasses();
 
 constexpr std::size_t LongestName = 256;
 constexpr std::size_t MostAttributes = 0xFFFF;
-constexpr std::uint32_t Unknown = ~0U;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 // How many of eight bytes in front are of the class Plain.
@@ -217,10 +216,24 @@ void Builder::locate(XmlError& error) const {
   error.column = offset_ + 1 - (after == lineEnds_.begin() ? 0 : *(after - 1) + 1U);
 }
 
-// Names repeat: most are those of the element before, which @p known tells.
+// Names repeat: most are those of the element before, which @p known tells, or were read not long
+// ago.
 bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
-  if (known == Unknown || !isNamed(text, known)) return newName(text, id);
-  id = known;
+  if (known != Unknown && isNamed(text, known)) {
+    id = known;
+    return true;
+  }
+  const std::size_t size = std::strlen(text);
+  const auto unit = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  std::size_t slot = size;
+  if (size > 0) slot += 31U * unit(0) + 7U * unit(size / 2) + 3U * unit(size - 1);
+  std::uint32_t& recent = recentNames_[slot % recentNames_.size()];
+  if (recent != Unknown && isNamed(text, recent)) {
+    id = recent;
+    return true;
+  }
+  if (!newName(text, id)) return false;
+  recent = id;
   return true;
 }
 
@@ -325,7 +338,7 @@ bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) 
 
 // A name that none of the @p count attributes read before has.
 bool Builder::attributeName(const char* text, std::size_t count, std::uint32_t& id) {
-  if (!newName(text, id)) return false;
+  if (!name(text, Unknown, id)) return false;
   const auto end = attributes_.begin() + static_cast<std::ptrdiff_t>(count);
   if (std::none_of(attributes_.begin(), end, [&](const Attribute& a) { return a.name == id; }))
     return true;

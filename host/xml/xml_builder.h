@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -22,7 +23,9 @@ namespace host::xml {
 /// decodes them in place, checks what the library lets pass, and builds the compact tree.
 class Builder {
  public:
-  Builder(Storage& storage, const XmlLimits& limits) : storage_(storage), limits_(limits) {}
+  Builder(Storage& storage, const XmlLimits& limits) : storage_(storage), limits_(limits) {
+    recentNames_.fill(Unknown);
+  }
 
   /// The root, or none with the cause and the place in @p error.
   XmlDocument::XmlNode* build(std::string utf8, XmlError& error);
@@ -63,14 +66,17 @@ class Builder {
   void noteLines(std::string_view buffer);
   void locate(XmlError& error) const;
 
+  static constexpr std::uint32_t Unknown = ~0U;
+
   Storage& storage_;
   const XmlLimits& limits_;
   const char* begin_ = nullptr;
   const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
   std::unordered_set<std::uint32_t> names_;
-  std::vector<KnownName> knownNames_;  // by number, those of names_
-  std::vector<Attribute> attributes_;  // of the element at hand, and room for more
+  std::array<std::uint32_t, 64> recentNames_;  // numbers, each where its text leads
+  std::vector<KnownName> knownNames_;          // by number, those of names_
+  std::vector<Attribute> attributes_;          // of the element at hand, and room for more
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -111,6 +112,9 @@ class HOST_API XmlDocument::XmlNode {
   void setAttribute(host::XmlName name, std::u16string_view text);
   /// Sets the attribute to the text that another element holds. Both documents share it.
   void copyAttribute(const XmlNode& from, host::XmlName name);
+  /// Takes attributes off another element of the same document, in the order of @p names; one that
+  /// it lacks is set to an empty text. For attributes that this element does not have.
+  void takeAttributes(XmlNode& from, std::span<const host::XmlName> names);
   /// False when there is no such attribute.
   bool eraseAttribute(host::XmlName name);
   /// Gives the attribute another name in its place; one that had this name before goes. False when
@@ -200,6 +204,7 @@ class HOST_API XmlDocument::XmlNode {
   host::xml::Storage& storage() const;
   host::xml::Attribute* findAttribute(host::XmlName name) const;
   void setAttributeText(host::XmlName name, host::XmlText text);
+  void reserveAttributes(std::size_t count);
   void setStoredText(host::XmlText text);
   XmlNode* append(std::uint32_t tag);
   void unlink();

@@ -14,6 +14,8 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
+constexpr std::size_t MostAttributes = 0xFFFF;
+
 // The next element of a walk in document order below @p top; null at the end. The caller keeps
 // parallel trees in step with the same moves.
 template <class Visit>
@@ -79,7 +81,9 @@ const XmlNode* childByKey(const XmlNode& parent, const Step& step, std::u16strin
 static_assert(sizeof(XmlNode) == 72 || sizeof(XmlNode) == 64);
 static_assert(sizeof(Attribute) == 16);
 
-Storage& XmlNode::storage() const { return *Slab::of(this)->owner; }
+Storage& XmlNode::storage() const {
+  return *Slab::of(this)->owner;
+}
 
 // --- attributes
 
@@ -99,13 +103,17 @@ XmlText XmlNode::attribute(XmlName name) const {
   return found ? found->text() : XmlText();
 }
 
-bool XmlNode::hasAttribute(XmlName name) const { return findAttribute(name) != nullptr; }
+bool XmlNode::hasAttribute(XmlName name) const {
+  return findAttribute(name) != nullptr;
+}
 
 XmlName XmlNode::attributeName(std::size_t index) const {
   return XmlName::fromId(attributes_[index].name);
 }
 
-XmlText XmlNode::attributeText(std::size_t index) const { return attributes_[index].text(); }
+XmlText XmlNode::attributeText(std::size_t index) const {
+  return attributes_[index].text();
+}
 
 void XmlNode::setAttribute(XmlName name, std::u16string_view text) {
   setAttributeText(name, storage().pool().store(text));
@@ -121,17 +129,31 @@ void XmlNode::setAttributeText(XmlName name, XmlText text) {
     found->setText(text);
     return;
   }
-  if (attributeCount_ == attributeCapacity_) {
-    const auto capacity = static_cast<std::uint16_t>(
-        std::min<std::size_t>(attributeCapacity_ + 2U + attributeCapacity_ / 2U, 0xFFFF));
-    Attribute* grown = storage().allocateAttributes(capacity);
-    std::copy_n(attributes_, attributeCount_, grown);
-    attributes_ = grown;
-    attributeCapacity_ = capacity;
-  }
+  if (attributeCount_ == attributeCapacity_)
+    reserveAttributes(
+        std::min<std::size_t>(attributeCapacity_ + 2U + attributeCapacity_ / 2U, MostAttributes));
   Attribute& added = attributes_[attributeCount_++];
   added.name = name.id();
   added.setText(text);
+}
+
+void XmlNode::reserveAttributes(std::size_t count) {
+  if (count <= attributeCapacity_) return;
+  Attribute* grown = storage().allocateAttributes(count);
+  std::copy_n(attributes_, attributeCount_, grown);
+  attributes_ = grown;
+  attributeCapacity_ = static_cast<std::uint16_t>(count);
+}
+
+void XmlNode::takeAttributes(XmlNode& from, std::span<const XmlName> names) {
+  reserveAttributes(std::min(attributeCount_ + names.size(), MostAttributes));
+  for (const XmlName name : names) {
+    Attribute* taken = from.findAttribute(name);
+    setAttributeText(name, taken ? taken->text() : XmlText());
+    if (taken == nullptr) continue;
+    std::copy(taken + 1, from.attributes_ + from.attributeCount_, taken);
+    --from.attributeCount_;
+  }
 }
 
 bool XmlNode::eraseAttribute(XmlName name) {
@@ -157,9 +179,13 @@ void XmlNode::setStoredText(XmlText text) {
   textSize_ = text.sizeAndWidth();
 }
 
-void XmlNode::SetText(std::u16string_view text) { setStoredText(storage().pool().store(text)); }
+void XmlNode::SetText(std::u16string_view text) {
+  setStoredText(storage().pool().store(text));
+}
 
-void XmlNode::SetText(XmlText text) { setStoredText(storage().pool().store(text)); }
+void XmlNode::SetText(XmlText text) {
+  setStoredText(storage().pool().store(text));
+}
 
 void XmlNode::SetNarrowText(std::string ascii) {
   assert(ascii.size() <= XmlText::MaxSize);
@@ -227,7 +253,9 @@ XmlNode* XmlNode::append(std::uint32_t tag) {
   return child;
 }
 
-XmlNode& XmlNode::NewChild(XmlName name) { return *append(name.id()); }
+XmlNode& XmlNode::NewChild(XmlName name) {
+  return *append(name.id());
+}
 
 XmlNode& XmlNode::NewChild(XmlName name, std::u16string_view text) {
   XmlNode* child = append(name.id());

@@ -46,6 +46,15 @@ int XmlText::compare(XmlText other) const {
 }
 
 int XmlText::toInt() const {
+  if (!isWide() && size() <= 9) {
+    int number = 0;
+    const std::string_view digits = narrowView();
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (!digits.empty() && std::all_of(digits.begin(), digits.end(), isDigit)) {
+      for (const char c : digits) number = 10 * number + (c - '0');
+      return number;
+    }
+  }
   // Numbers are short: what lies beyond 32 characters can't change a value held at int's limits
   // unless it is padded with more blanks or zeros than anyone writes.
   char16_t buffer[32];

@@ -7,11 +7,7 @@ namespace lamp {
 using Node = XmlDocument::XmlNode;
 
 bool rewriteRow(Node& row, const RowRewrite& rewrite) {
-  Node& child = row.NewChild(rewrite.child);
-  for (const host::XmlName name : rewrite.moved) {
-    child.copyAttribute(row, name);
-    row.eraseAttribute(name);
-  }
+  row.NewChild(rewrite.child).takeAttributes(row, rewrite.moved);
   for (const host::XmlName name : rewrite.dropped) row.eraseAttribute(name);
   if (!row.renameAttribute(attribute::Id, attribute::NodeId)) return false;
   row.eraseAttribute(attribute::Stamp);

@@ -184,7 +184,7 @@ std::optional<std::size_t> ListControl::findRow(std::size_t column,
 }
 
 bool ListControl::replaceSelection(std::vector<std::size_t> rows) {
-  std::sort(rows.begin(), rows.end());
+  if (!std::is_sorted(rows.begin(), rows.end())) std::sort(rows.begin(), rows.end());
   rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
   while (!rows.empty() && rows.back() >= rows_.size()) rows.pop_back();
   if (!multiSelect_ && rows.size() > 1) rows.erase(rows.begin() + 1, rows.end());
