@@ -146,7 +146,9 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   std::jthread clockWatch(
       [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
   std::optional<Postman> postman;
-  if (options.deliver) postman.emplace(controller, clock, dataFolderOf(options.state) / "outbox");
+  if (options.deliver) {
+    postman.emplace(controller, clock, dataFolderOf(options.state) / "outbox", options.authorities);
+  }
   int signal = 0;
   sigwait(&ending, &signal);
   server.stop();
@@ -167,6 +169,9 @@ int run(const std::vector<std::string>& arguments) {
   if (options.deliver && options.state.empty()) {
     return complain("--deliver needs --state: reports are kept in its folder until they are sent",
                     kUsage);
+  }
+  if (!options.authorities.empty() && ::access(options.authorities.c_str(), R_OK) != 0) {
+    return complain("the certificates in " + options.authorities + " can't be read", kUsage);
   }
   if (options.token.empty()) options.token = randomHex(4);
   const MachineTime time;

@@ -105,6 +105,11 @@ std::string takeDeliver(const std::string&, Options& options) {
   return "";
 }
 
+std::string takeAuthorities(const std::string& value, Options& options) {
+  options.authorities = value;
+  return value.empty() ? "the name of a file of certificates" : "";
+}
+
 std::string takeHelp(const std::string&, Options& options) {
   options.help = true;
   return "";
@@ -124,6 +129,8 @@ constexpr std::array kRules = {
     OptionRule{"--token", "TEXT", "token for /control/ (made at random)", takeToken},
     OptionRule{"--deliver", nullptr, "send reports by FTP and mail, ask the time server",
                takeDeliver},
+    OptionRule{"--authorities", "FILE", "certificates that --deliver trusts (the system's)",
+               takeAuthorities},
     OptionRule{"--help", nullptr, "show this and end", takeHelp},
 };
 

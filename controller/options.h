@@ -16,9 +16,10 @@ struct Options {
   std::string state;     ///< file or folder; empty: nothing is kept
   std::string calendar;  ///< calendar file; empty: none
   StreetPlan street;
-  double speed = 1;      ///< seconds of the controller per second
-  bool deliver = false;  ///< send reports and ask the time server
-  std::string token;     ///< empty: made at random
+  double speed = 1;         ///< seconds of the controller per second
+  bool deliver = false;     ///< send reports and ask the time server
+  std::string authorities;  ///< file of certificates that delivery trusts; empty: the system's
+  std::string token;        ///< empty: made at random
   std::vector<Fault> faults;
   bool help = false;
   std::vector<std::string> arguments;  ///< as they were given

@@ -20,7 +20,7 @@ struct CurlEnd {
 using Curl = std::unique_ptr<CURL, CurlEnd>;
 using TextList = std::unique_ptr<curl_slist, CurlEnd>;
 
-Curl beginTransfer(const char* protocols) {
+Curl beginTransfer(const char* protocols, const std::string& authorities) {
   static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
   Curl curl(ready ? curl_easy_init() : nullptr);
   if (!curl) return curl;
@@ -29,6 +29,7 @@ Curl beginTransfer(const char* protocols) {
   curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, kWholeSeconds);
   curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(curl.get(), CURLOPT_PROXY, "");
+  if (!authorities.empty()) curl_easy_setopt(curl.get(), CURLOPT_CAINFO, authorities.c_str());
   return curl;
 }
 
@@ -76,7 +77,7 @@ TextList append(TextList list, const std::string& text) {
 
 std::string NetworkCourier::upload(const DeliverySettings& settings,
                                    const std::filesystem::path& file) {
-  const Curl curl = beginTransfer("ftp");
+  const Curl curl = beginTransfer("ftp", authorities_);
   if (!curl) return "the transfer library could not be started";
   const std::unique_ptr<std::FILE, CurlEnd> input(std::fopen(file.c_str(), "rb"));
   if (!input) return "can't open " + file.string();
@@ -95,7 +96,7 @@ std::string NetworkCourier::upload(const DeliverySettings& settings,
 
 std::string NetworkCourier::mail(const DeliverySettings& settings,
                                  const std::filesystem::path& file) {
-  const Curl curl = beginTransfer("smtp");
+  const Curl curl = beginTransfer("smtp", authorities_);
   if (!curl) return "the transfer library could not be started";
   curl_easy_setopt(curl.get(), CURLOPT_URL, ("smtp://" + settings.mailHost).c_str());
   setLogin(curl.get(), settings.mailUser, settings.mailPassword);

@@ -20,8 +20,14 @@ class Courier {
 /// (encrypted where the server can). It waits 5 s for a connection and 60 s for everything.
 class NetworkCourier final : public Courier {
  public:
+  /// `authorities` is a file of certificates that servers are verified by; empty for the system's.
+  explicit NetworkCourier(std::string authorities = "") : authorities_(std::move(authorities)) {}
+
   std::string upload(const DeliverySettings& settings, const std::filesystem::path& file) override;
   std::string mail(const DeliverySettings& settings, const std::filesystem::path& file) override;
+
+ private:
+  const std::string authorities_;
 };
 
 }  // namespace lamp::controller

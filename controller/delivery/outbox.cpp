@@ -47,23 +47,28 @@ void Outbox::giveUp(const fs::path& file) {
   fs::rename(file, folder_ / kFailed / file.filename(), error);
 }
 
-std::vector<std::string> Outbox::work(const DeliverySettings& settings, Moment now) {
+void Outbox::workOn(const DeliverySettings& settings, const fs::path& file, Moment now,
+                    std::vector<std::string>& faults) {
+  if (!settings.byFtp && !settings.byMail) return;
+  Progress& progress = progress_[file.filename()];
+  // A clock that was set back since must not make the pause any longer.
+  const bool pausing = now < progress.next && progress.next - now <= settings.pause;
+  if (progress.tries > 0 && pausing) return;
+  const std::string fault = tryOnce(settings, file, progress);
+  ++progress.tries;
+  progress.next = now + settings.pause;
+  if (!fault.empty()) faults.push_back(file.filename().string() + ": " + fault);
+  const bool usedUp = progress.tries > settings.retries;
+  if (!fault.empty() && !usedUp) return;
+  std::error_code error;
+  if (fault.empty()) fs::remove(file, error);
+  if (!fault.empty()) giveUp(file);
+  progress_.erase(file.filename());
+}
+
+std::vector<std::string> Outbox::work(const SettingsSource& settings, Moment now) {
   std::vector<std::string> faults;
-  if (!settings.byFtp && !settings.byMail) return faults;
-  for (const fs::path& file : filesOf(folder_)) {
-    Progress& progress = progress_[file.filename()];
-    if (progress.tries > 0 && now < progress.next) continue;
-    const std::string fault = tryOnce(settings, file, progress);
-    ++progress.tries;
-    progress.next = now + settings.pause;
-    if (!fault.empty()) faults.push_back(file.filename().string() + ": " + fault);
-    const bool usedUp = progress.tries > settings.retries;
-    if (!fault.empty() && !usedUp) continue;
-    std::error_code error;
-    if (fault.empty()) fs::remove(file, error);
-    if (!fault.empty()) giveUp(file);
-    progress_.erase(file.filename());
-  }
+  for (const fs::path& file : filesOf(folder_)) workOn(settings(), file, now, faults);
   return faults;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,8 +20,12 @@ class Outbox {
   Outbox(std::filesystem::path folder, Courier& courier)
       : folder_(std::move(folder)), courier_(courier) {}
 
-  /// Tries every file whose time has come. Answers one line of text for each try that failed.
-  std::vector<std::string> work(const DeliverySettings& settings, Moment now);
+  /// The settings in force at the moment of asking.
+  using SettingsSource = std::function<DeliverySettings()>;
+
+  /// Tries every file whose time has come, each by the settings that are in force then: a server
+  /// that does not answer may take its time. Answers one line of text for each try that failed.
+  std::vector<std::string> work(const SettingsSource& settings, Moment now);
 
  private:
   struct Progress {
@@ -29,6 +34,8 @@ class Outbox {
     bool mailed = false;
     Moment next;
   };
+  void workOn(const DeliverySettings& settings, const std::filesystem::path& file, Moment now,
+              std::vector<std::string>& faults);
   std::string tryOnce(const DeliverySettings& settings, const std::filesystem::path& file,
                       Progress& progress);
   void giveUp(const std::filesystem::path& file);

@@ -1,6 +1,9 @@
 #include "controller/delivery/postman.h"
 
+#include <cstdio>
 #include <iostream>
+
+#include "controller/delivery/time_appointment.h"
 
 namespace lamp::controller {
 namespace {
@@ -11,7 +14,13 @@ using std::chrono::steady_clock;
 
 constexpr seconds kPace{1};
 constexpr milliseconds kTimeServerWait{3000};
-constexpr std::chrono::minutes kBetweenQuestions{60};
+constexpr milliseconds kWorthTelling{1000};
+
+std::string inSeconds(milliseconds time) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.3f s", std::chrono::duration<double>(time).count());
+  return text;
+}
 
 }  // namespace
 
@@ -19,9 +28,11 @@ milliseconds correctionFor(milliseconds offset, seconds tolerated) {
   return abs(offset) > tolerated ? offset : milliseconds{0};
 }
 
-Postman::Postman(Controller& controller, ControllerClock& clock, std::filesystem::path outbox)
+Postman::Postman(Controller& controller, ControllerClock& clock, std::filesystem::path outbox,
+                 std::string authorities)
     : controller_(controller),
       clock_(clock),
+      courier_(std::move(authorities)),
       outbox_(std::move(outbox), courier_),
       thread_([this](const std::stop_token& stop) { work(stop); }) {}
 
@@ -31,14 +42,14 @@ Postman::~Postman() {
 }
 
 void Postman::work(const std::stop_token& stop) {
-  steady_clock::time_point nextQuestion = steady_clock::now();
+  const auto inForce = [this] { return controller_.deliverySettings(); };
+  TimeAppointment appointment;
   while (!stop.stop_requested()) {
-    const DeliverySettings settings = controller_.deliverySettings();
-    if (steady_clock::now() >= nextQuestion && !settings.timeServer.empty()) {
-      keepTime(settings);
-      nextQuestion = steady_clock::now() + kBetweenQuestions;
+    const DeliverySettings settings = inForce();
+    if (appointment.due(settings, steady_clock::now())) {
+      appointment.kept(settings, keepTime(settings), steady_clock::now());
     }
-    for (const std::string& fault : outbox_.work(settings, clock_.now())) {
+    for (const std::string& fault : outbox_.work(inForce, clock_.now())) {
       std::cerr << "lamp-controller: not delivered: " << fault << '\n';
     }
     std::unique_lock lock(mutex_);
@@ -46,14 +57,24 @@ void Postman::work(const std::stop_token& stop) {
   }
 }
 
-void Postman::keepTime(const DeliverySettings& settings) {
+bool Postman::keepTime(const DeliverySettings& settings) {
   const TimeAnswer answer = askTimeServer(settings.timeServer, kTimeServerWait,
                                           [this] { return clock_.precise().time_since_epoch(); });
   if (!answer.fault.empty()) {
     std::cerr << "lamp-controller: time server: " << answer.fault << '\n';
-    return;
+    return false;
   }
-  clock_.adjust(correctionFor(answer.offset, settings.deviation));
+  const milliseconds correction = correctionFor(answer.offset, settings.deviation);
+  clock_.adjust(correction);
+  if (correction != milliseconds{0}) {
+    std::cerr << "lamp-controller: clock corrected by " << inSeconds(correction) << " as "
+              << settings.timeServer << " tells\n";
+  } else if (abs(answer.offset) >= kWorthTelling) {
+    std::cerr << "lamp-controller: clock left alone though " << settings.timeServer
+              << " tells a difference of " << inSeconds(answer.offset) << ": up to "
+              << inSeconds(settings.deviation) << " are tolerated\n";
+  }
+  return true;
 }
 
 }  // namespace lamp::controller

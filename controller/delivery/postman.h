@@ -15,15 +15,17 @@ namespace lamp::controller {
 /// and keeps the clock by the time server. Works in a thread of its own while it lives.
 class Postman {
  public:
-  /// All must outlive the postman.
-  Postman(Controller& controller, ControllerClock& clock, std::filesystem::path outbox);
+  /// The controller and its clock must outlive the postman. `authorities` is a file of
+  /// certificates that servers are verified by; empty for those of the system.
+  Postman(Controller& controller, ControllerClock& clock, std::filesystem::path outbox,
+          std::string authorities);
   ~Postman();
   Postman(const Postman&) = delete;
   Postman& operator=(const Postman&) = delete;
 
  private:
   void work(const std::stop_token& stop);
-  void keepTime(const DeliverySettings& settings);
+  bool keepTime(const DeliverySettings& settings);
 
   Controller& controller_;
   ControllerClock& clock_;

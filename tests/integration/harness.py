@@ -8,6 +8,7 @@ import select
 import shutil
 import socket
 import subprocess
+import sys
 import tempfile
 import threading
 import unittest
@@ -25,15 +26,28 @@ class Controller:
     def __init__(self, folder, *options):
         self.folder = pathlib.Path(folder)
         self.options = options
+        self.errors = []  # the lines of its standard error
+        self.port = 0     # the one that it found stays its own
         self.start()
 
     def start(self):
         self.process = subprocess.Popen(
-            [BIN / "lamp-controller", "--port", "0", "--state", self.folder, *self.options],
+            [BIN / "lamp-controller", "--port", str(self.port), "--state", self.folder, *self.options],
             stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
             text=True,
         )
+        self.listener = threading.Thread(target=self.heed_errors, args=(self.process.stderr,),
+                                         daemon=True)
+        self.listener.start()
         self.heed_start()
+
+    def heed_errors(self, stream):
+        with stream:
+            for line in stream:
+                self.errors.append(line.rstrip("\n"))
+                if not line.startswith("going on with "):
+                    sys.stderr.write(line)
 
     def heed_start(self):
         """Reads what it prints when it begins to serve."""
@@ -46,7 +60,16 @@ class Controller:
 
     def stop(self):
         self.process.terminate()
+        return self.ended()
+
+    def kill(self):
+        """Ends it as a loss of power would."""
+        self.process.kill()
+        return self.ended()
+
+    def ended(self):
         status = self.process.wait(timeout=60)
+        self.listener.join(timeout=10)
         self.process.stdout.close()
         return status
 

@@ -35,6 +35,10 @@ class OutboxTest : public testing::Test {
   void put(const std::string& name) { std::ofstream(folder.path() / name) << "report"; }
   bool has(const std::string& name) { return std::filesystem::exists(folder.path() / name); }
 
+  std::vector<std::string> work(Moment at) {
+    return outbox.work([this] { return settings; }, at);
+  }
+
   ScratchFolder folder;
   ScriptedCourier courier;
   Outbox outbox{folder.path(), courier};
@@ -52,7 +56,7 @@ TEST_F(OutboxTest, RemovesWhatArrivedTheOldestFirst) {
   put("20250102-b.xml");
   put("20250101-a.csv");
   put("20250101-a.xml.AbC123");
-  EXPECT_TRUE(outbox.work(settings, now).empty());
+  EXPECT_TRUE(work(now).empty());
   EXPECT_EQ(courier.uploaded, (std::vector<std::string>{"20250101-a.csv", "20250102-b.xml"}));
   EXPECT_FALSE(has("20250101-a.csv"));
   EXPECT_TRUE(has("20250101-a.xml.AbC123"));
@@ -61,22 +65,22 @@ TEST_F(OutboxTest, RemovesWhatArrivedTheOldestFirst) {
 TEST_F(OutboxTest, TriesAgainAfterThePauseAndThenGivesUp) {
   put("a.xml");
   courier.uploadFailures = 100;
-  EXPECT_EQ(outbox.work(settings, now).size(), 1U);
-  EXPECT_TRUE(outbox.work(settings, now + 59s).empty());
-  EXPECT_EQ(outbox.work(settings, now + 60s), std::vector<std::string>{"a.xml: line is down"});
-  EXPECT_EQ(outbox.work(settings, now + 120s).size(), 1U);
+  EXPECT_EQ(work(now).size(), 1U);
+  EXPECT_TRUE(work(now + 59s).empty());
+  EXPECT_EQ(work(now + 60s), std::vector<std::string>{"a.xml: line is down"});
+  EXPECT_EQ(work(now + 120s).size(), 1U);
   EXPECT_FALSE(has("a.xml"));
   EXPECT_TRUE(has("failed/a.xml"));
   EXPECT_EQ(courier.uploaded.size(), 3U) << "the first try and two retries";
-  EXPECT_TRUE(outbox.work(settings, now + 180s).empty());
+  EXPECT_TRUE(work(now + 180s).empty());
 }
 
 TEST_F(OutboxTest, DoesNotRepeatTheWayThatWorked) {
   settings.byMail = true;
   put("a.xml");
   courier.mailFailures = 1;
-  EXPECT_EQ(outbox.work(settings, now).size(), 1U);
-  EXPECT_TRUE(outbox.work(settings, now + 60s).empty());
+  EXPECT_EQ(work(now).size(), 1U);
+  EXPECT_TRUE(work(now + 60s).empty());
   EXPECT_EQ(courier.uploaded.size(), 1U);
   EXPECT_EQ(courier.mailed.size(), 2U);
   EXPECT_FALSE(has("a.xml"));
@@ -85,8 +89,29 @@ TEST_F(OutboxTest, DoesNotRepeatTheWayThatWorked) {
 TEST_F(OutboxTest, KeepsEverythingWhileNoWayIsSet) {
   settings.byFtp = false;
   put("a.xml");
-  EXPECT_TRUE(outbox.work(settings, now).empty());
+  EXPECT_TRUE(work(now).empty());
   EXPECT_TRUE(has("a.xml"));
+}
+
+TEST_F(OutboxTest, SendsEachFileByTheSettingsThatAreInForceThen) {
+  put("a.xml");
+  put("b.xml");
+  int asked = 0;
+  const auto switchedOff = [&] {
+    settings.byFtp = ++asked == 1;
+    return settings;
+  };
+  EXPECT_TRUE(outbox.work(switchedOff, now).empty());
+  EXPECT_EQ(courier.uploaded, std::vector<std::string>{"a.xml"});
+  EXPECT_TRUE(has("b.xml"));
+}
+
+TEST_F(OutboxTest, AClockThatGoesBackDoesNotLengthenThePause) {
+  put("a.xml");
+  courier.uploadFailures = 1;
+  EXPECT_EQ(work(now).size(), 1U);
+  EXPECT_TRUE(work(now - 1h).empty());
+  EXPECT_FALSE(has("a.xml")) << "tried at once";
 }
 
 DeliverySettings settingsOf(const char* attributes) {

@@ -45,9 +45,8 @@ TEST_F(CommandServerTest, ARefusalIsShortPlainText) {
   const HttpAnswer answer = httpCommand(base, 2, "<deviceCfg><E01 hourIni=\"24\"/></deviceCfg>");
   EXPECT_EQ(answer.status, 422);
   EXPECT_TRUE(answer.type.starts_with("text/plain"));
-  EXPECT_EQ(
-      answer.body,
-      "E01: hourIni is \"24\"; it must be a whole number from 0 to 23. Nothing was changed.");
+  EXPECT_EQ(answer.body,
+            "E01: hourIni is \"24\"; it must be a whole number from 0 to 23. Nothing was changed.");
 }
 
 TEST_F(CommandServerTest, OtherAddressesAndMethodsAreRefused) {
