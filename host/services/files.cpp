@@ -58,6 +58,12 @@ fs::path sibling(const fs::path& file, std::string_view ending) {
   return file.parent_path() / name;
 }
 
+// A name that no other save has at the moment, in this program or another one.
+fs::path freshSibling(const fs::path& file) {
+  static std::atomic<unsigned> count = 0;
+  return sibling(file, ".new-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
+}
+
 }  // namespace
 
 FileSystem::~FileSystem() = default;
@@ -92,7 +98,7 @@ bool FileSystem::writeNew(const fs::path& file, std::string_view content, std::s
 }
 
 bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& cause) {
-  const fs::path fresh = sibling(copy, ".new");
+  const fs::path fresh = freshSibling(copy);
   ::unlink(fresh.c_str());
   if (::link(file.c_str(), fresh.c_str()) != 0) {
     // Some file systems have no hard links.
@@ -162,9 +168,7 @@ bool saveWhole(const fs::path& file, std::string_view content, std::string& caus
 
 bool saveWholeKeeping(const fs::path& file, std::string_view content, const fs::path& copy,
                       std::string& cause) {
-  static std::atomic<unsigned> count = 0;
-  const fs::path fresh =
-      sibling(file, ".new-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
+  const fs::path fresh = freshSibling(file);
   FileSystem& files = fileSystem();
   if (files.writeNew(fresh, content, cause) &&
       (!files.exists(file) || files.keep(file, copy, cause)) && files.replace(fresh, file, cause))

@@ -130,10 +130,14 @@ TEST_F(CalendarEditor, ACalendarThatCantBeLoadedIsReportedAndItsNameStays) {
 TEST_F(CalendarEditor, ANameInTheConfigurationNeverLeadsOutOfTheStore) {
   putFile("A", calendarXml("A", "F", emptyDays("F"), year()));
   folder.write("secret.xclmc", calendarXml("secret", "F", emptyDays("F"), std::string(366, '5')));
+  std::filesystem::create_directories(fileOf("inner").replace_extension());
+  folder.write(storeName() + "/inner/secret.xclmc",
+               calendarXml("secret", "F", emptyDays("F"), std::string(366, '5')));
   const std::string absolute = (folder.path() / "secret").string();
   for (const std::string& name :
        {std::string("../secret"), absolute, std::string(".."), std::string("..\\secret"),
-        std::string("con"), std::string(300, 'a')}) {
+        std::string("inner/secret"), std::string("./inner/secret"), std::string("C:secret"),
+        std::string("con"), std::string("nul.txt"), std::string(300, 'a')}) {
     openWithout(name, "[34191]");
     EXPECT_TRUE(daysOfType("5").empty());
     driver.click("cancel");

@@ -120,6 +120,19 @@ TEST_F(CalendarDocument, AWriteThatFailsAtAnyStepLeavesTheOldFileWhole) {
   }
 }
 
+TEST_F(CalendarDocument, ADiskThatFillsUpLeavesNeitherHalfACalendarNorAnythingBesideIt) {
+  for (const bool present : {false, true}) {
+    if (present) putFile("A", "<calendar>old</calendar>");
+    lamp::CalendarDocument calendar(ProgramKind::clock);
+    support::FaultyFiles files;
+    files.failHalfWritten("disk full");
+    EXPECT_FALSE(calendar.save(fileOf("A"), XCBasicString(u"A")));
+    const std::filesystem::directory_iterator left(lamp::calendarFolder());
+    EXPECT_EQ(std::distance(begin(left), end(left)), present ? 1 : 0);
+  }
+  EXPECT_EQ(fileText("A"), "<calendar>old</calendar>");
+}
+
 class DayTypes : public support::Calendars {};
 
 TEST_F(DayTypes, HaveNamesThatCountFromOneAndTheirColours) {
