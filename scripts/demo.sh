@@ -35,6 +35,16 @@ if [ -z "$address" ]; then
 fi
 echo "The controller answers at http://$address"
 
+# The words that put the lamps of a street into a group of its name.
+group_of() {
+  printf '%s\n' \
+    '{"do":"editor.newGroup","device":"Demo street"}' \
+    "{\"do\":\"type\",\"id\":\"name\",\"text\":\"$1\"}" \
+    "{\"do\":\"type\",\"id\":\"reference\",\"text\":\"$1\"}" \
+    '{"do":"click","id":"addMatching"}' \
+    '{"do":"click","id":"ok"}'
+}
+
 # The demo device is declared as an engineer would, by the scripted user. In a configuration that has
 # it already only the port follows, without asking the controller to move.
 declare_device() {
@@ -53,7 +63,8 @@ declare_device() {
       '{"do":"type","id":"address","text":"127.0.0.1"}' \
       "{\"do\":\"type\",\"id\":\"socket\",\"text\":\"$port\"}" \
       '{"do":"type","id":"ftpAddress","text":"127.0.0.1"}' \
-      '{"do":"click","id":"ok"}' |
+      '{"do":"click","id":"ok"}' \
+      "$(group_of 'Market Square')" "$(group_of 'Station Road')" "$(group_of 'Bridge Street')" |
       out/bin/lamp-script --config "$folder/configuration"
   fi
 }

@@ -208,6 +208,20 @@ void NightChart::drawLines(QPainter& painter, const NightAxis& at) const {
   }
 }
 
+// Whether a band has room for its numbers.
+bool NightChart::isHigh(const NightAxis& at, const ValueRange& power) const {
+  return at.y(power.least) - at.y(power.most) > fontMetrics().height() + LineWidth;
+}
+
+// The top of the numbers of a power: in the middle of a band, where they need a ground of their
+// own, and else in the area below the line, or above it where the area is low.
+int NightChart::placeOfPower(const NightAxis& at, const ValueRange& power) const {
+  const int height = fontMetrics().height();
+  if (isHigh(at, power)) return (at.y(power.least) + at.y(power.most) - height) / 2;
+  if (power.least < LowPower) return at.y(power.most) - height - LineWidth;
+  return at.y(power.least) + LineWidth;
+}
+
 void NightChart::drawPowers(QPainter& painter, const NightAxis& at) const {
   const QFontMetrics metrics = fontMetrics();
   for (const NightSpan& span : night_.spans()) {
@@ -218,14 +232,9 @@ void NightChart::drawPowers(QPainter& painter, const NightAxis& at) const {
     const int width = metrics.horizontalAdvance(text) + Margin;
     if (at.x(span.to) - at.x(span.from) < width + LineWidth) continue;
     const int centre = (at.x(span.from) + at.x(span.to)) / 2;
-    const int line = at.y(span.power->least);
-    const bool above = span.power->isOne() && span.power->least < LowPower;
-    int top = above ? line - metrics.height() - LineWidth : line + LineWidth;
-    // A band has its numbers in its middle, on a ground of their own.
-    if (!span.power->isOne()) top = (line + at.y(span.power->most) - metrics.height()) / 2;
-    top = std::min(top, at.y(0) - metrics.height());
-    const QRect box(centre - width / 2, top, width, metrics.height());
-    if (!span.power->isOne()) painter.fillRect(box, faded(palette().color(QPalette::Base), 0.85F));
+    const QRect box(centre - width / 2, placeOfPower(at, *span.power), width, metrics.height());
+    if (isHigh(at, *span.power))
+      painter.fillRect(box, faded(palette().color(QPalette::Base), 0.85F));
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(box, Qt::AlignCenter, text);
   }

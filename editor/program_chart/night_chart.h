@@ -33,6 +33,8 @@ class NightChart : public QWidget {
   void drawAreas(QPainter& painter, const NightAxis& axis) const;
   void drawLines(QPainter& painter, const NightAxis& axis) const;
   void drawPowers(QPainter& painter, const NightAxis& axis) const;
+  bool isHigh(const NightAxis& axis, const ValueRange& power) const;
+  int placeOfPower(const NightAxis& axis, const ValueRange& power) const;
   void drawStepNumbers(QPainter& painter, const NightAxis& axis) const;
   void drawOpenEnds(QPainter& painter, const NightAxis& axis) const;
   QColor lineColour() const;

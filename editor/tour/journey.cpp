@@ -76,16 +76,26 @@ Steps nameThreeNodes() {
           click("ok")};
 }
 
-// Dims three nodes more, then shows them beside others that differ.
-Steps dimNodes() {
+/// Selects the lamps of groups, or in a configuration without groups some nodes.
+Tour::Step selectLamps(std::vector<int> groups, std::vector<int> nodes) {
+  return [=](Tour& tour) {
+    if (tour.rowCount("groups") > 0)
+      tour.selectRows("groups", groups);
+    else
+      tour.selectRows("nodes", nodes);
+  };
+}
+
+// Dims the lamps of a group more, then shows them beside others that differ.
+Steps dimLamps() {
   return {click("groupSchedules"),
           sidePane(),
-          selectRows("nodes", {1, 2, 4}),
+          selectLamps({0}, {1, 2, 4}),
           type("power2", "55"),
           type("time3", "2345"),
           type("power3", "20"),
           picture("group-schedules-typed"),
-          selectRows("nodes", {0, 1, 3}),
+          selectLamps({0, 1}, {0, 1, 3}),
           picture("group-schedules"),
           darkPicture("group-schedules-dark"),
           click("cancel")};
@@ -149,7 +159,7 @@ Steps journey() {
   steps += visit("nodeCommand", "node-command");
   steps += visit("inputs", "inputs-and-outputs");
   steps += visit("nodePower", "node-power");
-  steps += dimNodes();
+  steps += dimLamps();
   steps += paintCalendar();
   steps += programDayTypes();
   steps += {picture("menu-again"), click("ok"), picture("main-window-after")};

@@ -126,15 +126,24 @@ void Tour::choose(const QString& control, const QString& item) {
     sendKey(*box, key);
 }
 
-void Tour::selectRows(const QString& control, const std::vector<int>& rows) {
+ListRenderer& Tour::findList(const QString& control) const {
   auto* list = dynamic_cast<ListRenderer*>(&find(control));
-  require(list != nullptr, "\"" + control + "\" is no list");
+  if (list == nullptr) fail("\"" + control + "\" is no list");
+  return *list;
+}
+
+int Tour::rowCount(const QString& control) const {
+  return findList(control).view().model()->rowCount();
+}
+
+void Tour::selectRows(const QString& control, const std::vector<int>& rows) {
+  ListView& view = findList(control).view();
   Qt::KeyboardModifiers modifiers;
   for (const int row : rows) {
-    const QModelIndex index = list->view().model()->index(row, 0);
+    const QModelIndex index = view.model()->index(row, 0);
     require(index.isValid(), QString("\"%1\" has no row %2").arg(control).arg(row));
-    list->view().scrollTo(index);
-    clickAt(*list->view().viewport(), list->view().visualRect(index).center(), modifiers);
+    view.scrollTo(index);
+    clickAt(*view.viewport(), view.visualRect(index).center(), modifiers);
     modifiers = Qt::ControlModifier;
   }
 }

@@ -12,6 +12,7 @@
 namespace editor {
 
 class ControlRenderer;
+class ListRenderer;
 
 /// Walks through the dialogs as a person would, with mouse and key events on the real widgets, and
 /// takes pictures on the way. One step after the other is made in whatever event loop runs: a step
@@ -38,6 +39,7 @@ class Tour : public QObject {
   void choose(const QString& control, const QString& item);
   /// Clicks rows of a list, each with Ctrl but the first.
   void selectRows(const QString& control, const std::vector<int>& rows);
+  int rowCount(const QString& control) const;
   void paintDays(const QString& control, const std::vector<XCDateTime>& days);
   /// The dialog in front shows a pane of the editor's own.
   void requireSidePane() const;
@@ -50,6 +52,7 @@ class Tour : public QObject {
  private:
   void next();
   ControlRenderer& find(const QString& control) const;
+  ListRenderer& findList(const QString& control) const;
   QWidget* frontWindow() const;
 
   MainWindow& window_;
