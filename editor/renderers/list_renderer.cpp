@@ -49,6 +49,7 @@ void ListRenderer::addFilterRow() {
   auto* row = new QHBoxLayout;
   filter_ = new QLineEdit(box_);
   filter_->setPlaceholderText(caption(TextId::ListFilter));
+  filter_->setAccessibleName(caption(TextId::ListFilter));
   filter_->setClearButtonEnabled(true);
   filter_->installEventFilter(this);
   count_ = new QLabel(box_);

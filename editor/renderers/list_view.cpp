@@ -4,8 +4,10 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
 #include <algorithm>
 
+#include "editor/qt_text.h"
 #include "editor/renderers/list_table_model.h"
 
 namespace editor {
@@ -133,7 +135,7 @@ void ListView::focusOutEvent(QFocusEvent* event) {
 
 void ListView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
-    QGuiApplication::clipboard()->setText(model_.textOf(list_.selection()));
+    copyRows();
     return;
   }
   switch (event->key()) {
@@ -149,6 +151,30 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     default:
       QTableView::keyPressEvent(event);
   }
+}
+
+void ListView::copyRows() const {
+  QGuiApplication::clipboard()->setText(model_.textOf(list_.selection()));
+}
+
+// What the keys do, for those who don't know them. The button was let go outside of the list's
+// sight: the gesture that selected the row under it ends here.
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+  endGesture();
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto add = [&](host::TextId text, QKeySequence::StandardKey key, bool enabled,
+                       auto action) {
+    QAction* item = menu->addAction(caption(text), this, action);
+    item->setShortcut(key);
+    item->setEnabled(enabled);
+  };
+  add(host::TextId::MenuCopy, QKeySequence::Copy, !list_.selection().empty(),
+      [this] { copyRows(); });
+  if (list_.isMultiSelect())
+    add(host::TextId::MenuSelectAll, QKeySequence::SelectAll, model_.rowCount() > 0,
+        [this] { selectAll(); });
+  menu->popup(event->globalPos());
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {

@@ -329,7 +329,8 @@ QString YearView::wordsFor(const XCDateTime& day) const {
 }
 
 bool YearView::event(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  // A view that is disabled tells why, as every control does.
+  if (event->type() != QEvent::ToolTip || !isEnabled()) return QWidget::event(event);
   const auto& help = static_cast<const QHelpEvent&>(*event);
   const YearGrid days = grid();
   if (const auto day = days.dayAt(help.pos()))

@@ -169,7 +169,19 @@ void Tour::darkPicture(const QString& name) {
   QApplication::setPalette(before);
 }
 
+void Tour::requireReasons() const {
+  const DialogWindow* top = frontEnd_.topWindow();
+  if (top == nullptr) return;
+  for (const auto& control : top->body().dialog().Controls()) {
+    if (control->kind() != host::ControlKind::button || control->isEnabled()) continue;
+    const bool told = !top->body().renderer(control->id())->widget().toolTip().isEmpty();
+    require(told || !control->isVisible(),
+            "the button \"" + QString::fromStdString(control->name()) + "\" tells no reason");
+  }
+}
+
 void Tour::picture(const QString& name) {
+  requireReasons();
   QCoreApplication::sendPostedEvents();
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
   const QString path = QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());

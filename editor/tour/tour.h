@@ -43,7 +43,8 @@ class Tour : public QObject {
   void paintDays(const QString& control, const std::vector<XCDateTime>& days);
   /// The dialog in front shows a pane of the editor's own.
   void requireSidePane() const;
-  /// Saves a picture of the window in front as the next number and @p name.
+  /// Saves a picture of the window in front as the next number and @p name. A button in it that
+  /// can't be pressed must tell why.
   void picture(const QString& name);
   /// The same on a dark desktop.
   void darkPicture(const QString& name);
@@ -54,6 +55,7 @@ class Tour : public QObject {
   ControlRenderer& find(const QString& control) const;
   ListRenderer& findList(const QString& control) const;
   QWidget* frontWindow() const;
+  void requireReasons() const;
 
   MainWindow& window_;
   QtFrontEnd& frontEnd_;

@@ -2,9 +2,12 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QClipboard>
+#include <QtGui/QContextMenuEvent>
 #include <QtGui/QGuiApplication>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <numeric>
 
 #include "editor/renderers/list_table_model.h"
@@ -103,6 +106,29 @@ TEST_F(ListRenderer, AHeaderClickSortsAndShowsTheOrder) {
   EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
 }
 
+TEST_F(ListRenderer, SortingMovesNothingInTheDocument) {
+  openWith(12);
+  const std::string before = rows_.ToString();
+  QHeaderView& header = *view().horizontalHeader();
+  for (const int column : {0, 1, 1})
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                      QPoint(header.sectionPosition(column) + 5, header.height() / 2));
+  settle();
+  EXPECT_EQ(cell(0, 1), "yes");
+  EXPECT_EQ(cell(11, 1), "no");
+  EXPECT_EQ(rows_.ToString(), before);
+}
+
+TEST_F(ListRenderer, AListOfOneRowIsSortedByItsHeaderToo) {
+  dialog_.onInit = [this](sample::Dialog& dialog) { fillRows(dialog.List(Id::OneRow), 12); };
+  open();
+  editor::ListView& one = rendererAs<editor::ListRenderer>(Id::OneRow).view();
+  QTest::mouseClick(one.horizontalHeader()->viewport(), Qt::LeftButton, {},
+                    QPoint(5, one.horizontalHeader()->height() / 2));
+  settle();
+  EXPECT_EQ(one.model()->index(2, 0).data().toString(), "10");
+}
+
 TEST_F(ListRenderer, ColumnsHaveTheWidthsOfTheListUntilOneIsDragged) {
   openWith(3);
   const std::vector<int> widths = list().columnWidths(view().viewport()->width());
@@ -120,6 +146,46 @@ TEST_F(ListRenderer, RowsCopyAsLinesOfCells) {
   settle();
   QTest::keySequence(&view(), QKeySequence::Copy);
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "1\tno\n2\tyes\n");
+}
+
+TEST_F(ListRenderer, RowsCopyInTheOrderInWhichTheyStandAndWithoutHiddenOnes) {
+  openWith(4);
+  list().sort({0, true});
+  settle();
+  filter().setText("no");
+  QTest::keySequence(&view(), QKeySequence::SelectAll);
+  QTest::keySequence(&view(), QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "3\tno\n1\tno\n");
+}
+
+TEST_F(ListRenderer, ATabOrALineEndInACellDoesNotTearTheCopiedRow) {
+  openWith(2);
+  list().element(0)->setAttribute("k", u"a\tb\nc");
+  list().select({0});
+  settle();
+  QTest::keySequence(&view(), QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "a b c\tyes\n");
+}
+
+TEST_F(ListRenderer, ItsMenuCopiesAndSelectsAll) {
+  openWith(3);
+  const auto choose = [this](int entry) {
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                            view().mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(view().viewport(), &event);
+    auto* menu = dynamic_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QAction* action = menu->actions().at(entry);
+    if (action->isEnabled()) action->trigger();
+    menu->close();
+  };
+  QGuiApplication::clipboard()->setText("before");
+  choose(0);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "before") << "nothing is selected";
+  choose(1);
+  EXPECT_EQ(list().selection(), (Rows{0, 1, 2}));
+  choose(0);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "0\tyes\n1\tno\n2\tyes\n");
 }
 
 TEST_F(ListRenderer, ColoursAndSwatchesAreShown) {
@@ -154,8 +220,10 @@ TEST_F(ListRenderer, SelectAllTakesOnlyTheRowsThatTheFilterShows) {
   openWith(10);
   filter().setText("YES");
   EXPECT_EQ(view().model()->rowCount(), 5);
-  view().selectAll();
+  QTest::keySequence(&view(), QKeySequence::SelectAll);
   EXPECT_EQ(list().selection(), (Rows{0, 2, 4, 6, 8}));
+  filter().clear();
+  EXPECT_EQ(list().selection(), (Rows{0, 2, 4, 6, 8})) << "shown again, but not selected";
 }
 
 TEST_F(ListRenderer, RowsThatTheFilterHidesAreNoLongerSelected) {

@@ -64,6 +64,16 @@ TEST_F(SimpleControls, ADisabledButtonTellsWhyAndTakesNoClick) {
   EXPECT_EQ(widget<QPushButton>(Id::Push).toolTip(), "");
 }
 
+TEST_F(SimpleControls, EveryKindOfControlTellsWhyItIsDisabled) {
+  open();
+  for (const int id :
+       {Id::Push, Id::RadioA, Id::Box1, Id::Free, Id::Choice, Id::Rows, Id::Ip, Id::Year}) {
+    dialog_.GetDlgItem(id).setEnabled(false, u"No node selected");
+    settle();
+    EXPECT_EQ(renderer(id).widget().toolTip(), "No node selected") << id;
+  }
+}
+
 TEST_F(SimpleControls, AButtonShowsItsImageInItsOwnSize) {
   dialog_.onInit = [](sample::Dialog& dialog) {
     dialog.GetDlgItem(Id::Push).setImage("ZELLAMPMANAGER-50.png");
