@@ -13,6 +13,7 @@ configure() {
 
 configure release -DLAMP_TESTS=OFF -DLAMP_GATE=ON
 ninja -C build/release --quiet
+scripts/check_programs.py out
 bench/count_instructions.py build/release/bench/page_cycle
 configure asan
 ninja -C build/asan --quiet

@@ -18,21 +18,31 @@ std::string lastError() {
   return text != nullptr ? text : "unknown reason";
 }
 
+// The loader misses either the function that stands for the version, or the host's library under
+// the name that another version had.
+bool isOfAnotherHost(const std::string& error) {
+  return error.find("undefined symbol: lampHostInterface") != std::string::npos ||
+         error.find("liblamphost.so") != std::string::npos;
+}
+
 }  // namespace
 
 bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
   const std::string shown = "the plug-in \"" + file.string() + "\"";
-  std::error_code error;
+  std::error_code ignored;
   // Made absolute: a bare name would be looked for in the system's library folders.
-  const std::filesystem::path full = std::filesystem::absolute(file, error);
-  if (!std::filesystem::exists(full, error)) {
+  const std::filesystem::path full = std::filesystem::absolute(file, ignored);
+  if (!std::filesystem::exists(full, ignored)) {
     cause = shown + " is missing";
     return false;
   }
   unload();
   handle_ = ::dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle_ == nullptr) {
-    cause = shown + " can't be loaded: " + lastError();
+    const std::string error = lastError();
+    cause = shown + (isOfAnotherHost(error) ? " was built for another version of this program; "
+                                              "install the two together: "
+                                            : " can't be loaded: ") + error;
     return false;
   }
   const auto entry = std::bit_cast<Entry>(::dlsym(handle_, EntryName));

@@ -30,8 +30,10 @@ const host::DriverClass& XCDriverDeviceZelLampManager::GetThisClass() {
   return thisClass;
 }
 
-bool XCDriverServices::Add(const host::DriverClass& deviceClass, Configure configure, List listA,
-                           List listB) {
+void lampHostInterface1() {}
+
+bool XCDriverServices::AddChecked(const host::DriverClass& deviceClass, Configure configure,
+                                  List listA, List listB) {
   if (findClass(deviceClass) != nullptr) return false;
   registrations().push_back({&deviceClass, configure, listA, listB, nullptr});
   return true;

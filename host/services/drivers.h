@@ -71,6 +71,11 @@ class HOST_API XCDriverDeviceZelLampManager : public XCDriverDevice {
 using XCNameList = std::vector<XCBasicString>;
 using XCListFlags = std::bitset<34>;
 
+/// The version of what a plug-in sees of the host, as a function: a plug-in refers to the one that it
+/// was built with, so that one built for another version is refused when it is loaded. A change that
+/// plug-ins must be rebuilt for renames it; the name then ends with the next number.
+extern "C" HOST_API void lampHostInterface1();
+
 /// Where plug-ins register what they offer for a device class.
 class HOST_API XCDriverServices {
  public:
@@ -81,11 +86,18 @@ class HOST_API XCDriverServices {
 
   /// Registers a device class with its callbacks. False when the class is registered already.
   static bool Add(const host::DriverClass& deviceClass, Configure configure, List listA,
-                  List listB);
+                  List listB) {
+    lampHostInterface1();
+    return AddChecked(deviceClass, configure, listA, listB);
+  }
   /// Registers the factory of the embedded options panel. False when the class is not registered or
   /// has a factory.
   static bool AddCreateChildOptionsDlg(const host::DriverClass& deviceClass,
                                        CreateChildOptionsDlg create);
+
+ private:
+  static bool AddChecked(const host::DriverClass& deviceClass, Configure configure, List listA,
+                         List listB);
 };
 
 namespace host {

@@ -53,6 +53,7 @@ TEST(Start, WhatCantBeLoadedIsToldAndEndsWithStatusTwo) {
       {{"--plugin", folder.write("text.so", "no library").string()}, "can't be loaded"},
       {{"--plugin", LAMP_NO_PLUGIN}, "has no InitializeUsrDriver_ZelLampManager"},
       {{"--plugin", LAMP_REFUSING_PLUGIN}, "refused to start"},
+      {{"--plugin", LAMP_OTHER_HOST_PLUGIN}, "was built for another version of this program"},
       {{"--plugin", LAMP_TEST_PLUGIN, "--language", "xx"}, "\"xx\""},
       {{"--plugin", LAMP_TEST_PLUGIN, "--language", "../en"}, "is not a language"}};
   for (const auto& [arguments, text] : wrong) {
