@@ -20,13 +20,13 @@ target_link_options(lamp_options INTERFACE -Wl,--no-undefined)
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT LAMP_SANITIZE)
   # Debian's compilers predefine level 2 in some configurations; level 3 replaces it.
   target_compile_options(lamp_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-fcf-protection=full LAMP_CONTROL_FLOW_PROTECTION)
+  if(LAMP_CONTROL_FLOW_PROTECTION)
+    target_compile_options(lamp_options INTERFACE -fcf-protection=full)
+  endif()
 endif()
 target_link_options(lamp_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
-include(CheckCXXCompilerFlag)
-check_cxx_compiler_flag(-fcf-protection=full LAMP_CONTROL_FLOW_PROTECTION)
-if(LAMP_CONTROL_FLOW_PROTECTION)
-  target_compile_options(lamp_options INTERFACE -fcf-protection=full)
-endif()
 
 if(LAMP_SANITIZE)
   target_compile_options(lamp_options INTERFACE -fsanitize=address,undefined
