@@ -36,7 +36,7 @@ struct ListColumn {
   std::function<int(const ListRow&, const ListRow&)> compare;
   /// A number of an element in the order of `compare`, none where an element has none. While all
   /// rows have one, sorting looks at each element once.
-  std::function<std::optional<std::int64_t>(const XmlDocument::XmlNode&)> number;
+  std::function<std::optional<std::int64_t>(const XmlDocument::XmlNode&)> number = nullptr;
 };
 
 struct ListSort {
