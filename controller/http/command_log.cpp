@@ -35,31 +35,29 @@ void hide(std::string& text, const std::string& name) {
   }
 }
 
-void hideFirmware(std::string& text) {
-  const std::string mark = "<firmwareFile>";
-  const std::size_t at = text.find(mark);
-  if (at == std::string::npos) return;
-  const std::size_t begin = at + mark.size();
-  const std::size_t end = std::min(text.find('<', begin), text.size());
-  text.replace(begin, end - begin, "(" + std::to_string(end - begin) + " characters)");
+// The beginning of a text, a firmware image in it as its length: images and replies of many
+// megabytes are not copied for the few lines that are shown.
+std::string beginningOf(std::string_view whole) {
+  constexpr std::string_view kMark = "<firmwareFile>";
+  const std::size_t at = whole.substr(0, kLookedAt).find(kMark);
+  if (at == std::string_view::npos) return std::string(whole.substr(0, kLookedAt));
+  const std::size_t begin = at + kMark.size();
+  const std::size_t end = std::min(whole.find('<', begin), whole.size());
+  std::string text(whole.substr(0, begin));
+  text += "(" + std::to_string(end - begin) + " characters)";
+  text += whole.substr(end, kLookedAt);
+  return text;
 }
 
 }  // namespace
 
-std::string masked(const std::string& text) {
-  std::string shown = text;
-  hideFirmware(shown);
-  const bool cut = shown.size() > kLongest;
-  shown = shown.substr(0, kLookedAt);
-  for (const char* name : kSecrets) hide(shown, name);
-  if (cut) shown = shown.substr(0, kLongest) + " ...";
-  return shown;
+ShownText::ShownText(std::string_view whole) : text_(beginningOf(whole)) {
+  const bool cut = text_.size() > kLongest;
+  for (const char* name : kSecrets) hide(text_, name);
+  if (cut) text_ = text_.substr(0, kLongest) + " ...";
 }
 
 void CommandLog::add(LoggedCommand entry) {
-  entry.parameters = masked(entry.parameters);
-  entry.request = masked(entry.request);
-  entry.reply = masked(entry.reply);
   const std::lock_guard lock(mutex_);
   entry.number = ++count_;
   entries_.push_back(std::move(entry));

@@ -3,6 +3,7 @@
 #include <httplib.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <charconv>
 #include <thread>
 
@@ -150,15 +151,19 @@ class CommandServer::Impl {
     return std::to_string(limit / kMebibyte) + " MiB";
   }
 
-  // Reads the whole body, so that the connection stays usable, but keeps no more than the limit.
-  // False when the body was longer or did not arrive.
-  static bool readBody(const httplib::ContentReader& reader, std::size_t limit, std::string& body,
-                       bool& tooLarge) {
+  // Reads the whole body, so that the connection stays usable, but keeps no more than the limit,
+  // and unpacks no more of a packed one than the largest limit. False when the body was longer or
+  // did not arrive.
+  static bool readBody(const httplib::ContentReader& reader, std::size_t announced,
+                       std::size_t limit, std::string& body, bool& tooLarge) {
     tooLarge = false;
+    body.reserve(std::min(announced, limit));
+    std::size_t received = 0;
     return reader([&](const char* data, std::size_t size) {
-      if (size > limit - body.size()) tooLarge = true;
+      received += size;
+      if (received > limit) tooLarge = true;
       if (!tooLarge) body.append(data, size);
-      return true;
+      return received <= kFirmwareLimit;
     });
   }
 
@@ -169,15 +174,17 @@ class CommandServer::Impl {
     }
     const int command = commandNumber(request.matches[1]);
     const std::size_t limit = command == kFirmwareCommand ? kFirmwareLimit : kBodyLimit;
+    const auto announced =
+        static_cast<std::size_t>(request.get_header_value<std::uint64_t>("Content-Length"));
     std::string body;
     bool tooLarge = false;
-    const bool whole = readBody(reader, limit, body, tooLarge);
+    const bool whole = readBody(reader, announced, limit, body, tooLarge);
     if (tooLarge || response.status == 413) {
       return answer(response, 413, "The request is larger than " + limitText(limit) + ".");
     }
     if (!whole) return answer(response, 400, "The body of the request did not arrive whole.");
     if (command < 0) return answer(response, 404, "A command is a number.");
-    perform(command, body, request, response);
+    perform(command, std::move(body), request, response);
   }
 
   static bool isWrite(int command) {
@@ -208,15 +215,15 @@ class CommandServer::Impl {
     return std::nullopt;
   }
 
-  Reply carryOut(int command, const std::string& body, const std::vector<Fault>& faults) {
+  Reply carryOut(int command, std::string body, const std::vector<Fault>& faults) {
     if (const Fault* jump = findFault(faults, FaultKind::ClockJump)) {
       service_.clock.jump(std::chrono::seconds{jump->number});
     }
     if (const auto refusal = refusalAsOrdered(faults)) return Reply::refusal(*refusal);
-    return service_.controller.perform(command, body);
+    return service_.controller.perform(command, std::move(body));
   }
 
-  void perform(int command, const std::string& body, const httplib::Request& request,
+  void perform(int command, std::string body, const httplib::Request& request,
                httplib::Response& response) {
     const std::vector<Fault> faults = service_.faults.take(command, isWrite(command));
     if (!waitAsOrdered(faults, request)) return breakConnection(request.remote_port);
@@ -224,8 +231,9 @@ class CommandServer::Impl {
       service_.restart();
       return breakConnection(request.remote_port);
     }
-    Reply reply = carryOut(command, body, faults);
-    record(command, body, request, reply);
+    ShownText shown(body);
+    Reply reply = carryOut(command, std::move(body), faults);
+    record(command, std::move(shown), request, reply);
     if (findFault(faults, FaultKind::ApplyLoseReply) != nullptr) {
       return breakConnection(request.remote_port);
     }
@@ -233,16 +241,17 @@ class CommandServer::Impl {
     send(std::move(reply), findFault(faults, FaultKind::CloseMidReply) != nullptr, response);
   }
 
-  void record(int command, const std::string& body, const httplib::Request& request,
-              const Reply& reply) {
+  void record(int command, ShownText body, const httplib::Request& request, const Reply& reply) {
     LoggedCommand entry;
     entry.command = command;
     entry.date = service_.controller.date();
     const std::size_t query = request.target.find('?');
-    if (query != std::string::npos) entry.parameters = request.target.substr(query + 1);
-    entry.request = body;
+    if (query != std::string::npos) {
+      entry.parameters = ShownText(std::string_view(request.target).substr(query + 1));
+    }
+    entry.request = std::move(body);
     entry.status = reply.status;
-    entry.reply = reply.body;
+    entry.reply = ShownText(reply.body);
     service_.log.add(std::move(entry));
   }
 

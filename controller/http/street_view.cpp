@@ -42,10 +42,10 @@ std::string logList(const std::vector<LoggedCommand>& entries) {
                         .add("number", static_cast<std::size_t>(entry.number))
                         .add("command", entry.command)
                         .add("date", entry.date)
-                        .add("parameters", entry.parameters)
-                        .add("request", entry.request)
+                        .add("parameters", entry.parameters.str())
+                        .add("request", entry.request.str())
                         .add("status", entry.status)
-                        .add("reply", entry.reply)
+                        .add("reply", entry.reply.str())
                         .done());
   }
   return list.done();

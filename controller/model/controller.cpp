@@ -62,14 +62,15 @@ Controller::Handler Controller::handlerOf(int command) {
   }
 }
 
-Reply Controller::perform(int command, std::string_view body) {
+Reply Controller::perform(int command, std::string body) {
   const Handler handler = handlerOf(command);
   if (handler == nullptr) {
     return Reply::refusal({404, "There is no command " + std::to_string(command) +
                                     "; this controller has 1, 2, 9, 29, 30, 52 and 58."});
   }
   Request request;
-  if (const auto objection = readRequest(body, request)) return Reply::refusal(*objection);
+  if (const auto objection = readRequest(std::move(body), request))
+    return Reply::refusal(*objection);
   // A read shows what is pending anyway; a write must not overtake what is due before it.
   const std::string fault = bringIntoForce();
   if (!fault.empty() && isWrite(command)) return notKept(fault);

@@ -53,7 +53,7 @@ class Controller {
   const std::string& id() const { return id_; }
 
   /// Carries out one command. Unknown numbers and bad documents are refused.
-  Reply perform(int command, std::string_view body);
+  Reply perform(int command, std::string body);
 
   /// Brings into force what has become due, lets the lamps burn on, and runs the tasks whose time
   /// has come; their reports go into the data folder. True when the state changed.

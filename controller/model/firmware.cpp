@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "controller/model/data_folder.h"
 #include "controller/model/tar_archive.h"
 
 namespace lamp::controller {
 namespace {
 
 constexpr std::size_t kLongestVersion = 32;
+constexpr std::size_t kLongestName = 100;
 
 std::string baseNameOf(std::string_view path) {
   const std::size_t separator = path.find_last_of("/\\");
@@ -22,7 +24,9 @@ std::string plainName(std::string name) {
     if (!plain) c = '_';
   }
   const bool onlyDots = name.find_first_not_of('.') == std::string::npos;
-  return onlyDots ? "firmware.tar" : name.substr(0, 100);
+  name = onlyDots ? "firmware.tar" : name.substr(0, kLongestName);
+  // What has that ending is taken for unfinished at the next start.
+  return name.ends_with(data_folder::kUnfinished) ? name + "_" : name;
 }
 
 std::string versionMember(const TarListing& listing) {

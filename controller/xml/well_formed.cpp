@@ -30,6 +30,11 @@ bool isXmlCharacter(std::uint32_t code) {
          (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
 }
 
+// A printable character of ASCII.
+bool isPlain(char c) {
+  return c >= 0x20 && c < 0x7F;
+}
+
 // Length of the UTF-8 sequence that begins at `at`, 0 when it is none or no XML character.
 std::size_t sequenceLength(std::string_view text, std::size_t at) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
@@ -81,6 +86,11 @@ class XmlScanner {
   bool checkCharacters() {
     const std::size_t start = position_;
     while (position_ < body_.size()) {
+      // Nearly everything is plain.
+      if (isPlain(body_[position_])) {
+        ++position_;
+        continue;
+      }
       const std::size_t length = sequenceLength(body_, position_);
       if (length == 0) return fail("a byte that is no UTF-8 text or no character of XML");
       position_ += length;
@@ -111,7 +121,7 @@ class XmlScanner {
         ++position_;
       } else if (body_[position_] == '&') {
         if (!scanReference()) return false;
-      } else if (at("]]>")) {
+      } else if (body_[position_] == ']' && at("]]>")) {
         return fail("\"]]>\" is not allowed in text");
       } else {
         ++position_;

@@ -63,17 +63,18 @@ XCBasicString guidtow(const XCGuid& guid) {
 
 std::string EncodeBase64(std::string_view bytes) {
   constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string out;
-  out.reserve((bytes.size() + 2) / 3 * 4);
   const auto byteAt = [&](std::size_t i) {
     return i < bytes.size() ? static_cast<unsigned>(static_cast<unsigned char>(bytes[i])) : 0U;
   };
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+  // Made at its full size at once and filled in place: a firmware image is many megabytes.
+  std::string out((bytes.size() + 2) / 3 * 4, '=');
+  char* at = out.data();
+  for (std::size_t i = 0; i < bytes.size(); i += 3, at += 4) {
     const unsigned group = byteAt(i) << 16 | byteAt(i + 1) << 8 | byteAt(i + 2);
-    out += Alphabet[group >> 18];
-    out += Alphabet[(group >> 12) & 63];
-    out += i + 1 < bytes.size() ? Alphabet[(group >> 6) & 63] : '=';
-    out += i + 2 < bytes.size() ? Alphabet[group & 63] : '=';
+    at[0] = Alphabet[group >> 18];
+    at[1] = Alphabet[(group >> 12) & 63];
+    if (i + 1 < bytes.size()) at[2] = Alphabet[(group >> 6) & 63];
+    if (i + 2 < bytes.size()) at[3] = Alphabet[group & 63];
   }
   return out;
 }

@@ -48,6 +48,14 @@ inline bool isSuspicious(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == '&' || c == '<' || c == '>' || c == '"';
 }
 
+// Whether an ASCII text may stand as it is.
+bool isPlain(std::string_view text) {
+  std::uint64_t marks = 0;
+  for (; text.size() >= WordBytes; text.remove_prefix(WordBytes))
+    marks |= suspicious(loadWord(text.data()));
+  return (marks & TopBits) == 0 && std::none_of(text.begin(), text.end(), isSuspicious);
+}
+
 // Copies an ASCII text of @p size bytes while none of it is suspicious; false when something is,
 // with the target in any state. Texts are short: the last word overlaps the one before.
 inline bool copyPlain(const char* from, std::size_t size, char* to) {
@@ -84,7 +92,8 @@ struct Markup {
 };
 
 // Gathers what is written in blocks, which are joined once their size is known: a growing buffer
-// would copy the document again and again.
+// would copy the document again and again. A text that is larger than all else goes straight to
+// where the blocks are joined, so that it never lies here twice.
 class Sink {
  public:
   Sink() { open(BlockBytes); }
@@ -98,6 +107,7 @@ class Sink {
 
   /// Writes what stands for an ASCII text.
   void put(std::string_view text, Place place) {
+    if (text.size() >= LargeText) return putLarge(text, place);
     makeRoom(text.size());
     if (copyPlain(text.data(), text.size(), at_))
       at_ += text.size();
@@ -139,16 +149,8 @@ class Sink {
 
   /// All that was written.
   std::string joined() {
-    close();
-    std::size_t size = 0;
-    for (const Block& block : blocks_) size += block.used;
-    std::string out;
-    out.reserve(size);
-    for (Block& block : blocks_) {
-      out.append(block.bytes.get(), block.used);
-      block.bytes.reset();
-    }
-    return out;
+    joinBlocks(0);
+    return std::move(out_);
   }
 
  private:
@@ -172,6 +174,29 @@ class Sink {
     block.used = static_cast<std::size_t>(at_ - block.bytes.get());
   }
 
+  // Joins what was written so far and makes room for @p more bytes behind it.
+  void joinBlocks(std::size_t more) {
+    close();
+    std::size_t size = out_.size() + more;
+    for (const Block& block : blocks_) size += block.used;
+    if (size > out_.capacity()) out_.reserve(size);
+    for (Block& block : blocks_) {
+      out_.append(block.bytes.get(), block.used);
+      block.bytes.reset();
+    }
+    blocks_.clear();
+  }
+
+  void putLarge(std::string_view text, Place place) {
+    // What follows a large text is short, as a rule, and finds its room too.
+    joinBlocks(text.size() + BlockBytes);
+    open(BlockBytes);
+    if (isPlain(text))
+      out_ += text;
+    else
+      putEscaped(text, place);
+  }
+
   void putEscaped(std::string_view text, Place place) {
     std::size_t written = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -186,6 +211,8 @@ class Sink {
   }
 
   static constexpr std::size_t BlockBytes = 64 * 1024;
+  static constexpr std::size_t LargeText = 1024 * 1024;
+  std::string out_;
   std::vector<Block> blocks_;
   char* at_ = nullptr;
   const char* end_ = nullptr;

@@ -378,6 +378,27 @@ TEST_F(HttpCommandChannelTest, AWindowThatSaysStopCancelsTheExchange) {
   EXPECT_EQ(progress.log, "started finished");
 }
 
+TEST_F(HttpCommandChannelTest, AnUploadServesItsWindowAllTheTimeAndIsCancelledMidway) {
+  TinyServer server(sending(TinyServer::reply("")));
+  XmlDocument upload("deviceCfg");
+  upload.Root()->SetNarrowValue("firmwareFile", std::string(64U << 20, 'A'));
+  Progress progress;
+  int pumpsWhileSending = 0;
+  progress.cancelWhen = [&] {
+    if (progress.lastSent > 0) ++pumpsWhileSending;
+    return progress.lastSent > (16U << 20);
+  };
+  HttpCommandChannel channel;
+  channel.setProgress(&progress);
+  const ExchangeReply reply =
+      channel.exchange({52, CommandKind::put, uriFor("127.0.0.1", server.port()), &upload});
+  EXPECT_EQ(reply.status, Status::cancelled);
+  EXPECT_EQ(progress.log, "started finished");
+  EXPECT_TRUE(server.requests().empty()) << "it never came whole";
+  EXPECT_LT(progress.lastSent, 32U << 20);
+  EXPECT_GE(pumpsWhileSending, 16) << "at least at every mebibyte";
+}
+
 TEST_F(HttpCommandChannelTest, AnExchangeStartedFromAWindowWhileOneRunsWorks) {
   TinyServer slow(
       [](const TinyRequest&, const TinyServer::Connection& connection) { connection.hang(); });

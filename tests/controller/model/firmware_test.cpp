@@ -24,6 +24,18 @@ TEST(Base64, DecodesTheVectorsOfItsStandard) {
   for (const auto& [text, bytes] : vectors) EXPECT_EQ(decodeBase64(text), bytes) << text;
 }
 
+TEST(Base64, TakesBackWhatWasEncoded) {
+  std::string bytes;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string text = test::encodeBase64(bytes);
+    EXPECT_EQ(decodeBase64(text), bytes);
+    EXPECT_EQ(
+        decodeBase64(text.substr(0, text.size() / 2) + " \r\n" + text.substr(text.size() / 2)),
+        bytes);
+    bytes += static_cast<char>(i * 37 + i / 7);
+  }
+}
+
 TEST(Base64, RefusesOtherTexts) {
   for (const char* text :
        {"Z", "Zg", "Zg=", "Zg===", "====", "Z===", "Zm9v!", "Zg==Zg==", "Zm-_"}) {
@@ -69,6 +81,7 @@ TEST(Firmware, IsKeptUnderAPlainNameInsideItsFolder) {
   EXPECT_EQ(inspectFirmware(plain, "C:\\a\\new lamp.tar", "1").fileName, "new_lamp.tar");
   EXPECT_EQ(inspectFirmware(plain, "/a/..", "1").fileName, "firmware.tar");
   EXPECT_EQ(inspectFirmware(plain, "", "1").fileName, "firmware.tar");
+  EXPECT_EQ(inspectFirmware(plain, "new.tar.part", "1").fileName, "new.tar.part_");
 }
 
 }  // namespace

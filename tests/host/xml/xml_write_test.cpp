@@ -47,6 +47,19 @@ TEST(XmlWrite, EscapesWhatWouldNotComeBack) {
             "<a b=\"&lt;&gt;&amp;&quot;'&#9;&#10;&#13;\">&lt;&gt;&amp;\"'\t\n&#13;]]&gt;</a>");
 }
 
+TEST(XmlWrite, ALargeTextStandsAmongOthers) {
+  const std::string large(3'000'000, 'A');
+  for (const char* end : {"", "<&\r"}) {
+    XmlDocument document("a");
+    document.Root()->NewChild("before").SetText(u"1");
+    document.Root()->SetNarrowValue("large", large + end);
+    document.Root()->NewChild("after").setAttribute("b", u"2");
+    const std::string escapedEnd = *end == '\0' ? "" : "&lt;&amp;&#13;";
+    EXPECT_TRUE(support::compactXml(document) == "<a><before>1</before><large>" + large +
+                                                     escapedEnd + "</large><after b=\"2\"/></a>");
+  }
+}
+
 TEST(XmlWrite, EveryCharacterRoundTripsInAttributesAndTexts) {
   for (char32_t first = 0; first < 0x11000; first += 0x100) {
     std::u16string text;
