@@ -125,7 +125,7 @@ void KindsDialog::fillList() {
   const host::XmlName name("name");
   const host::XmlName value("value");
   for (const int id : {int{NumberedList}, int{Single}}) {
-    List(id).setColumns({{u"Name", 1, name, {}, {}}, {u"Value", 1, value, {}, {}}});
+    List(id).setColumns({{u"Name", 1, name, {}, {}, {}}, {u"Value", 1, value, {}, {}, {}}});
     for (const char16_t* text : {u"b", u"a", u"c"}) {
       XmlDocument::XmlNode& row = root.NewChild("row");
       row.setAttribute(name, text);
