@@ -10,7 +10,7 @@ build_packages=(
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
 test_packages=(
-  libgtest-dev libgmock-dev libxml2-dev procps valgrind openssl
+  libgtest-dev libgmock-dev libxml2-dev procps valgrind openssl chromium
   libcap2 libedit2 libgnutls30 libnettle8 libpam0g libseccomp2 libwrap0 libssl3
 )
 # Servers that the tests start themselves. They are unpacked, not installed: an installed one would

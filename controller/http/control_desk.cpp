@@ -29,6 +29,19 @@ bool sameToken(const std::string& given, const std::string& wanted) {
   return difference == 0;
 }
 
+std::string faultList() {
+  JsonText list('[');
+  for (const FaultDescription& fault : describeFaults()) {
+    list.addRaw("", JsonText('{')
+                        .add("name", fault.name)
+                        .add("argument", fault.argument)
+                        .add("usual", static_cast<std::size_t>(fault.usual))
+                        .add("effect", fault.effect)
+                        .done());
+  }
+  return list.done() + "\n";
+}
+
 }  // namespace
 
 void ControlDesk::install(httplib::Server& server) {
@@ -40,6 +53,10 @@ void ControlDesk::install(httplib::Server& server) {
   post("/control/clock", &ControlDesk::setClock);
   post("/control/input", &ControlDesk::setInput);
   post("/control/fault", &ControlDesk::setFaults);
+  post("/control/lamp", &ControlDesk::setLamp);
+  server.Get("/control/faults", [](const httplib::Request&, httplib::Response& response) {
+    response.set_content(faultList(), "application/json");
+  });
   server.Get("/control/state", [this](const httplib::Request&, httplib::Response& response) {
     response.set_content(state(), "application/json");
   });
@@ -105,6 +122,15 @@ std::string ControlDesk::setInput(const httplib::Request& request) {
     return "number must be 1 to 8 and active 0 or 1";
   }
   return service_.controller.setInputState(number, active == 1);
+}
+
+std::string ControlDesk::setLamp(const httplib::Request& request) {
+  LampCondition condition = LampCondition::AsBuilt;
+  if (!readCondition(request.get_param_value("condition"), condition) ||
+      condition == LampCondition::AsBuilt) {
+    return "condition must be good, ageing or broken";
+  }
+  return service_.controller.setLampCondition(request.get_param_value("node"), condition);
 }
 
 std::string ControlDesk::setFaults(const httplib::Request& request) {

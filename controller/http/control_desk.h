@@ -17,8 +17,10 @@ struct Service;
 /// which a page of another origin can't.
 ///
 /// POST /control/clock with one of "speed" (0 to 86400), "paused" (0 or 1), "jump" (seconds), "set"
-/// (14 digits); POST /control/input with "number" and "active"; POST /control/fault with "set" or
-/// "clear". Parameters stand in the address. GET /control/state answers where things stand.
+/// (14 digits); POST /control/input with "number" and "active"; POST /control/lamp with "node" and
+/// "condition" ("good", "ageing", "broken"); POST /control/fault with "set" or "clear". Parameters
+/// stand in the address. GET /control/state answers where things stand, GET /control/faults which
+/// faults there are.
 class ControlDesk {
  public:
   /// The service must outlive the desk.
@@ -32,6 +34,7 @@ class ControlDesk {
 
   std::string setClock(const httplib::Request& request);
   std::string setInput(const httplib::Request& request);
+  std::string setLamp(const httplib::Request& request);
   std::string setFaults(const httplib::Request& request);
   std::string state() const;
 

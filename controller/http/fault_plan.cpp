@@ -17,27 +17,39 @@ struct FaultRule {
   FaultKind kind;
   Argument argument;
   long missing;  // the number where none is given
+  const char* takes;
+  const char* effect;
 };
 
 constexpr long kHoldSeconds = 120;
 
 constexpr std::array kRules = {
-    FaultRule{"no-answer", FaultKind::NoAnswer, Argument::Number, kHoldSeconds},
-    FaultRule{"delay", FaultKind::Delay, Argument::Number, 1},
-    FaultRule{"close-mid-reply", FaultKind::CloseMidReply, Argument::None, 0},
-    FaultRule{"truncated-xml", FaultKind::TruncatedXml, Argument::None, 0},
-    FaultRule{"garbage", FaultKind::Garbage, Argument::None, 0},
-    FaultRule{"wrong-section", FaultKind::WrongSection, Argument::None, 0},
-    FaultRule{"no-section", FaultKind::NoSection, Argument::None, 0},
-    FaultRule{"empty", FaultKind::Empty, Argument::None, 0},
-    FaultRule{"refuse", FaultKind::Refuse, Argument::Text, 0},
-    FaultRule{"refuse-every-second-write", FaultKind::RefuseEverySecondWrite, Argument::None, 0},
-    FaultRule{"apply-lose-reply", FaultKind::ApplyLoseReply, Argument::None, 0},
-    FaultRule{"restart-mid-command", FaultKind::RestartMidCommand, Argument::None, 0},
-    FaultRule{"clock-jump", FaultKind::ClockJump, Argument::Number, 3600},
-    FaultRule{"oversize", FaultKind::Oversize, Argument::Bytes, 70L * 1024 * 1024},
-    FaultRule{"deep", FaultKind::Deep, Argument::Number, 10000},
-    FaultRule{"dtd", FaultKind::Dtd, Argument::None, 0},
+    FaultRule{"no-answer", FaultKind::NoAnswer, Argument::Number, kHoldSeconds, "seconds",
+              "nothing comes; the connection ends after a while"},
+    FaultRule{"delay", FaultKind::Delay, Argument::Number, 1, "seconds", "the answer comes later"},
+    FaultRule{"close-mid-reply", FaultKind::CloseMidReply, Argument::None, 0, "",
+              "half of the reply, then the connection ends"},
+    FaultRule{"truncated-xml", FaultKind::TruncatedXml, Argument::None, 0, "",
+              "a whole reply with half a document"},
+    FaultRule{"garbage", FaultKind::Garbage, Argument::None, 0, "", "bytes that are no text"},
+    FaultRule{"wrong-section", FaultKind::WrongSection, Argument::None, 0, "",
+              "the section under another name"},
+    FaultRule{"no-section", FaultKind::NoSection, Argument::None, 0, "",
+              "the controller without a section"},
+    FaultRule{"empty", FaultKind::Empty, Argument::None, 0, "", "success without a document"},
+    FaultRule{"refuse", FaultKind::Refuse, Argument::Text, 0, "text", "a refusal with this text"},
+    FaultRule{"refuse-every-second-write", FaultKind::RefuseEverySecondWrite, Argument::None, 0, "",
+              "the second, fourth, ... write is refused"},
+    FaultRule{"apply-lose-reply", FaultKind::ApplyLoseReply, Argument::None, 0, "",
+              "the command takes effect, no answer comes"},
+    FaultRule{"restart-mid-command", FaultKind::RestartMidCommand, Argument::None, 0, "",
+              "the controller begins again without the command"},
+    FaultRule{"clock-jump", FaultKind::ClockJump, Argument::Number, 3600, "seconds",
+              "the clock jumps with every command"},
+    FaultRule{"oversize", FaultKind::Oversize, Argument::Bytes, 70L * 1024 * 1024,
+              "size, such as 70MiB", "a reply of this size"},
+    FaultRule{"deep", FaultKind::Deep, Argument::Number, 10000, "depth", "elements nested so deep"},
+    FaultRule{"dtd", FaultKind::Dtd, Argument::None, 0, "", "a document type declaration"},
 };
 
 // A misspelt size must not take the machine's memory.
@@ -117,6 +129,14 @@ std::string parseFault(const std::string& text, Fault& fault) {
   fault.text = text;
   if (colon != std::string::npos) fault.argument = rest.substr(colon + 1);
   return readArgument(*rule, colon != std::string::npos, fault);
+}
+
+std::vector<FaultDescription> describeFaults() {
+  std::vector<FaultDescription> faults;
+  for (const FaultRule& rule : kRules) {
+    faults.push_back(FaultDescription{rule.name, rule.takes, rule.missing, rule.effect});
+  }
+  return faults;
 }
 
 void FaultPlan::add(Fault fault) {

@@ -37,6 +37,18 @@ struct Fault {
   int remaining = -1;    ///< how many commands are still to suffer; -1 no end
 };
 
+/// A kind of fault for people to choose from.
+struct FaultDescription {
+  std::string name;
+  std::string
+      argument;        ///< what stands behind the colon: "seconds", "text", ...; empty for nothing
+  long usual = 0;      ///< the argument where none is given
+  std::string effect;  ///< what the client sees
+};
+
+/// Every kind of fault.
+std::vector<FaultDescription> describeFaults();
+
 /// Reads a fault. Returns what is wrong with it, with the faults that there are, or an empty text.
 std::string parseFault(const std::string& text, Fault& fault);
 

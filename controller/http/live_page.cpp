@@ -41,6 +41,13 @@ void LivePage::install(httplib::Server& server) {
     protect(response);
     response.set_content(planJson(service_.controller.planView()), "application/json");
   });
+  server.Get("/lamp.json", [this](const httplib::Request& request, httplib::Response& response) {
+    protect(response);
+    const auto lamp = service_.controller.lampView(request.get_param_value("node"));
+    response.status = lamp ? 200 : 404;
+    if (lamp) response.set_content(lampJson(*lamp), "application/json");
+    if (!lamp) response.set_content("There is no such node.\n", "text/plain; charset=utf-8");
+  });
   server.Get("/events", [this](const httplib::Request&, httplib::Response& response) {
     streamEvents(response);
   });
@@ -49,16 +56,20 @@ void LivePage::install(httplib::Server& server) {
 void LivePage::serveFiles(httplib::Server& server) {
   server.Get("/", [this](const httplib::Request&, httplib::Response& response) {
     protect(response);
-    response.set_content(pageWithToken(std::string(webPage()), service_.token),
+    response.set_content(pageWithToken(std::string(webFile("page.html")), service_.token),
                          "text/html; charset=utf-8");
   });
-  server.Get("/page.js", [](const httplib::Request&, httplib::Response& response) {
+  server.Get(R"(/([a-z]+\.(?:js|css)))", [](const httplib::Request& request,
+                                            httplib::Response& response) {
+    const std::string name = request.matches[1];
+    const std::string_view text = webFile(name);
+    if (text.empty()) {
+      response.status = 404;
+      return;
+    }
     protect(response);
-    response.set_content(std::string(webScript()), "text/javascript; charset=utf-8");
-  });
-  server.Get("/page.css", [](const httplib::Request&, httplib::Response& response) {
-    protect(response);
-    response.set_content(std::string(webStyle()), "text/css; charset=utf-8");
+    response.set_content(std::string(text), name.ends_with(".js") ? "text/javascript; charset=utf-8"
+                                                                  : "text/css; charset=utf-8");
   });
 }
 

@@ -13,8 +13,8 @@ namespace lamp::controller {
 class Patience;
 struct Service;
 
-/// The live page: GET / with its script and style, GET /street.json (the plan) and GET /events
-/// (what changes, as server-sent events).
+/// The live page: GET / with its scripts and style, GET /street.json (the plan), GET /lamp.json
+/// (one lamp, by "node") and GET /events (what changes, as server-sent events).
 class LivePage {
  public:
   /// Both must outlive the page.

@@ -51,19 +51,23 @@ std::string logList(const std::vector<LoggedCommand>& entries) {
   return list.done();
 }
 
+std::string stepList(const std::vector<LightStep>& steps) {
+  JsonText list('[');
+  for (const LightStep& step : steps) {
+    list.addRaw("", JsonText('{')
+                        .add("from", step.from)
+                        .add("minute", step.minute)
+                        .add("power", step.power)
+                        .done());
+  }
+  return list.done();
+}
+
 std::string programList(const StreetPlanView& plan) {
   JsonText programs('[');
   for (const ProgramGroup& group : plan.programs) {
-    JsonText steps('[');
-    for (const LightStep& step : group.steps) {
-      steps.addRaw("", JsonText('{')
-                           .add("from", step.from)
-                           .add("minute", step.minute)
-                           .add("power", step.power)
-                           .done());
-    }
-    programs.addRaw("",
-                    JsonText('{').add("lamps", group.lamps).addRaw("steps", steps.done()).done());
+    programs.addRaw(
+        "", JsonText('{').add("lamps", group.lamps).addRaw("steps", stepList(group.steps)).done());
   }
   return programs.done();
 }
@@ -121,6 +125,23 @@ std::string planJson(const StreetPlanView& plan) {
       .addRaw("positions", positions.done())
       .addRaw("ignored", ignored.done())
       .addRaw("programs", programList(plan))
+      .done();
+}
+
+std::string lampJson(const LampView& lamp) {
+  return JsonText('{')
+      .add("id", lamp.id)
+      .add("reference", lamp.reference)
+      .add("ignored", lamp.ignored)
+      .add("power", lamp.power)
+      .add("expectedWatts", lamp.expectedWatts)
+      .add("measuredWatts", lamp.measuredWatts)
+      .add("hours", lamp.hours)
+      .add("energy", lamp.energy)
+      .add("condition", lamp.condition)
+      .add("alarm", lamp.alarm)
+      .add("overrideEnd", lamp.overrideEnd)
+      .addRaw("steps", stepList(lamp.steps))
       .done();
 }
 

@@ -14,6 +14,7 @@ constexpr const char* kActivation = "activation";
 constexpr const char* kInput = "input";
 constexpr const char* kTasks = "tasks";
 constexpr const char* kUsage = "usage";
+constexpr const char* kLamp = "lamp";
 
 constexpr const char* kNow = "now";
 constexpr const char* kDue = "due";
@@ -25,6 +26,8 @@ constexpr const char* kIncoming = "incoming";
 constexpr const char* kName = "name";
 constexpr const char* kLitSeconds = "s";
 constexpr const char* kWattSeconds = "ws";
+constexpr const char* kCondition = "condition";
+constexpr const char* kSince = "since";
 
 template <class Time>
 long long secondsOf(Time time) {
@@ -110,6 +113,11 @@ std::string print(const TaskRuns& change) {
   return printer.text();
 }
 
+void putHealth(const LampHealth& health, pugi::xml_node row) {
+  row.append_attribute(kCondition).set_value(textOf(health.condition));
+  row.append_attribute(kSince).set_value(secondsOf(health.since));
+}
+
 std::string print(const UsageCount& change) {
   const Printer printer(kUsage);
   for (const LampUsage& lamp : change.lamps) {
@@ -117,8 +125,22 @@ std::string print(const UsageCount& change) {
     row.append_attribute(names::kNodeId).set_value(lamp.nodeId.c_str());
     row.append_attribute(kLitSeconds).set_value(lamp.litSeconds);
     row.append_attribute(kWattSeconds).set_value(lamp.wattSeconds);
+    if (lamp.health.condition != LampCondition::AsBuilt) putHealth(lamp.health, row);
   }
   return printer.text();
+}
+
+std::string print(const LampTouch& change) {
+  const Printer printer(kLamp);
+  printer.record().append_attribute(names::kNodeId).set_value(change.nodeId.c_str());
+  putHealth(change.health, printer.record());
+  return printer.text();
+}
+
+std::string readHealth(pugi::xml_node row, LampHealth& health) {
+  const char* text = row.attribute(kCondition).value();
+  health.since = momentIn(row, kSince);
+  return readCondition(text, health.condition) ? "" : std::string("there is no condition ") + text;
 }
 
 SectionWrite readWrite(pugi::xml_node record, const SectionWriter* writer) {
@@ -174,12 +196,22 @@ std::string readTasks(pugi::xml_node record, Change& change) {
 std::string readUsage(pugi::xml_node record, Change& change) {
   UsageCount usage;
   for (const pugi::xml_node row : record.children()) {
-    usage.lamps.push_back(LampUsage{row.attribute(names::kNodeId).value(),
-                                    row.attribute(kLitSeconds).as_double(),
-                                    row.attribute(kWattSeconds).as_double()});
+    LampUsage lamp{row.attribute(names::kNodeId).value(),
+                   row.attribute(kLitSeconds).as_double(),
+                   row.attribute(kWattSeconds).as_double(),
+                   {}};
+    if (std::string fault = readHealth(row, lamp.health); !fault.empty()) return fault;
+    usage.lamps.push_back(std::move(lamp));
   }
   change = std::move(usage);
   return "";
+}
+
+std::string readLamp(pugi::xml_node record, Change& change) {
+  LampTouch touch{record.attribute(names::kNodeId).value(), {}};
+  std::string fault = readHealth(record, touch.health);
+  change = std::move(touch);
+  return fault;
 }
 
 struct Reader {
@@ -190,7 +222,7 @@ struct Reader {
 constexpr Reader kReaders[] = {
     {kWrite, readSectionWrite},    {kFirmware, readFirmware}, {kClock, readClock},
     {kActivation, readActivation}, {kInput, readInput},       {kTasks, readTasks},
-    {kUsage, readUsage},
+    {kUsage, readUsage},           {kLamp, readLamp},
 };
 
 }  // namespace

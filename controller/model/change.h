@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "controller/model/civil_time.h"
+#include "controller/model/lamp_condition.h"
 #include "controller/model/section_writer.h"
 
 namespace lamp::controller {
@@ -55,11 +56,18 @@ struct TaskRuns {
   std::vector<TaskProgress> tasks;
 };
 
-/// What a lamp has used in all.
+/// What a lamp has used in all, and how well it burns.
 struct LampUsage {
   std::string nodeId;
   double litSeconds = 0;
   double wattSeconds = 0;
+  LampHealth health;
+};
+
+/// A lamp is made faulty, or good again.
+struct LampTouch {
+  std::string nodeId;
+  LampHealth health;
 };
 
 /// The lamps have burned on.
@@ -70,7 +78,7 @@ struct UsageCount {
 /// One change of the controller's state, as it is kept before it takes effect. Carrying the same
 /// changes out on the same state, in the same order, always leads to the same state.
 using Change = std::variant<SectionWrite, FirmwareArrival, ClockSetting, Activation, InputSwitch,
-                            TaskRuns, UsageCount>;
+                            TaskRuns, UsageCount, LampTouch>;
 
 /// The change as one XML element and a line break.
 std::string printChange(const Change& change);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -67,6 +68,8 @@ class Controller {
 
   /// Sets the state of an input, 1 to 8. Answers what went wrong, or an empty text.
   std::string setInputState(int number, bool active);
+  /// Makes a lamp faulty or good. Answers what is wrong, or an empty text.
+  std::string setLampCondition(const std::string& nodeId, LampCondition condition);
 
   /// Prints the whole state as a document behind what `text` holds already.
   void printState(std::string& text) const;
@@ -84,6 +87,8 @@ class Controller {
 
   /// What can be seen of the street now, and what it is laid out like.
   LiveView view();
+  /// One lamp; none where no node has the identity.
+  std::optional<LampView> lampView(const std::string& nodeId);
   StreetPlanView planView();
 
   /// What is in force about sending reports and about the time server.
@@ -121,6 +126,7 @@ class Controller {
   void apply(const InputSwitch& change);
   void apply(const TaskRuns& change);
   void apply(const UsageCount& change);
+  void apply(const LampTouch& change);
   void activate(Moment now);
   void noteClock(const ClockSetting& change);
   void noteFault(std::string fault);

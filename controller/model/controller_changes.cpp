@@ -110,10 +110,16 @@ void Controller::apply(const UsageCount& change) {
   for (const LampUsage& lamp : change.lamps) {
     const NodeRows* rows = store.find(lamp.nodeId);
     if (rows == nullptr) continue;
+    if (lamp.health.condition != LampCondition::AsBuilt) street_.touch(lamp.nodeId, lamp.health);
     keptLitSeconds_ += lamp.litSeconds;
     street_.restoreUsage(static_cast<std::size_t>(rows - store.nodes().data()), lamp.litSeconds,
                          lamp.wattSeconds);
   }
+}
+
+void Controller::apply(const LampTouch& change) {
+  street_.touch(change.nodeId, change.health);
+  lampsStale_ = true;
 }
 
 std::string Controller::replay(std::string_view records) {

@@ -166,13 +166,22 @@ std::string Controller::setInputState(int number, bool active) {
   return commit(InputSwitch{number, active});
 }
 
+std::string Controller::setLampCondition(const std::string& nodeId, LampCondition condition) {
+  {
+    const std::shared_lock lock(mutex_);
+    if (settings_.inForce().find(nodeId) == nullptr) return "there is no node " + nodeId;
+  }
+  return commit(LampTouch{nodeId, {condition, clock_.now()}});
+}
+
 UsageCount Controller::usage() const {
   UsageCount count;
   const std::vector<NodeRows>& nodes = settings_.inForce().nodes();
   const std::vector<Lamp>& lamps = street_.lamps();
   for (std::size_t i = 0; i < lamps.size() && i < nodes.size(); ++i) {
-    if (lamps[i].litSeconds <= 0) continue;
-    count.lamps.push_back(LampUsage{nodes[i].id, lamps[i].litSeconds, lamps[i].wattSeconds});
+    const Lamp& lamp = lamps[i];
+    if (lamp.litSeconds <= 0 && lamp.touched.condition == LampCondition::AsBuilt) continue;
+    count.lamps.push_back(LampUsage{nodes[i].id, lamp.litSeconds, lamp.wattSeconds, lamp.touched});
   }
   return count;
 }

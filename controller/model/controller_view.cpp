@@ -100,6 +100,36 @@ LiveView Controller::view() {
   return view;
 }
 
+std::optional<LampView> Controller::lampView(const std::string& nodeId) {
+  bringIntoForce();
+  const std::lock_guard lock(mutex_);
+  const NodeRows* rows = settings_.inForce().find(nodeId);
+  if (rows == nullptr) return std::nullopt;
+  const Moment now = clock_.now();
+  settle(now);
+  const auto index = static_cast<std::size_t>(rows - settings_.inForce().nodes().data());
+  const Lamp& lamp = street_.lamps()[index];
+  LampView view;
+  view.id = rows->id;
+  view.reference = rows->table.attribute(names::kReference).value();
+  view.ignored = lamp.ignored;
+  view.power = lamp.power;
+  view.expectedWatts = lamp.watts * lamp.power / 100.0;
+  view.measuredWatts = view.expectedWatts * static_cast<double>(lamp.health);
+  view.hours = lamp.litSeconds / 3600.0;
+  view.energy = lamp.wattSeconds / 3600000.0;
+  view.condition = textOf(presentCondition(lamp.touched.condition, rows->id));
+  for (const LampAlarm& alarm : street_.alarms(now)) {
+    if (alarm.node == index) view.alarm = alarm.kind;
+  }
+  if (lamp.overrideBegin <= now && now < lamp.overrideEnd) {
+    view.overrideEnd = formatReadable(toCivil(lamp.overrideEnd, zone()));
+  }
+  const auto night = street_.nightClock().atOrAfter(now);
+  if (night && !lamp.ignored) view.steps = stepsOf(street_, lamp, *night);
+  return view;
+}
+
 StreetPlanView Controller::planView() {
   bringIntoForce();
   const std::lock_guard lock(mutex_);

@@ -17,20 +17,6 @@ constexpr Place kDefaultPlace{41.5472, 2.1074};
 constexpr seconds kLongestStep{3600};
 constexpr int kDefaultWatts = 100;
 
-// The same lamps are faulty at every start: the fault hangs on the node's identity (FNV-1a hash).
-float healthOf(const std::string& id) {
-  std::uint32_t hash = 2166136261U;
-  for (const char c : id) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-  switch (hash % 97U) {
-    case 0:
-      return 0.05F;  // broken
-    case 1:
-      return 0.7F;  // ageing
-    default:
-      return 1.0F;
-  }
-}
-
 bool isOld(pugi::xml_node row) {
   return row.attribute("brokenActive") != nullptr;
 }
@@ -48,12 +34,13 @@ void readThresholds(pugi::xml_node row, Lamp& lamp) {
   if (lamp.watts <= 0) lamp.watts = kDefaultWatts;
 }
 
-Lamp readLamp(const NodeRows& rows) {
+Lamp readLamp(const NodeRows& rows, const LampHealth& touched) {
   Lamp lamp;
   lamp.interval = IntervalProgram::read(rows.interval);
   lamp.clock = ClockProgram::read(rows.clock);
   lamp.ignored = SectionStore::isBlacklisted(rows);
-  lamp.health = healthOf(rows.id);
+  lamp.touched = touched;
+  lamp.health = healthOf(presentCondition(touched.condition, rows.id));
   lamp.latitude = rows.table.attribute(names::kLatitude).as_float();
   lamp.longitude = rows.table.attribute(names::kLongitude).as_float();
   lamp.overridePower =
@@ -73,7 +60,7 @@ void LampStreet::rebuild(const SectionStore& store) {
   const bool same = lamps_.size() == nodes.size();
   lamps_.resize(nodes.size());
   for (std::size_t i = 0; i < nodes.size(); ++i) {
-    Lamp lamp = readLamp(nodes[i]);
+    Lamp lamp = readLamp(nodes[i], touchedHealth(nodes[i].id));
     if (same) {
       lamp.power = lamps_[i].power;
       lamp.litSince = lamps_[i].litSince;
@@ -89,6 +76,15 @@ void LampStreet::rebuild(const SectionStore& store) {
   nightClock_.minutesAfterSunset = outputs.attribute(names::kSunsetOffset).as_int();
   nightClock_.minutesAfterSunrise = outputs.attribute(names::kSunriseOffset).as_int();
   readPlace(store);
+}
+
+void LampStreet::touch(const std::string& nodeId, const LampHealth& health) {
+  touched_[nodeId] = health;
+}
+
+LampHealth LampStreet::touchedHealth(const std::string& nodeId) const {
+  const auto found = touched_.find(nodeId);
+  return found == touched_.end() ? LampHealth() : found->second;
 }
 
 // The controller stands in the middle of its lamps.
@@ -162,7 +158,7 @@ std::vector<LampAlarm> LampStreet::alarms(Moment now) const {
                         measured < lamp.alarmBelowWatts;
     const bool deviates =
         lamp.alarmDeviation > 0 && measured < expected * (100.0 - lamp.alarmDeviation) / 100.0;
-    const Moment since = lamp.litSince + seconds{lamp.alarmAfter};
+    const Moment since = std::max(lamp.litSince, lamp.touched.since) + seconds{lamp.alarmAfter};
     if ((broken || deviates) && since <= now) {
       found.push_back(LampAlarm{i, broken ? "lamp" : "power", since});
     }

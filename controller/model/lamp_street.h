@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "controller/model/day_calendar.h"
 #include "controller/model/dimming.h"
+#include "controller/model/lamp_condition.h"
 #include "controller/model/night.h"
 #include "controller/model/section_store.h"
 
@@ -24,6 +26,7 @@ struct Lamp {
   float longitude = 0;
 
   int watts = 0;            ///< at full power
+  LampHealth touched;       ///< what was done to it by hand
   float health = 1;         ///< measured power by expected power
   int alarmBelowWatts = 0;  ///< alarm while less is measured; 0: not watched
   int alarmDeviation = 0;   ///< alarm while so many percent are missing; 0: not watched
@@ -48,6 +51,9 @@ class LampStreet {
   /// Takes programs, overrides, thresholds and positions from the sections in force. What the lamps
   /// used so far is kept as long as the nodes are the same.
   void rebuild(const SectionStore& store);
+
+  /// Makes a lamp faulty or good; it takes effect with the next `rebuild`.
+  void touch(const std::string& nodeId, const LampHealth& health);
 
   /// Lets a calendar's day types go before the programs of the lamps.
   void follow(DayCalendar calendar) { calendar_ = std::move(calendar); }
@@ -76,6 +82,7 @@ class LampStreet {
   void restoreUsage(std::size_t node, double litSeconds, double wattSeconds);
 
  private:
+  LampHealth touchedHealth(const std::string& nodeId) const;
   void readPlace(const SectionStore& store);
 
   // A moment of the night as programs count it.
@@ -93,6 +100,7 @@ class LampStreet {
   ZoneRule zone_;
   bool byClock_ = false;
   DayCalendar calendar_;
+  std::map<std::string, LampHealth> touched_;
   std::optional<Night> night_;
   std::optional<Moment> last_;
   std::size_t lit_ = 0;

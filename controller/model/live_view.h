@@ -46,6 +46,22 @@ struct LiveView {
   std::vector<AlarmView> alarms;
 };
 
+/// All about one lamp.
+struct LampView {
+  std::string id;
+  std::string reference;
+  bool ignored = false;  ///< it is blacklisted
+  int power = 0;         ///< percent, now
+  double expectedWatts = 0;
+  double measuredWatts = 0;
+  double hours = 0;              ///< lit, in all
+  double energy = 0;             ///< kWh, in all
+  std::string condition;         ///< "good", "ageing", "broken"
+  std::string alarm;             ///< its kind, empty for none
+  std::string overrideEnd;       ///< until when it burns by its own power, "" where it does not
+  std::vector<LightStep> steps;  ///< tonight, by its program
+};
+
 /// Where a lamp stands and what it is called.
 struct NodeView {
   std::string id;

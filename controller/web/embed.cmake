@@ -1,14 +1,32 @@
-# Writes a source file that holds the live page: cmake -DFOLDER=... -DOUTPUT=... -P embed.cmake
-set(text "#include \"controller/web/web_files.h\"\n\nnamespace lamp::controller {\n")
-foreach(pair "webPage;page.html" "webScript;page.js" "webStyle;page.css")
-  list(GET pair 0 function)
-  list(GET pair 1 file)
+# Writes a source file that holds the files of the live page:
+# cmake -DFOLDER=... "-DFILES=page.html;page.css" -DOUTPUT=... -P embed.cmake
+set(arrays "")
+set(choices "")
+foreach(file IN LISTS FILES)
+  string(MAKE_C_IDENTIFIER "${file}" name)
   file(READ "${FOLDER}/${file}" bytes HEX)
   string(REGEX REPLACE "(..)" "0x\\1," bytes "${bytes}")
-  string(APPEND text "\nstd::string_view ${function}() {\n"
-                     "  static constexpr unsigned char kBytes[] = {${bytes}0};\n"
-                     "  const void* bytes = kBytes;\n"
-                     "  return {static_cast<const char*>(bytes), sizeof kBytes - 1};\n}\n")
+  string(APPEND arrays "constexpr unsigned char k_${name}[] = {${bytes}0};\n")
+  string(APPEND choices "  if (name == \"${file}\") return textOf(k_${name}, sizeof k_${name});\n")
 endforeach()
-string(APPEND text "\n}  // namespace lamp::controller\n")
-file(WRITE "${OUTPUT}" "${text}")
+file(WRITE "${OUTPUT}" "#include \"controller/web/web_files.h\"
+
+#include <cstddef>
+
+namespace lamp::controller {
+namespace {
+
+${arrays}
+// The arrays end with a zero that is no part of the file.
+std::string_view textOf(const void* bytes, std::size_t size) {
+  return {static_cast<const char*>(bytes), size - 1};
+}
+
+}  // namespace
+
+std::string_view webFile(std::string_view name) {
+${choices}  return {};
+}
+
+}  // namespace lamp::controller
+")

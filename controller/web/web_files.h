@@ -4,9 +4,7 @@
 
 namespace lamp::controller {
 
-/// The live page, its script and its style, as the build embedded them.
-std::string_view webPage();
-std::string_view webScript();
-std::string_view webStyle();
+/// A file of the live page by its name, as the build embedded it; empty where there is none.
+std::string_view webFile(std::string_view name);
 
 }  // namespace lamp::controller

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "tests/controller/support/http_client.h"
 #include "tests/controller/support/server_rig.h"
 
@@ -32,7 +34,8 @@ TEST(ControlDesk, RefusesWhatItDoesNotUnderstand) {
   for (const char* request :
        {"clock", "clock?speed=x", "clock?speed=90000", "clock?paused=2", "clock?jump=1h",
         "clock?set=20250231000000", "input?number=9&active=1", "input?number=1", "fault",
-        "fault?set=bogus"}) {
+        "fault?set=bogus", "lamp?node=4100007", "lamp?node=4100007&condition=dim",
+        "lamp?node=4100007&condition=", "lamp?node=nobody&condition=good"}) {
     const HttpAnswer answer = httpControl(server.base + "/control/" + request);
     EXPECT_EQ(answer.status, 400) << request;
     EXPECT_FALSE(answer.body.empty()) << request;
@@ -50,6 +53,31 @@ TEST(ControlDesk, SwitchesAnInputAndTheOutputThatFollowsIt) {
   EXPECT_EQ(value(), "0");
   EXPECT_EQ(httpControl(server.base + "/control/input?number=1&active=1").status, 200);
   EXPECT_EQ(value(), "1");
+}
+
+TEST(ControlDesk, MakesALampFaultyAndGoodAgain) {
+  ServerRig server;
+  for (const char* condition : {"broken", "ageing", "good"}) {
+    const std::string request = "/control/lamp?node=4100007&condition=";
+    EXPECT_EQ(httpControl(server.base + request + condition, "wrong").status, 403);
+    EXPECT_EQ(httpControl(server.base + request + condition).status, 200);
+    EXPECT_EQ(server.rig.controller.lampView("4100007")->condition, condition);
+  }
+}
+
+TEST(ControlDesk, DescribesEveryFaultThatCanBeOrdered) {
+  ServerRig server;
+  const auto faults = nlohmann::json::parse(httpGet(server.base + "/control/faults").body);
+  EXPECT_EQ(faults.size(), 16U);
+  for (const auto& fault : faults) {
+    EXPECT_FALSE(fault["effect"].get<std::string>().empty());
+    const std::string name = fault["name"];
+    EXPECT_EQ(httpControl(server.base + "/control/fault?set=" + name + "%2399").status, 200);
+    const std::string withArgument = "/control/fault?set=" + name + ":12%2399";
+    EXPECT_EQ(httpControl(server.base + withArgument).status,
+              fault["argument"].get<std::string>().empty() ? 400 : 200)
+        << name;
+  }
 }
 
 TEST(ControlDesk, OrdersAndClearsFaults) {

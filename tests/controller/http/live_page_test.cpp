@@ -22,8 +22,27 @@ TEST(LivePage, CarriesTheTokenAndItsFiles) {
   EXPECT_EQ(page.status, 200);
   EXPECT_TRUE(page.type.starts_with("text/html"));
   EXPECT_NE(page.body.find("content=\"test-token\""), std::string::npos);
-  EXPECT_EQ(httpGet(server.base + "/page.js").status, 200);
-  EXPECT_EQ(httpGet(server.base + "/page.css").status, 200);
+  for (const char* file : {"page", "faults", "lamp", "map", "panels", "street"}) {
+    const HttpAnswer script = httpGet(server.base + "/" + file + ".js");
+    EXPECT_EQ(script.status, 200) << file;
+    EXPECT_TRUE(script.type.starts_with("text/javascript")) << file;
+    EXPECT_FALSE(script.body.empty());
+    EXPECT_EQ(script.body.find('\0'), std::string::npos);
+  }
+  EXPECT_TRUE(httpGet(server.base + "/page.css").type.starts_with("text/css"));
+  EXPECT_EQ(httpGet(server.base + "/other.js").status, 404);
+  EXPECT_EQ(httpGet(server.base + "/page.html").status, 404) << "it is without its token";
+}
+
+TEST(LivePage, TellsAllAboutOneLamp) {
+  ServerRig server;
+  const json lamp = json::parse(httpGet(server.base + "/lamp.json?node=4100007").body);
+  EXPECT_EQ(lamp["reference"], "Harbour Street pole 1");
+  EXPECT_EQ(lamp["power"], 0);
+  EXPECT_EQ(lamp["condition"], "good");
+  EXPECT_EQ(lamp["steps"][1]["from"], "22:30");
+  EXPECT_EQ(httpGet(server.base + "/lamp.json?node=nobody").status, 404);
+  EXPECT_EQ(httpGet(server.base + "/lamp.json").status, 404);
 }
 
 TEST(LivePage, ThePlanNamesEveryNodeAndTonightsPrograms) {

@@ -117,6 +117,32 @@ TEST(Street, FaultyLampsAreReportedWhileTheyBurn) {
   EXPECT_FALSE(rig.read("L09").find_child_by_attribute("Alarm", "nodeId", node.c_str()));
 }
 
+std::string alarmOf(ControllerRig& rig, const std::string& node) {
+  return rig.read("L09")
+      .find_child_by_attribute("Alarm", "nodeId", node.c_str())
+      .attribute("since")
+      .value();
+}
+
+TEST(Street, ALampThatIsMadeFaultyRaisesItsAlarmAfterTheTimeOfItsThresholds) {
+  ControllerRig rig(kWithInputs);
+  const std::string node = rig.nodeIds()[0];
+  ASSERT_EQ(powerAt(rig, "20250315200000W"), 100);
+  rig.time.pass(1h);
+  ASSERT_EQ(rig.controller.setLampCondition(node, LampCondition::Ageing), "");
+  EXPECT_EQ(alarmOf(rig, node), "");
+  EXPECT_NEAR(rig.controller.lampView(node)->measuredWatts, 49, 0.01);
+  rig.time.pass(119s);
+  EXPECT_EQ(alarmOf(rig, node), "");
+  rig.time.pass(1s);
+  EXPECT_EQ(alarmOf(rig, node), "20250315210200");
+  EXPECT_EQ(rig.controller.lampView(node)->alarm, "power");
+  ASSERT_EQ(rig.controller.setLampCondition(node, LampCondition::Good), "");
+  EXPECT_EQ(alarmOf(rig, node), "");
+  EXPECT_NE(rig.controller.setLampCondition("nobody", LampCondition::Good), "");
+  EXPECT_FALSE(rig.controller.lampView("nobody"));
+}
+
 bool outputIsOn(ControllerRig& rig, int number) {
   return std::string_view(
              rig.read("L13")

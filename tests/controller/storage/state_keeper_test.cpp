@@ -228,6 +228,26 @@ TEST(StateKeeper, KeepsWhatTheLampsUsedWithoutACommand) {
   EXPECT_EQ(again.rig.ofFirstNode("L15", "hours"), hours);
 }
 
+TEST(StateKeeper, KeepsLampsThatWereMadeFaultyInItsJournalAndInTheState) {
+  const ScratchFolder folder;
+  const auto condition = [](KeptRig& kept, const char* node) {
+    return kept.rig.controller.lampView(node)->condition;
+  };
+  {
+    KeptRig kept(folder.path() / "s.xml");
+    ASSERT_EQ(kept.rig.controller.setLampCondition("4100007", LampCondition::Broken), "");
+  }
+  for (int start = 0; start < 2; ++start) {
+    KeptRig again(folder.path() / "s.xml");
+    ASSERT_EQ(again.fault, "");
+    EXPECT_EQ(condition(again, "4100007"), "broken");
+    EXPECT_EQ(condition(again, "4100014"), "good");
+    ControllerRig copy;
+    ASSERT_EQ(copy.controller.loadState(again.rig.state()), "");
+    EXPECT_EQ(copy.controller.lampView("4100007")->condition, "broken");
+  }
+}
+
 TEST(StateKeeper, KeepsAClockThatWasMovedFromOutside) {
   using namespace std::chrono_literals;
   const ScratchFolder folder;
