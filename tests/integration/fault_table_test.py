@@ -21,8 +21,8 @@ from fault_table import FAULTS, REASON
 from harness import Controller, Script, declare
 from page_table import DEVICE, ONCE, PAGES, QUESTION, READ, RETRY
 
-PATIENCE = "3"  # seconds that the user waits for an answer; a fault that delays takes less
-WORKERS = 4     # most of the time is waiting
+PATIENCE = "6"  # seconds that the user waits for an answer; sanitized programs take their time
+WORKERS = 6     # most of the time is waiting
 SECTIONS = [f"L{n:02}" for n in range(1, 18) if n not in (9, 15)]  # reports follow the clock
 READING = (1, 29, 58)
 BUTTONS = {RETRY: ["retry", "cancel"], ONCE: ["ok"], READ: ["ok"], QUESTION: ["ok"]}
