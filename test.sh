@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the programs as released and everything under the address and
-# undefined-behaviour sanitizers, checks the house rules and runs every test.
+# undefined-behaviour sanitizers, checks the house rules, runs every test and each fuzz target for a
+# moment.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -22,3 +23,4 @@ export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 ctest --test-dir build/asan --output-on-failure --no-tests=error -LE slow -j "$(nproc)" --timeout 300
+./fuzz.sh --seconds 10

@@ -16,7 +16,9 @@ target_compile_options(lamp_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(lamp_options INTERFACE -Wno-restrict)
 endif()
-target_link_options(lamp_options INTERFACE -Wl,--no-undefined)
+if(NOT LAMP_FUZZ)
+  target_link_options(lamp_options INTERFACE -Wl,--no-undefined)
+endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT LAMP_SANITIZE)
   # Debian's compilers predefine level 2 in some configurations; level 3 replaces it.
   target_compile_options(lamp_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
@@ -28,9 +30,18 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT LAMP_SANITIZE)
 endif()
 target_link_options(lamp_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 
+# Fuzz targets are short programs that run often: optimised a little, and without what a debugger
+# wants. Every edge of the project's own code is counted.
+if(LAMP_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "The fuzz targets need clang, which brings libFuzzer; use ./fuzz.sh")
+  endif()
+  target_compile_options(lamp_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(LAMP_SANITIZE)
   target_compile_options(lamp_options INTERFACE -fsanitize=address,undefined
-    -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+    -fno-sanitize-recover=all -fno-omit-frame-pointer $<$<NOT:$<BOOL:${LAMP_FUZZ}>>:-g1>)
   target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)
 endif()
 
@@ -43,6 +54,10 @@ function(lamp_precompile target)
   if(LAMP_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${LAMP_STANDARD_HEADERS} ${ARGN})
     # ccache keeps objects of precompiled headers only with this.
-    target_compile_options(${target} PRIVATE -fpch-preprocess)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -fpch-preprocess)
+    else()
+      target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    endif()
   endif()
 endfunction()

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is needed on Debian 12: scripts/install.sh build, bench or test (which is the default).
+# Installs what is needed on Debian 12: scripts/install.sh build, bench, fuzz or test (which is the
+# default and includes fuzz).
 # Does nothing when all of it is there.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -9,8 +10,10 @@ build_packages=(
   libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev libcpp-httplib-dev
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
+fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)
 test_packages=(
-  libgtest-dev libgmock-dev libxml2-dev procps valgrind openssl chromium
+  "${fuzz_packages[@]}"
+  libgtest-dev libgmock-dev procps valgrind openssl chromium
   libcap2 libedit2 libgnutls30 libnettle8 libpam0g libseccomp2 libwrap0 libssl3
 )
 # Servers that the tests start themselves. They are unpacked, not installed: an installed one would
@@ -22,6 +25,7 @@ packages=("${build_packages[@]}")
 case "${1:-test}" in
   build) ;;
   bench) packages+=(libbenchmark-dev dpkg-dev xvfb libx11-6) ;;
+  fuzz) packages+=("${fuzz_packages[@]}") ;;
   *) packages+=("${test_packages[@]}") ;;
 esac
 

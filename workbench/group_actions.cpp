@@ -35,6 +35,8 @@ GroupActions::~GroupActions() {
 ActionResult GroupActions::canChange(const Node& device) const {
   if (!(device.Value("driver") == XCDriverDeviceZelLampManager::GetThisClass().type))
     return ActionResult::refused(TextId::NoLampManager, device.Value("name"));
+  // Groups of lamps are found by the name of their controller.
+  if (device.Value("name").IsEmpty()) return ActionResult::refused(TextId::NameEmpty);
   return ActionResult::ifWritable(store_);
 }
 

@@ -40,8 +40,8 @@ class GroupActions {
   ActionResult canUndo() const;
   ActionResult canRedo() const;
 
-  /// What stands against changing the groups of a device: a device of another driver, or a
-  /// configuration that can't be written.
+  /// What stands against changing the groups of a device: a device of another driver or without a
+  /// name, or a configuration that can't be written.
   ActionResult canChange(const Node& device) const;
 
  private:

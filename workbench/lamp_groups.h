@@ -24,7 +24,8 @@ class LampGroups {
  public:
   using Node = XmlDocument::XmlNode;
 
-  /// @p device must stay in the configuration's memory as long as this.
+  /// @p device must stay in the configuration's memory as long as this. One without a name has no
+  /// groups, and none can be added.
   explicit LampGroups(const Node& device) : device_(device) {}
 
   const Node& device() const { return device_; }

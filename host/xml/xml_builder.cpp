@@ -77,8 +77,9 @@ Node* Builder::newRoot(Storage& storage, XmlName tag) {
 bool Builder::fail(const char* place, std::string cause) {
   if (!cause_.empty()) return false;
   cause_ = std::move(cause);
+  // The library was given the terminator too, and may stumble behind it.
   offset_ = place != nullptr && begin_ != nullptr && place >= begin_
-                ? static_cast<std::size_t>(place - begin_)
+                ? static_cast<std::size_t>(std::min(place, end_) - begin_)
                 : 0;
   return false;
 }

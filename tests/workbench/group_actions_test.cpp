@@ -56,6 +56,17 @@ TEST_F(GroupActionsTest, ANewGroupBeginsWithTheLampsThatWereSelected) {
   EXPECT_THAT(others(), ElementsAre("2", "3"));
 }
 
+TEST_F(GroupActionsTest, AControllerWithoutANameGetsNoGroupThatNobodyWouldFind) {
+  Node& nameless = device(u"West");
+  nameless.SetValue("name", u"");
+  const std::string before = store.text();
+  run([&] { return actions.newGroup(nullptr, nameless); });
+  EXPECT_FALSE(result.done);
+  EXPECT_EQ(result.reason.ToUtf8(), "[359]");
+  EXPECT_EQ(driver.top(), TopKind::none);
+  EXPECT_EQ(store.text(), before);
+}
+
 TEST_F(GroupActionsTest, TheFilterNarrowsByTheReferenceAndTellsHowManyMatch) {
   openNew();
   EXPECT_EQ(driver.text("matching"), "[60344](4,4)");

@@ -237,6 +237,19 @@ TEST(XmlParse, AMistakeInALeafIsFoundWhereItStands) {
   EXPECT_EQ(error.column, 9U);
 }
 
+TEST(XmlParse, ADocumentThatBreaksOffIsRefusedNoFurtherThanAtItsEnd) {
+  const std::string whole = "<a b='c'><!-- d --><?p e?><![CDATA[f]]>g</a>";
+  for (const std::string& xml : {whole, std::string("<a <a c1"), std::string("<a c1 ")}) {
+    for (std::size_t size = 1; size <= xml.size(); ++size) {
+      XmlDocument document;
+      XmlError error;
+      if (document.Parse(xml.substr(0, size), &error)) continue;
+      EXPECT_LE(error.offset, size) << xml.substr(0, size);
+      EXPECT_LE(error.column, size + 1) << xml.substr(0, size);
+    }
+  }
+}
+
 TEST(XmlParse, ReferencesAndCharacterDataAreDecoded) {
   const XmlDocument document = support::parsedXml(
       "<a b=\"&lt;&gt;&amp;&quot;&apos;&#65;&#x42;&#x1F4A1;\">"

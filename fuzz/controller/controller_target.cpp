@@ -1,0 +1,203 @@
+// The controller on arbitrary commands, in any order, with time going by, and killed in between:
+// the state stays one that reads, refused commands change nothing, and a controller that starts
+// again has the state of the one before.
+
+#include <algorithm>
+#include <optional>
+#include <pugixml.hpp>
+
+#include "controller/http/command_log.h"
+#include "controller/http/fault_plan.h"
+#include "controller/http/json_text.h"
+#include "controller/model/controller.h"
+#include "controller/model/street_generator.h"
+#include "controller/storage/state_keeper.h"
+#include "controller/xml/well_formed.h"
+#include "fuzz/fault.h"
+#include "fuzz/input.h"
+#include "tests/controller/support/memory_disk.h"
+
+namespace {
+
+using namespace lamp::controller;
+using fuzz::expect;
+using test::MemoryDisk;
+
+constexpr std::size_t MostSteps = 24;
+constexpr const char* DataFolder = "/data";
+constexpr const char* StateFile = "/data/state.xml";
+
+class StandingTime : public TimeSource {
+ public:
+  Point now() const override { return now_; }
+  void pass(std::chrono::seconds by) { now_ += by; }
+
+ private:
+  Point now_ = std::chrono::sys_days{std::chrono::year{2025} / std::chrono::March / 15} +
+               std::chrono::hours{11};
+};
+
+/// A controller whose state is kept on a disk in memory, from its start until it is killed.
+struct Life {
+  Life(const TimeSource& time, MemoryDisk& disk)
+      : clock(time), controller("LM-TEST", clock), keeper(controller, StateFile, disk) {
+    controller.setDataFolder(DataFolder, disk);
+    bool found = false;
+    std::string wrong = keeper.restore(found);
+    if (!wrong.empty()) fuzz::fault("the state that was kept is refused: " + wrong);
+    if (!found) generateStreet(StreetPlan{3, 7, true}, controller.settings().inForce());
+    wrong = keeper.begin();
+    if (!wrong.empty()) fuzz::fault("the state can't be kept: " + wrong);
+    controller.tidyDataFolder();
+  }
+
+  std::string state() const {
+    std::string text;
+    controller.printState(text);
+    return text;
+  }
+
+  ControllerClock clock;
+  Controller controller;
+  StateKeeper keeper;
+};
+
+/// What an input makes of one controller.
+class Story {
+ public:
+  Story() { life_.emplace(time_, disk_); }
+
+  /// A step is a letter and what belongs to it.
+  void step(const std::string& step);
+  void check();
+
+ private:
+  void perform(int command, const std::string& body);
+  void passTime(const std::string& seconds);
+  void restart();
+
+  StandingTime time_;
+  MemoryDisk disk_;
+  std::optional<Life> life_;
+};
+
+void expectXml(const std::string& text, const char* what) {
+  pugi::xml_document document;
+  expect(!findXmlFault(text, 64) && document.load_buffer(text.data(), text.size()), what);
+}
+
+void Story::perform(int command, const std::string& body) {
+  life_->controller.advance();
+  const std::string before = life_->state();
+  const Reply reply = life_->controller.perform(command, body);
+  if (reply.status != 200) {
+    expect(!reply.body.empty(), "a refusal says why");
+    expect(life_->state() == before, "a refused command changes nothing");
+  } else if (!reply.body.empty()) {
+    expectXml(reply.body, "an answer is XML");
+  }
+  expect(reply.status == 200 || (reply.status >= 400 && reply.status < 500),
+         "a command is answered or refused");
+  for (const std::string& text : {body, reply.body}) jsonString(ShownText(text).str());
+}
+
+// Up to about 68 years at once; a controller is asked now and then meanwhile.
+void Story::passTime(const std::string& seconds) {
+  const long by = std::strtol(seconds.c_str(), nullptr, 10);
+  time_.pass(std::chrono::seconds{std::clamp(by, 0L, 0x7FFFFFFFL)});
+  life_->controller.advance();
+  life_->controller.takeFault();
+  life_->controller.keepUsage();
+}
+
+void Story::restart() {
+  const std::string before = life_->state();
+  life_.reset();
+  life_.emplace(time_, disk_);
+  expect(life_->state() == before,
+         "a controller that starts again has the state of the one before");
+}
+
+void Story::step(const std::string& step) {
+  if (step.empty()) return;
+  const std::string body = step.substr(1);
+  Fault fault;
+  switch (step.front()) {
+    case 'r':
+      return perform(1, body);
+    case 'w':
+      return perform(2, body);
+    case 'e':  // as a client that knows the frame sends it
+      return perform(2, "<deviceCfg>" + body + "</deviceCfg>");
+    case 'c':
+      return perform(9, body);
+    case 'i':
+      return perform(29, body);
+    case 'a':
+      return perform(30, body);
+    case 'f':
+      return perform(52, body);
+    case 'n':
+      return perform(58, body);
+    case 't':
+      return passTime(body);
+    case 's':
+      life_->controller.setInputState(1 + int(body.size() % 8), body.size() % 2 == 0);
+      return;
+    case 'p':
+      parseFault(body, fault);
+      return;
+    case 'k':
+      life_->keeper.compact();
+      return;
+    default:
+      restart();
+  }
+}
+
+void Story::check() {
+  for (const char* code : {"L01", "L02", "L03", "L04", "L05", "L06", "L07", "L08", "L09", "L11",
+                           "L13", "L15", "L17"}) {
+    const Reply reply =
+        life_->controller.perform(1, "<deviceCfg><" + std::string(code) + "/></deviceCfg>");
+    expect(reply.status == 200, "every section can be read");
+    expectXml(reply.body, "every section reads as XML");
+  }
+  life_->controller.view();
+  life_->controller.planView();
+  restart();
+  for (const auto& [path, content] : disk_.files())
+    if (!path.starts_with("/data/") || path.find("/../") != std::string::npos)
+      fuzz::fault("a file outside of the folder: " + path);
+}
+
+// A controller that someone gives another's state, or a damaged one.
+void loadAnything(const std::string& text) {
+  const StandingTime time;
+  ControllerClock clock(time);
+  Controller controller("LM-TEST", clock);
+  if (!controller.loadState(text).empty()) return;
+  std::string printed;
+  controller.printState(printed);
+  Controller again("LM-TEST", clock);
+  const std::string wrong = again.loadState(printed);
+  if (!wrong.empty()) fuzz::fault("a state that was printed is refused: " + wrong);
+  controller.advance();
+  controller.view();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::Input input(data, size);
+  if (size > 0 && data[0] == 'S') {
+    input.byte();
+    loadAnything(input.document());
+    return 0;
+  }
+  Story story;
+  for (std::size_t steps = 0; steps < MostSteps && !input.empty(); ++steps)
+    story.step(input.document());
+  story.check();
+  return 0;
+}

@@ -1,0 +1,92 @@
+#include "tests/host/xml/reference_reader.h"
+
+#include <libxml/parser.h>
+
+namespace reference {
+namespace {
+
+using Element = XmlDocument::XmlNode;
+
+std::string chars(const xmlChar* text) {
+  return text ? reinterpret_cast<const char*>(text) : std::string();
+}
+
+template <class Named>
+std::string qualified(const Named* named) {
+  const std::string prefix = named->ns != nullptr ? chars(named->ns->prefix) : std::string();
+  return prefix.empty() ? chars(named->name) : prefix + ":" + chars(named->name);
+}
+
+bool declaresNamespace(std::string_view attribute) {
+  return attribute == "xmlns" || attribute.starts_with("xmlns:");
+}
+
+std::string withoutBlanks(std::string text) {
+  std::erase_if(text, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+  return text;
+}
+
+// Whether nothing but text stands in an element.
+bool isLeaf(const xmlNode* element) {
+  for (const xmlNode* child = element->children; child != nullptr; child = child->next)
+    if (child->type != XML_TEXT_NODE) return false;
+  return true;
+}
+
+std::string content(const xmlNode* element) {
+  std::string out = "(" + qualified(element);
+  for (const xmlAttr* a = element->properties; a != nullptr; a = a->next) {
+    xmlChar* value = xmlNodeListGetString(element->doc, a->children, 1);
+    out += " " + qualified(a) + "=" + chars(value) + ";";
+    xmlFree(value);
+  }
+  std::string text;
+  std::string children;
+  for (const xmlNode* child = element->children; child != nullptr; child = child->next) {
+    if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE)
+      text += chars(child->content);
+    if (child->type == XML_ELEMENT_NODE) children += content(child);
+  }
+  return out + " " + (isLeaf(element) ? text : withoutBlanks(text)) + children + ")";
+}
+
+std::string content(const Element& element, const xmlNode* reference) {
+  std::string out = "(" + std::string(element.Tag());
+  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+    if (declaresNamespace(element.attributeName(i).text())) continue;
+    out += " " + std::string(element.attributeName(i).text()) + "=";
+    element.attributeText(i).appendUtf8(out);
+    out += ";";
+  }
+  std::string text;
+  element.text().appendUtf8(text);
+  const xmlNode* other = reference->children;
+  std::string children;
+  for (const Element& child : element.Children()) {
+    while (other != nullptr && other->type != XML_ELEMENT_NODE) other = other->next;
+    children += other ? content(child, other) : "(one too many)";
+    if (other) other = other->next;
+  }
+  return out + " " + (isLeaf(reference) ? text : withoutBlanks(text)) + children + ")";
+}
+
+const xmlNode* rootOf(const xmlDoc& document) {
+  return xmlDocGetRootElement(const_cast<xmlDoc*>(&document));
+}
+
+}  // namespace
+
+Document read(const std::string& xml) {
+  return Document(xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr,
+                                XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+}
+
+std::string content(const xmlDoc& document) {
+  return content(rootOf(document));
+}
+
+std::string content(const XmlDocument& document, const xmlDoc& reference) {
+  return content(*document.Root(), rootOf(reference));
+}
+
+}  // namespace reference
