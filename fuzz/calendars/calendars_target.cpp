@@ -62,7 +62,8 @@ std::u16string paintedYear(const XCDateTime& today, std::u16string_view stored) 
   return painted;
 }
 
-void saveAndLoad(const std::filesystem::path& file, const XCDateTime& today, lamp::ProgramKind kind,
+// Where @p today is given, the year is painted and made again before it is saved.
+void saveAndLoad(const std::filesystem::path& file, const XCDateTime* today, lamp::ProgramKind kind,
                  const XCBasicString& name) {
   lamp::CalendarDocument calendar(kind);
   if (!calendar.load(file)) {
@@ -71,7 +72,7 @@ void saveAndLoad(const std::filesystem::path& file, const XCDateTime& today, lam
     return;
   }
   expect(!calendar.changed(), "a calendar that was loaded is unchanged");
-  calendar.setYear(paintedYear(today, calendar.year()));
+  if (today != nullptr) calendar.setYear(paintedYear(*today, calendar.year()));
   XmlDocument::XmlNode* days = calendar.root().Node("days");
   lamp::completeDays(days != nullptr ? *days : calendar.root().NewChild("days"), kind);
   const auto to = lamp::calendarFile(name);
@@ -108,8 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::filesystem::path folder = lamp::calendarFolder();
   host.files().put(folder / "first.xclmc", host.controller().text(0));
   host.files().put(folder / "second.xclmc", host.controller().text(1));
-  saveAndLoad(folder / "first.xclmc", today, kind, name);
-  saveAndLoad(folder / "second.xclmc", today, kind, XCBasicString(u"first"));
+  saveAndLoad(folder / "first.xclmc", &today, kind, name);
+  saveAndLoad(folder / "second.xclmc", nullptr, kind, XCBasicString(u"first"));
   lamp::storedCalendars();
   host.device()->SetValue("calendar", input.flag() ? name.str() : u"first");
   showDialogs(host, input, kind);

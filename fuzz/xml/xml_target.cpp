@@ -37,22 +37,25 @@ bool isRefusedOnPurpose(const std::string& cause) {
   return holdsOneOf(cause, Reasons);
 }
 
-// What the reference refuses although it is a document without rules for names with a colon, or
-// one that calls itself ASCII and is UTF-8.
-bool isRefusedByReferenceAlone(const std::string& xml) {
-  constexpr std::array<std::string_view, 2> Reasons = {"xmlns", "encoding"};
-  return holdsOneOf(xml, Reasons);
+// Names with a colon have no rules of their own here.
+bool declaresNamespace(const std::string& xml) {
+  return xml.find("xmlns") != std::string::npos;
+}
+
+// A document that calls itself ASCII is read as UTF-8 here.
+bool namesEncoding(const std::string& xml) {
+  return xml.find("encoding") != std::string::npos;
 }
 
 void compareWithReference(const std::string& xml, const XmlDocument& document, bool read,
                           const host::XmlError& error) {
   const reference::Document other = reference::read(xml);
-  if (read && other)
+  if (read && other && !declaresNamespace(xml))
     expect(reference::content(document, *other) == reference::content(*other),
            "both readers read the same");
-  else if (read)
-    expect(isRefusedByReferenceAlone(xml), "what is no document is refused");
-  else if (other && !isRefusedOnPurpose(error.cause))
+  if (read && !other)
+    expect(declaresNamespace(xml) || namesEncoding(xml), "what is no document is refused");
+  if (!read && other && !isRefusedOnPurpose(error.cause))
     fuzz::fault("a document is refused: " + error.text());
 }
 

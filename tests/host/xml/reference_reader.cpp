@@ -17,10 +17,6 @@ std::string qualified(const Named* named) {
   return prefix.empty() ? chars(named->name) : prefix + ":" + chars(named->name);
 }
 
-bool declaresNamespace(std::string_view attribute) {
-  return attribute == "xmlns" || attribute.starts_with("xmlns:");
-}
-
 std::string withoutBlanks(std::string text) {
   std::erase_if(text, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
   return text;
@@ -53,7 +49,6 @@ std::string content(const xmlNode* element) {
 std::string content(const Element& element, const xmlNode* reference) {
   std::string out = "(" + std::string(element.Tag());
   for (std::size_t i = 0; i < element.attributeCount(); ++i) {
-    if (declaresNamespace(element.attributeName(i).text())) continue;
     out += " " + std::string(element.attributeName(i).text()) + "=";
     element.attributeText(i).appendUtf8(out);
     out += ";";
