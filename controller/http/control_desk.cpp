@@ -45,15 +45,12 @@ std::string faultList() {
 }  // namespace
 
 void ControlDesk::install(httplib::Server& server) {
-  const auto post = [&](const char* path, Task task) {
-    server.Post(path, [this, task](const httplib::Request& request, httplib::Response& response) {
-      handle(request, response, task);
-    });
-  };
-  post("/control/clock", &ControlDesk::setClock);
-  post("/control/input", &ControlDesk::setInput);
-  post("/control/fault", &ControlDesk::setFaults);
-  post("/control/lamp", &ControlDesk::setLamp);
+  for (const char* order : {"clock", "input", "lamp", "fault"}) {
+    server.Post(std::string("/control/") + order,
+                [this, order](const httplib::Request& request, httplib::Response& response) {
+                  handle(request, response, order);
+                });
+  }
   server.Get("/control/faults", [](const httplib::Request&, httplib::Response& response) {
     response.set_content(faultList(), "application/json");
   });
@@ -62,14 +59,22 @@ void ControlDesk::install(httplib::Server& server) {
   });
 }
 
-void ControlDesk::handle(const httplib::Request& request, httplib::Response& response, Task task) {
+std::string ControlDesk::carryOut(std::string_view order, const httplib::Request& request) {
+  if (order == "clock") return setClock(request);
+  if (order == "input") return setInput(request);
+  if (order == "lamp") return setLamp(request);
+  return setFaults(request);
+}
+
+void ControlDesk::handle(const httplib::Request& request, httplib::Response& response,
+                         std::string_view order) {
   if (!sameToken(request.get_header_value(kTokenHeader), service_.token)) {
     response.status = 403;
     response.set_content(
         "The header X-Control-Token must carry the token that the program printed.\n", kPlainText);
     return;
   }
-  const std::string fault = (this->*task)(request);
+  const std::string fault = carryOut(order, request);
   response.status = fault.empty() ? 200 : 400;
   if (fault.empty()) {
     response.set_content(state(), "application/json");

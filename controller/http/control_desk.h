@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace httplib {
 class Server;
@@ -28,9 +29,12 @@ class ControlDesk {
 
   void install(httplib::Server& server);
 
+  /// Carries out what a request with the token orders by its parameters: "clock", "input", "lamp"
+  /// or "fault". Answers what is wrong, or an empty text.
+  std::string carryOut(std::string_view order, const httplib::Request& request);
+
  private:
-  using Task = std::string (ControlDesk::*)(const httplib::Request&);
-  void handle(const httplib::Request& request, httplib::Response& response, Task task);
+  void handle(const httplib::Request& request, httplib::Response& response, std::string_view order);
 
   std::string setClock(const httplib::Request& request);
   std::string setInput(const httplib::Request& request);

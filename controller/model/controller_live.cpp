@@ -178,10 +178,15 @@ UsageCount Controller::usage() const {
   UsageCount count;
   const std::vector<NodeRows>& nodes = settings_.inForce().nodes();
   const std::vector<Lamp>& lamps = street_.lamps();
-  for (std::size_t i = 0; i < lamps.size() && i < nodes.size(); ++i) {
-    const Lamp& lamp = lamps[i];
-    if (lamp.litSeconds <= 0 && lamp.touched.condition == LampCondition::AsBuilt) continue;
-    count.lamps.push_back(LampUsage{nodes[i].id, lamp.litSeconds, lamp.wattSeconds, lamp.touched});
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    // The lamps may not have been built yet, or not since one was touched.
+    LampUsage used{nodes[i].id, 0, 0, street_.touchedHealth(nodes[i].id)};
+    if (i < lamps.size()) {
+      used.litSeconds = lamps[i].litSeconds;
+      used.wattSeconds = lamps[i].wattSeconds;
+    }
+    if (used.litSeconds <= 0 && used.health.condition == LampCondition::AsBuilt) continue;
+    count.lamps.push_back(std::move(used));
   }
   return count;
 }

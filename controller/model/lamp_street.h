@@ -54,6 +54,8 @@ class LampStreet {
 
   /// Makes a lamp faulty or good; it takes effect with the next `rebuild`.
   void touch(const std::string& nodeId, const LampHealth& health);
+  /// What `touch` made of a lamp, at once; as built where nobody touched it.
+  LampHealth touchedHealth(const std::string& nodeId) const;
 
   /// Lets a calendar's day types go before the programs of the lamps.
   void follow(DayCalendar calendar) { calendar_ = std::move(calendar); }
@@ -82,7 +84,6 @@ class LampStreet {
   void restoreUsage(std::size_t node, double litSeconds, double wattSeconds);
 
  private:
-  LampHealth touchedHealth(const std::string& nodeId) const;
   void readPlace(const SectionStore& store);
 
   // A moment of the night as programs count it.

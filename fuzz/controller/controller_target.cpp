@@ -2,12 +2,14 @@
 // the state stays one that reads, refused commands change nothing, and a controller that starts
 // again has the state of the one before.
 
+#include <httplib.h>
+
 #include <algorithm>
 #include <optional>
 #include <pugixml.hpp>
 
-#include "controller/http/command_log.h"
-#include "controller/http/fault_plan.h"
+#include "controller/http/command_server.h"
+#include "controller/http/control_desk.h"
 #include "controller/http/json_text.h"
 #include "controller/model/controller.h"
 #include "controller/model/street_generator.h"
@@ -73,6 +75,7 @@ class Story {
 
  private:
   void perform(int command, const std::string& body);
+  void order(const std::string& address);
   void passTime(const std::string& seconds);
   void restart();
 
@@ -101,6 +104,20 @@ void Story::perform(int command, const std::string& body) {
   for (const std::string& text : {body, reply.body}) jsonString(ShownText(text).str());
 }
 
+// "clock?speed=2", as behind "/control/".
+void Story::order(const std::string& address) {
+  const std::size_t query = std::min(address.find('?'), address.size());
+  httplib::Request request;
+  httplib::detail::parse_query_text(address.substr(std::min(query + 1, address.size())),
+                                    request.params);
+  FaultPlan faults;
+  CommandLog log;
+  const Service service{life_->controller, life_->clock, faults, log, "token", [] {}};
+  ControlDesk(service).carryOut(address.substr(0, query), request);
+  faults.take(2, true);
+  for (const std::string& text : faults.list()) jsonString(text);
+}
+
 // Up to about 68 years at once; a controller is asked now and then meanwhile.
 void Story::passTime(const std::string& seconds) {
   const long by = std::strtol(seconds.c_str(), nullptr, 10);
@@ -121,7 +138,6 @@ void Story::restart() {
 void Story::step(const std::string& step) {
   if (step.empty()) return;
   const std::string body = step.substr(1);
-  Fault fault;
   switch (step.front()) {
     case 'r':
       return perform(1, body);
@@ -141,12 +157,8 @@ void Story::step(const std::string& step) {
       return perform(58, body);
     case 't':
       return passTime(body);
-    case 's':
-      life_->controller.setInputState(1 + int(body.size() % 8), body.size() % 2 == 0);
-      return;
-    case 'p':
-      parseFault(body, fault);
-      return;
+    case 'd':
+      return order(body);
     case 'k':
       life_->keeper.compact();
       return;

@@ -318,5 +318,17 @@ TEST(FirmwareCommand, RefusesWhatIsNoFirmware) {
   EXPECT_EQ(rig.send(52, ""), 400);
 }
 
+TEST(StateKeeper, ALampThatWasBrokenAMomentAgoIsInTheStateThatIsWritten) {
+  const ScratchFolder folder;
+  {
+    KeptRig kept(folder.path() / "s.xml");
+    ASSERT_EQ(kept.rig.controller.setLampCondition("4100007", LampCondition::Broken), "");
+    ASSERT_EQ(kept.keeper.compact(), "");  // before the lamps were looked at again
+  }
+  KeptRig again(folder.path() / "s.xml");
+  ASSERT_EQ(again.fault, "");
+  EXPECT_NE(again.rig.state().find("broken"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace lamp::controller::test
