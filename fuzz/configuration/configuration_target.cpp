@@ -26,7 +26,7 @@ void lookThrough(workbench::DeviceCatalogue& catalogue) {
   for (Node* device : workbench::DeviceCatalogue::devices()) {
     const XCBasicString id = device->Value("id");
     XCDriver* driver = catalogue.find(id);
-    expect(driver != nullptr, "a device is found by its id");
+    expect(driver != nullptr || id.IsEmpty(), "a device is found by its id");
     expect(catalogue.find(id) == driver, "a driver is found again");
     const XCBasicString name = device->Value("name");
     expect(workbench::DeviceCatalogue::deviceNamed(name) != nullptr,
