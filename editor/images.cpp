@@ -35,12 +35,15 @@ QIcon imageIcon(const std::string& name) {
   if (name.front() == '#') return swatchIcon(QColor(QString::fromStdString(name)));
   const QString path = qtText(XCVarnisSetup::Get().getImageFilePath(XCBasicString::FromUtf8(name)));
   if (!QFileInfo::exists(path)) return {};
-  QIcon icon(path);
   // The variant is found by its name for the densest screens only; a screen may be plugged in
   // later.
   const QFileInfo file(path);
   const QString dense = file.path() + "/" + file.completeBaseName() + "@2x." + file.suffix();
-  if (QFileInfo::exists(dense)) icon.addFile(dense);
+  QIcon icon;
+  // A selected row shows the image as it is: dyed in the colour of the row it would fade away.
+  for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected})
+    for (const QString& image : {path, dense})
+      if (QFileInfo::exists(image)) icon.addFile(image, {}, mode);
   return icon;
 }
 

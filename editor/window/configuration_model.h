@@ -2,6 +2,7 @@
 
 #include <QtCore/QAbstractItemModel>
 #include <QtGui/QIcon>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -10,11 +11,20 @@
 namespace editor {
 
 /// The configuration as a tree: the devices with their child devices, and the device groups with
-/// the groups in them. Branches are read when they are opened, so that a device with a hundred
-/// thousand child devices costs nothing until then.
+/// the groups of lamps in them. Branches are read when they are opened, so that a device with a
+/// hundred thousand child devices costs nothing until then.
 class ConfigurationModel : public QAbstractItemModel {
  public:
-  enum class Kind { devicesRoot, groupsRoot, device, childDevice, group };
+  enum class Kind {
+    devicesRoot,
+    groupsRoot,
+    device,
+    childDevice,
+    group,       ///< a device group, such as that of a controller
+    lampGroup,   ///< a group in it
+    innerGroup,  ///< a group in that, which nothing uses
+    member,      ///< a device of a lampGroup
+  };
 
   ConfigurationModel();
   ~ConfigurationModel() override;
@@ -27,12 +37,15 @@ class ConfigurationModel : public QAbstractItemModel {
   bool isSearching() const { return !search_.isEmpty(); }
 
   Kind kind(const QModelIndex& index) const;
-  /// The element behind an entry; null for the two roots.
+  /// The element behind an entry; null for the two roots. That of a member only has the id of the
+  /// child device.
   XmlDocument::XmlNode* element(const QModelIndex& index) const;
-  /// What tells an entry from others also after a reload.
+  /// What tells an entry from those with the same parent, also after a reload.
   QString key(const QModelIndex& index) const;
   /// The entry of a device; invalid when the tree does not show it.
   QModelIndex indexOfDevice(std::u16string_view id) const;
+  /// The entry of a device group or a group of lamps; invalid when the tree does not show it.
+  QModelIndex indexOfGroup(const XmlDocument::XmlNode& group) const;
 
   QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
   QModelIndex parent(const QModelIndex& index) const override;
@@ -48,12 +61,17 @@ class ConfigurationModel : public QAbstractItemModel {
   void fill(Entry& entry) const;
   void add(Entry& parent, Kind kind, XmlDocument::XmlNode* element) const;
   bool isShown(Kind kind, const XmlDocument::XmlNode& element, bool parentMatches) const;
-  bool matches(const XmlDocument::XmlNode& element) const;
+  bool matches(Kind kind, const XmlDocument::XmlNode& element) const;
+  QVariant text(const Entry& entry) const;
+  QVariant toolTip(const Entry& entry) const;
+  QVariant icon(const Entry& entry) const;
+  QIcon driverIcon(std::u16string_view type) const;
 
   std::unique_ptr<Entry> top_;
   QString search_;
-  QIcon deviceIcon_;
   QIcon rootIcon_;
+  QIcon groupIcon_;
+  mutable std::map<std::string, QIcon> driverIcons_;  // by the name of the image
 };
 
 }  // namespace editor

@@ -1,6 +1,8 @@
 #include "editor/window/device_panel.h"
 
+#include <QtGui/QAction>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include "editor/qt_text.h"
@@ -40,6 +42,7 @@ DevicePanel::DevicePanel(QWidget* parent)
       title_(new QLabel(this)),
       details_(new QLabel(this)),
       container_(new QWidget(this)),
+      actionRow_(new QWidget(this)),
       wnd_(*container_) {
   auto* column = new QVBoxLayout(this);
   QFont large = title_->font();
@@ -53,10 +56,13 @@ DevicePanel::DevicePanel(QWidget* parent)
   auto* buttons = new QVBoxLayout(container_);
   buttons->setContentsMargins(0, 0, 0, 0);
   container_->setMaximumWidth(WidestPanel);
+  auto* row = new QHBoxLayout(actionRow_);
+  row->setContentsMargins(0, 0, 0, 0);
   column->addWidget(title_);
   column->addWidget(details_);
   column->addSpacing(12);
   column->addWidget(container_);
+  column->addWidget(actionRow_);
   column->addStretch();
 }
 
@@ -64,6 +70,7 @@ DevicePanel::~DevicePanel() = default;
 
 void DevicePanel::showDevice(XmlDocument::XmlNode* device, XCDriver* driver) {
   if (device == nullptr) return showText({}, {});
+  showActions({});
   title_->setText(qtText(device->Value("name")));
   details_->setText(detailsOf(*device));
   if (driver == driver_ && options_ != nullptr && !options_->HasEnded()) return;
@@ -71,7 +78,27 @@ void DevicePanel::showDevice(XmlDocument::XmlNode* device, XCDriver* driver) {
   makeOptions();
 }
 
-void DevicePanel::showText(const QString& title, const QString& text) {
+// Made anew only when they are others: one of the present ones may be running.
+void DevicePanel::showActions(const QList<QAction*>& actions) {
+  if (actionRow_->actions() == actions) return;
+  for (QAction* action : actionRow_->actions()) actionRow_->removeAction(action);
+  qDeleteAll(actionRow_->findChildren<QToolButton*>());
+  auto* row = static_cast<QHBoxLayout*>(actionRow_->layout());
+  while (row->count() > 0) delete row->takeAt(0);
+  for (QAction* action : actions) {
+    actionRow_->addAction(action);
+    auto* button = new QToolButton(actionRow_);
+    button->setDefaultAction(action);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setFocusPolicy(Qt::StrongFocus);
+    row->addWidget(button);
+  }
+  row->addStretch();
+}
+
+void DevicePanel::showText(const QString& title, const QString& text,
+                           const QList<QAction*>& actions) {
+  showActions(actions);
   options_.reset();
   driver_ = nullptr;
   title_->setText(title);

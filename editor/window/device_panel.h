@@ -6,6 +6,7 @@
 #include "editor/front_end/widget_wnd.h"
 #include "host/dialogs/options_dlg.h"
 
+class QAction;
 class QLabel;
 
 namespace editor {
@@ -20,8 +21,8 @@ class DevicePanel : public QWidget {
   /// Shows a device with its driver; either may be none. The panel of buttons is made anew only
   /// when the driver is another one: a handler of the present one may be running.
   void showDevice(XmlDocument::XmlNode* device, XCDriver* driver);
-  /// Shows a group or a child device: its name and a line about it.
-  void showText(const QString& title, const QString& text);
+  /// Shows a group, or nothing in particular: a name, lines about it, and what can be done with it.
+  void showText(const QString& title, const QString& text, const QList<QAction*>& actions = {});
   /// Makes the panel of buttons anew, in the language in force.
   void rebuild();
 
@@ -29,10 +30,12 @@ class DevicePanel : public QWidget {
 
  private:
   void makeOptions();
+  void showActions(const QList<QAction*>& actions);
 
   QLabel* title_;
   QLabel* details_;
   QWidget* container_;
+  QWidget* actionRow_;
   WidgetWnd wnd_;
   std::unique_ptr<XCDlgOptions> options_;
   XCDriver* driver_ = nullptr;

@@ -1,17 +1,13 @@
 #include "editor/window/main_window.h"
 
 #include <QtGui/QAction>
-#include <QtGui/QActionGroup>
 #include <QtGui/QCloseEvent>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
-#include <QtWidgets/QToolBar>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
 
@@ -22,6 +18,8 @@
 #include "editor/window/device_panel.h"
 #include "editor/window/exchange_view.h"
 #include "editor/window/first_steps_page.h"
+#include "editor/window/group_commands.h"
+#include "editor/window/main_menus.h"
 #include "editor/window/start.h"
 #include "host/services/setup.h"
 
@@ -34,12 +32,6 @@ using host::TextId;
 constexpr unsigned NodesReloadedMessage = 1025;
 
 constexpr QSize FirstSize(1060, 700);
-
-struct Language {
-  const char* code;
-  const char* name;  // in the language itself
-};
-constexpr Language Languages[] = {{"en", "English"}, {"es", "Español"}};
 
 }  // namespace
 
@@ -56,6 +48,7 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
   setWindowIcon(imageIcon(XCVarnisSetup::Get().ProgramIDResource()));
   makeActions();
   makeWidgets();
+  makeGroups();
   makeMenus();
   retranslate();
   restorePlace();
@@ -126,7 +119,12 @@ void MainWindow::makeWidgets() {
 
   tree_->onChosen = [this] { showChosen(); };
   tree_->onActivated = [this] {
-    if (tree_->chosenDevice() != nullptr) action(TextId::ActionOptions)->trigger();
+    if (tree_->chosenDevice() != nullptr)
+      action(TextId::ActionOptions)->trigger();
+    else if (tree_->chosenGroup() != nullptr)
+      action(TextId::ActionModifyGroup)->trigger();
+    else if (tree_->current().isValid())
+      tree_->view().setExpanded(tree_->current(), !tree_->view().isExpanded(tree_->current()));
   };
   connect(&firstSteps_->button(), &QPushButton::clicked, action(TextId::ActionNewDevice),
           &QAction::trigger);
@@ -135,61 +133,34 @@ void MainWindow::makeWidgets() {
   });
 }
 
+void MainWindow::makeGroups() {
+  groups_ = new GroupCommands(workspace_, *tree_, actions_, wnd_);
+  groups_->setParent(this);
+  groups_->onDone = [this](const workbench::ActionResult& result) {
+    showResult(result);
+    workspace_.catalogue().invalidate();
+    reload();
+  };
+  groups_->onNotice = [this](const QString& text) { statusBar()->showMessage(text); };
+}
+
 void MainWindow::makeMenus() {
-  const auto addMenu = [this](TextId text) {
-    QMenu* menu = menuBar()->addMenu(QString());
-    menu->setToolTipsVisible(true);
-    menus_.emplace_back(text, menu);
-    return menu;
-  };
-  QMenu* configuration = addMenu(TextId::MenuConfiguration);
-  configuration->addAction(action(TextId::ActionNewDevice));
-  configuration->addSeparator();
-  configuration->addAction(action(TextId::ActionQuit));
-  QMenu* device = addMenu(TextId::MenuDevice);
-  const TextId deviceActions[] = {TextId::ActionOptions, TextId::ActionModify,
-                                  TextId::ActionUpdateNodes, TextId::ActionRemove};
-  for (const TextId text : deviceActions) device->addAction(action(text));
-  tree_->view().addActions(device->actions());
-  tree_->view().setContextMenuPolicy(Qt::ActionsContextMenu);
-
-  QMenu* settings = addMenu(TextId::MenuSettings);
-  const auto addSwitch = [&](TextId text, bool& preference, bool& inForce) {
-    QAction* entry = actions_.add(text, "", [] {});
-    entry->setCheckable(true);
-    entry->setChecked(inForce);
-    connect(entry, &QAction::toggled, this,
-            [&preference, &inForce](bool on) { preference = inForce = on; });
-    settings->addAction(entry);
-  };
-  addSwitch(TextId::VerifyNewDevices, preferences_.verifyNew, workspace_.settings().created);
-  addSwitch(TextId::VerifyExistingDevices, preferences_.verifyExisting,
-            workspace_.settings().existing);
-  QMenu* language = settings->addMenu(QString());
-  menus_.emplace_back(TextId::ActionLanguage, language);
-  auto* group = new QActionGroup(this);
-  for (const Language& entry : Languages) {
-    QAction* choice = language->addAction(QString::fromUtf8(entry.name));
-    choice->setCheckable(true);
-    choice->setChecked(preferences_.language == entry.code);
-    group->addAction(choice);
-    connect(choice, &QAction::triggered, this, [this, code = entry.code] { setLanguage(code); });
-  }
-
-  auto* bar = addToolBar(QString());
-  bar->setObjectName("actions");
-  bar->setMovable(false);
-  bar->setIconSize({16, 16});
-  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  bar->setContextMenuPolicy(Qt::PreventContextMenu);
-  bar->addAction(action(TextId::ActionNewDevice));
-  bar->addSeparator();
-  for (const TextId text : deviceActions) bar->addAction(action(text));
+  menus_ = new MainMenus(*this, actions_, *groups_, *tree_);
+  menus_->setParent(this);
+  menus_->addSwitch(TextId::VerifyNewDevices, workspace_.settings().created, [this](bool on) {
+    preferences_.verifyNew = workspace_.settings().created = on;
+  });
+  menus_->addSwitch(TextId::VerifyExistingDevices, workspace_.settings().existing, [this](bool on) {
+    preferences_.verifyExisting = workspace_.settings().existing = on;
+  });
+  menus_->addLanguages(preferences_.language,
+                       [this](const std::string& language) { setLanguage(language); });
 }
 
 void MainWindow::retranslate() {
   actions_.retranslate();
-  for (const auto& [text, menu] : menus_) menu->setTitle(caption(text));
+  menus_->retranslate();
+  groups_->retranslate();
   tabs_->setTabText(0, caption(TextId::TabExchanges));
   tabs_->setTabText(1, caption(TextId::TabNotices));
   exchanges_->retranslate();
@@ -308,19 +279,30 @@ void MainWindow::showChosen() {
     panel_->showDevice(device, XCDriver::LockDriver(device->Value("id")));
     return pages_->setCurrentWidget(panel_);
   }
-  const QModelIndex current = tree_->current();
-  const bool isGroup =
-      current.isValid() && tree_->model().kind(current) == ConfigurationModel::Kind::group;
-  if (isGroup) {
-    const XmlDocument::XmlNode& group = *tree_->model().element(current);
-    const XmlDocument::XmlNode* devices = group.Node("devices");
-    panel_->showText(qtText(group.Value("id")),
-                     caption(TextId::GroupDevices, devices ? devices->ChildCount() : 0));
+  if (const XmlDocument::XmlNode* group = tree_->chosenGroup()) {
+    showGroup(*group, TextId::LampsOfGroup,
+              {action(TextId::ActionModifyGroup), action(TextId::ActionRemoveGroup)});
+  } else if (tree_->isCurrent(ConfigurationModel::Kind::group)) {
+    showGroup(*tree_->model().element(tree_->current()), TextId::GroupDevices,
+              {action(TextId::ActionNewGroup)});
   } else {
     panel_->showText({}, caption(TextId::NothingSelected));
+    const bool isEmpty = workbench::DeviceCatalogue::devices().empty();
+    return pages_->setCurrentWidget(isEmpty ? static_cast<QWidget*>(firstSteps_) : panel_);
   }
-  const bool isEmpty = workbench::DeviceCatalogue::devices().empty();
-  pages_->setCurrentWidget(isEmpty && !isGroup ? static_cast<QWidget*>(firstSteps_) : panel_);
+  pages_->setCurrentWidget(panel_);
+}
+
+void MainWindow::showGroup(const XmlDocument::XmlNode& group, TextId count,
+                           const QList<QAction*>& actions) {
+  const auto countOf = [&group](const char* part) {
+    const XmlDocument::XmlNode* found = group.Node(part);
+    return found ? found->ChildCount() : 0;
+  };
+  QString text = caption(count, countOf("devices"));
+  if (const std::size_t inner = countOf("groups"); inner > 0)
+    text += "\n" + caption(TextId::GroupsOfController, inner);
+  panel_->showText(qtText(group.Value("id")), text, actions);
 }
 
 void MainWindow::updateActions() {
@@ -338,6 +320,7 @@ void MainWindow::updateActions() {
   actions_.allow(TextId::ActionOptions, chosen({}));
   firstSteps_->button().setEnabled(create.done);
   firstSteps_->button().setToolTip(qtText(create.reason));
+  groups_->update();
 }
 
 void MainWindow::reload() {

@@ -2,7 +2,6 @@
 
 #include <QtWidgets/QMainWindow>
 #include <filesystem>
-#include <vector>
 
 #include "editor/front_end/exchange_window.h"
 #include "editor/front_end/qt_front_end.h"
@@ -23,6 +22,8 @@ class ConfigurationTree;
 class DevicePanel;
 class ExchangeView;
 class FirstStepsPage;
+class GroupCommands;
+class MainMenus;
 
 /// The editor's window: the configuration on the left, the chosen device with its options panel on
 /// the right, the exchanges and notices below it.
@@ -37,6 +38,7 @@ class MainWindow : public QMainWindow {
   QTabWidget& tabs() const { return *tabs_; }
   QAction* action(host::TextId text) const { return actions_.find(text); }
   Banner& banner() const { return *banner_; }
+  MainMenus& menus() const { return *menus_; }
 
   /// Chooses another language for everything that is shown from now on.
   void setLanguage(const std::string& language);
@@ -47,6 +49,7 @@ class MainWindow : public QMainWindow {
  private:
   void makeActions();
   void makeWidgets();
+  void makeGroups();
   void makeMenus();
   void retranslate();
   void restorePlace();
@@ -59,6 +62,8 @@ class MainWindow : public QMainWindow {
 
   void showResult(const workbench::ActionResult& result);
   void showChosen();
+  void showGroup(const XmlDocument::XmlNode& group, host::TextId count,
+                 const QList<QAction*>& actions);
   void updateActions();
   void showStanding();
   void reopen();
@@ -74,7 +79,8 @@ class MainWindow : public QMainWindow {
   std::filesystem::path texts_;
   WidgetWnd wnd_;
   WindowActions actions_;
-  std::vector<std::pair<host::TextId, QMenu*>> menus_;
+  GroupCommands* groups_ = nullptr;
+  MainMenus* menus_ = nullptr;
   Banner* banner_ = nullptr;
   ConfigurationTree* tree_ = nullptr;
   QSplitter* splitter_ = nullptr;

@@ -302,10 +302,10 @@ enum class TextId : int {
   FirstStepsTitle = 60255,
   FirstSteps = 60256,
   NothingSelected = 60257,
-  ChildDevices = 60258,      // takes the number
-  GroupDevices = 60260,      // takes the number
+  ChildDevices = 60258,  // takes the number
+  GroupDevices = 60260,  // takes the number
   FromSwitchOn = 60290,
-  ValueFromTo = 60291,  // takes the least and the most, as texts
+  ValueFromTo = 60291,       // takes the least and the most, as texts
   ProcessHasItOpen = 60300,  // takes the number of the process
   AnotherProgramHasItOpen = 60301,
   FileNotLocked = 60302,           // takes the path and the cause
@@ -368,6 +368,7 @@ enum class TextId : int {
   NothingToRedo = 60367,
   NodeColumn = 60368,
   ReferenceColumn = 60369,
+  LampsInGroupNotice = 60370,  // takes the group's name and the number
 };
 
 /// The text's number as XCLoadString and the catalogues know it.

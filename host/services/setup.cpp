@@ -59,6 +59,11 @@ XCBasicString XCVarnisSetup::DriverName(std::u16string_view type) const {
   return XCBasicString(entry ? entry->displayName : type);
 }
 
+std::string XCVarnisSetup::DriverImage(std::u16string_view type) const {
+  if (type == u"ZELLAMPMANAGER") return "ZELLAMPMANAGER-20.png";
+  return type == u"ZELLAMP" ? "ZELLAMP-20.png" : "DEVICE-20.png";
+}
+
 XCVarnisGuids& XCVarnisGuids::Get() {
   static XCVarnisGuids guids;
   return guids;
@@ -74,8 +79,7 @@ XmlDocument::XmlNode* XCMainCfg::DeviceNode(std::u16string_view deviceId) {
 }
 
 XmlDocument::XmlNode* XCMainCfg::ViewSetup(std::u16string_view driverId) {
-  return Root() == nullptr ? nullptr
-                           : Root()->Node("viewSetups/viewSetup?driverId=%s?", driverId);
+  return Root() == nullptr ? nullptr : Root()->Node("viewSetups/viewSetup?driverId=%s?", driverId);
 }
 
 void XCMainCfg::NotifyChanged() {

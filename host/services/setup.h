@@ -27,6 +27,8 @@ class HOST_API XCVarnisSetup {
 
   /// The display name of a driver type, the type itself when it is not in the catalogue.
   XCBasicString DriverName(std::u16string_view type) const;
+  /// The small image of a driver type; one that fits every device for a type without its own.
+  std::string DriverImage(std::u16string_view type) const;
   /// The image that stands for the program.
   std::string ProgramIDResource() const { return "program-icon.png"; }
 

@@ -1,24 +1,17 @@
 #include "editor/window/main_window.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QTreeView>
 #include <algorithm>
-#include <fstream>
 
-#include "editor/dialogs/dialog_window.h"
 #include "editor/window/banner.h"
-#include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
-#include "tests/support/temp_folder.h"
-#include "tests/support/texts.h"
+#include "tests/editor/support/window_rig.h"
 
 namespace {
 
@@ -28,58 +21,7 @@ constexpr const char* OneDevice =
     "<configuration><commSystem><device><id>{A}</id><driver>ZELLAMPMANAGER</driver>"
     "<type>ZELLAMPMANAGER</type><name>North</name></device></commSystem></configuration>";
 
-/// The window over a configuration in a folder of the test, with the real plug-in.
-class MainWindow : public testing::Test {
- protected:
-  void open(const std::string& configuration) {
-    makeWorkspace(configuration);
-    std::string cause;
-    ASSERT_TRUE(workspace_->open(frontEnd_, cause)) << cause;
-    showWindow();
-  }
-  void openRecovered(const std::string& damaged) {
-    makeWorkspace(damaged);
-    std::string cause;
-    ASSERT_FALSE(workspace_->open(frontEnd_, cause));
-    ASSERT_TRUE(workspace_->openKeptCopy(cause)) << cause;
-    showWindow();
-  }
-  void makeWorkspace(const std::string& configuration) {
-    std::ofstream(folder_.path() / "configuration.xml") << configuration;
-    workbench::ProgramPaths paths;
-    paths.texts = support::textsFolder();
-    paths.images = LAMP_IMAGES_FOLDER;
-    paths.plugin = LAMP_PLUGIN;
-    workbench::WorkspaceOptions options;
-    options.configuration = folder_.path();
-    options.verifyNew = options.verifyExisting = false;
-    workspace_ = std::make_unique<workbench::Workspace>(paths, options);
-  }
-  void showWindow() {
-    window_ = std::make_unique<editor::MainWindow>(
-        *workspace_, frontEnd_, exchange_, editor::EditorPreferences(), support::textsFolder());
-    window_->show();
-    QCoreApplication::processEvents();
-  }
-  void TearDown() override {
-    window_.reset();
-    workspace_.reset();
-  }
-  QAction& action(TextId text) { return *window_->action(text); }
-  std::string onDisk() const { return folder_.read("configuration.xml"); }
-  /// Does something once the modal window that @p opener opens is shown.
-  void whileOpen(const std::function<void()>& opener, std::function<void()> script) {
-    QTimer::singleShot(0, window_.get(), std::move(script));
-    opener();
-    QCoreApplication::processEvents();
-  }
-
-  support::TempFolder folder_;
-  editor::QtFrontEnd frontEnd_;
-  editor::ExchangeWindow exchange_;
-  std::unique_ptr<workbench::Workspace> workspace_;
-  std::unique_ptr<editor::MainWindow> window_;
-};
+using MainWindow = support::WindowRig;
 
 TEST_F(MainWindow, AnEmptyConfigurationOffersTheFirstStep) {
   open("<configuration/>");
@@ -108,14 +50,10 @@ TEST_F(MainWindow, ADeviceIsMadeInItsDialogAndChosen) {
   whileOpen([this] { action(TextId::ActionNewDevice).trigger(); },
             [this] {
               ASSERT_NE(frontEnd_.topWindow(), nullptr);
-              editor::DialogBody& body = frontEnd_.topWindow()->body();
-              const auto type = [&](int id, const char* text) {
-                QTest::keyClicks(body.renderer(id)->focusWidget(), text);
-              };
-              type(6307, "South");
-              type(6308, "127.0.0.1");
-              type(6344, "127.0.0.1");
-              QTest::mouseClick(body.renderer(IDOK)->focusWidget(), Qt::LeftButton);
+              type("name", "South");
+              type("address", "127.0.0.1");
+              type("ftpAddress", "127.0.0.1");
+              press("ok");
             });
   ASSERT_EQ(workbench::DeviceCatalogue::devices().size(), 1U);
   ASSERT_NE(window_->tree().chosenDevice(), nullptr);
@@ -162,7 +100,7 @@ TEST_F(MainWindow, WhatAPageChangedInTheDeviceIsSaved) {
 // --- two editors on one configuration
 
 TEST_F(MainWindow, TheSecondWindowOnAConfigurationSaysThatItOnlyReads) {
-  std::ofstream(folder_ / "configuration.xml") << OneDevice;
+  folder_.write("configuration.xml", OneDevice);
   std::string cause;
   workbench::ConfigurationStore other(folder_.path());
   ASSERT_TRUE(other.open(cause));
@@ -201,7 +139,7 @@ TEST_F(MainWindow, TryAgainTakesUpWhatTheOtherSavedAndTheRightToWrite) {
   EXPECT_TRUE(window_->banner().isVisible()) << "the other one is still there";
   std::string changed = OneDevice;
   changed.replace(changed.find("North"), 5, "South");
-  std::ofstream(folder_ / "configuration.xml") << changed;
+  folder_.write("configuration.xml", changed);
   other.reset();
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_FALSE(window_->banner().isVisible());

@@ -24,6 +24,9 @@ TEST(Setup, DriverTypesHaveADisplayName) {
   EXPECT_EQ(setup.DriverName(u"ZELLAMPMANAGER"), u"Lamp manager");
   EXPECT_EQ(setup.DriverName(u"SOMETHING"), u"SOMETHING") << "a type that is not known";
   EXPECT_EQ(setup.DriverName(u""), u"");
+  EXPECT_EQ(setup.DriverImage(u"ZELLAMPMANAGER"), "ZELLAMPMANAGER-20.png");
+  EXPECT_EQ(setup.DriverImage(u"ZELLAMP"), "ZELLAMP-20.png");
+  EXPECT_EQ(setup.DriverImage(u"SOMETHING"), "DEVICE-20.png");
 }
 
 TEST(Setup, TypesThatReachTheirDevicesOverTheNetworkShareTheAddressSpace) {
