@@ -136,6 +136,28 @@ Steps programDayTypes() {
           click("cancel")};
 }
 
+// Makes a group of lamps that are selected in the tree, and one of those on a street.
+Steps groupLamps() {
+  return {[](Tour& tour) { tour.selectLamps({0, 1, 2, 5}); },
+          picture("lamps-selected"),
+          darkPicture("lamps-selected-dark"),
+          action(host::TextId::ActionNewGroup),
+          type("name", "Entrance"),
+          picture("group-of-selected-lamps"),
+          click("ok"),
+          picture("group-in-the-tree"),
+          darkPicture("group-in-the-tree-dark"),
+          action(host::TextId::ActionNewGroup),
+          type("name", "Harbour"),
+          type("reference", "harbour"),
+          picture("group-by-reference"),
+          click("addMatching"),
+          darkPicture("group-by-reference-dark"),
+          click("ok"),
+          picture("group-of-a-street"),
+          [](Tour& tour) { tour.chooseFirstDevice(); }};
+}
+
 Steps defineDevice() {
   return {action(host::TextId::ActionModify),
           picture("device-definition"),
@@ -148,7 +170,9 @@ Steps defineDevice() {
 }  // namespace
 
 Steps journey() {
-  Steps steps = {picture("main-window"), click("device"), picture("configuration-menu")};
+  Steps steps = {picture("main-window")};
+  steps += groupLamps();
+  steps += {click("device"), picture("configuration-menu")};
   steps += changeGeneralSettings();
   steps += nameThreeNodes();
   steps += visit("tasks", "scheduled-tasks");

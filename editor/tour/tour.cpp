@@ -5,6 +5,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QTreeView>
 #include <stdexcept>
 #include <utility>
 
@@ -15,6 +16,7 @@
 #include "editor/renderers/year_renderer.h"
 #include "editor/renderers/year_view.h"
 #include "editor/tour/dark_palette.h"
+#include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
 
 namespace editor {
@@ -144,6 +146,27 @@ void Tour::selectRows(const QString& control, const std::vector<int>& rows) {
     require(index.isValid(), QString("\"%1\" has no row %2").arg(control).arg(row));
     view.scrollTo(index);
     clickAt(*view.viewport(), view.visualRect(index).center(), modifiers);
+    modifiers = Qt::ControlModifier;
+  }
+}
+
+void Tour::chooseFirstDevice() {
+  const auto devices = workbench::DeviceCatalogue::devices();
+  require(!devices.empty(), "the configuration has no device");
+  window_.tree().chooseDevice(devices.front()->Value("id"));
+}
+
+void Tour::selectLamps(const std::vector<int>& rows) {
+  ConfigurationTree& tree = window_.tree();
+  require(tree.chosenDevice() != nullptr, "no device is chosen in the tree");
+  const QModelIndex device = tree.model().indexOfDevice(tree.chosenDevice()->Value("id"));
+  tree.view().expand(device);
+  Qt::KeyboardModifiers modifiers;
+  for (const int row : rows) {
+    const QModelIndex index = tree.model().index(row, 0, device);
+    require(index.isValid(), QString("the device has no child device %1").arg(row));
+    tree.view().scrollTo(index);
+    clickAt(*tree.view().viewport(), tree.view().visualRect(index).center(), modifiers);
     modifiers = Qt::ControlModifier;
   }
 }

@@ -40,6 +40,9 @@ class Tour : public QObject {
   /// Clicks rows of a list, each with Ctrl but the first.
   void selectRows(const QString& control, const std::vector<int>& rows);
   int rowCount(const QString& control) const;
+  /// Clicks child devices of the chosen device in the tree, each with Ctrl but the first.
+  void selectLamps(const std::vector<int>& rows);
+  void chooseFirstDevice();
   void paintDays(const QString& control, const std::vector<XCDateTime>& days);
   /// The dialog in front shows a pane of the editor's own.
   void requireSidePane() const;
