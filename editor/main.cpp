@@ -32,6 +32,12 @@ void setTourAddress(const std::string& address) {
   devices.front()->SetNarrowValue("socket", address.substr(colon + 1));
 }
 
+// Whether the first device has child devices to put into groups.
+bool hasLamps() {
+  const auto devices = workbench::DeviceCatalogue::devices();
+  return !devices.empty() && !workbench::LampGroups(*devices.front()).lamps().empty();
+}
+
 void printExchanges(const workbench::ExchangeRecord& record) {
   for (const workbench::ExchangeEntry& entry : record.entries()) {
     std::printf("%s command %d: %s\n", entry.kind == host::CommandKind::get ? "read" : "write",
@@ -89,7 +95,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(options.tour, ignored);
   Tour tour(window, frontEnd, exchange, options.tour);
   int status = 0;
-  tour.start(journey(), [&](const QString& failure) {
+  tour.start(journey(hasLamps()), [&](const QString& failure) {
     if (!failure.isEmpty()) {
       std::fprintf(stderr, "lamp-editor: %s\n", qPrintable(failure));
       status = TourFailed;

@@ -41,7 +41,7 @@ void ConfigurationStore::removeLeftovers() const {
   std::string ignored;
   for (const fs::path& path : host::fileSystem().list(folder_, "")) {
     const std::string name = path.filename().string();
-    if (name.starts_with(own + "new-") || (name.starts_with(own) && name.ends_with(".new")))
+    if (name.starts_with(own) && name.find(".new-", own.size() - 1) != std::string::npos)
       host::fileSystem().remove(path, ignored);
   }
 }

@@ -2,12 +2,17 @@
 
 #include <cstring>
 #include <utility>
+#include <vector>
+
+#include "workbench/command_address.h"
 
 namespace workbench {
 namespace {
 
 constexpr std::string_view Mask = "***";
-constexpr std::string_view Names[] = {"FTPPwd", "mailPassword", "ftpPassword"};
+constexpr std::string_view Parameter = "ftpPassword";
+constexpr std::string_view Names[] = {"FTPPwd", "mailPassword", Parameter};
+constexpr std::size_t LeastSecret = 3;
 
 // Where @p name stands at or behind @p from. The C library's search is the fastest at hand.
 std::size_t findName(std::string_view text, std::string_view name, std::size_t from) {
@@ -53,6 +58,23 @@ std::string masked(std::string xml, std::string_view name) {
   return out;
 }
 
+void collectSecrets(const XmlDocument::XmlNode& node, std::vector<std::string>& secrets) {
+  for (const std::string_view name : Names) {
+    secrets.push_back(node.getAttribute(host::XmlName(name)).ToUtf8());
+    if (node.Tag() == name) secrets.push_back(node.Text().ToUtf8());
+  }
+  for (const XmlDocument::XmlNode& child : node.Children()) collectSecrets(child, secrets);
+}
+
+// The value of a parameter as it stands among the others, percent-encoded.
+std::string encodedValue(std::string_view parameters, std::string_view name) {
+  const std::string start = std::string(name) + "=";
+  std::size_t at = parameters.find(start);
+  if (at == std::string_view::npos) return {};
+  at += start.size();
+  return std::string(parameters.substr(at, parameters.find('&', at) - at));
+}
+
 }  // namespace
 
 std::string maskedXml(std::string xml) {
@@ -61,19 +83,36 @@ std::string maskedXml(std::string xml) {
 }
 
 std::string maskedParameters(std::string_view parameters) {
-  constexpr std::string_view Name = "ftpPassword=";
+  const std::string name = std::string(Parameter) + "=";
   std::string out;
   while (!parameters.empty()) {
     const std::size_t end = parameters.find('&');
     const std::string_view entry = parameters.substr(0, end);
-    const bool secret = entry.starts_with(Name) && entry.size() > Name.size();
-    out += secret ? Name : entry;
+    const bool secret = entry.starts_with(name) && entry.size() > name.size();
+    out += secret ? std::string_view(name) : entry;
     if (secret) out += Mask;
     if (end == std::string_view::npos) break;
     out += '&';
     parameters.remove_prefix(end + 1);
   }
   return out;
+}
+
+XCBasicString maskedError(const XCBasicString& error, const host::ExchangeRequest& request) {
+  if (error.IsEmpty()) return error;
+  const std::string parameters = request.uriParameters.ToUtf8();
+  std::vector<std::string> secrets = {encodedValue(parameters, Parameter),
+                                      parameterValue(parameters, Parameter)};
+  if (request.document != nullptr && request.document->Root() != nullptr)
+    collectSecrets(*request.document->Root(), secrets);
+  std::string text = error.ToUtf8();
+  for (const std::string& secret : secrets) {
+    if (secret.size() < LeastSecret) continue;
+    for (std::size_t at = text.find(secret); at != std::string::npos;
+         at = text.find(secret, at + Mask.size()))
+      text.replace(at, secret.size(), Mask);
+  }
+  return XCBasicString::FromUtf8(text);
 }
 
 }  // namespace workbench

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/services/services.h"
+
 namespace workbench {
 
 /// @p xml, the text of a document, with the passwords in it replaced by "***": the attributes and
@@ -11,5 +13,10 @@ std::string maskedXml(std::string xml);
 
 /// URI parameters with the value of `ftpPassword` replaced by "***", unless it is empty.
 std::string maskedParameters(std::string_view parameters);
+
+/// What a controller answered to @p request as an error, with the passwords of the request, should
+/// it have repeated them, replaced by "***". Passwords of one or two characters stay: they are part
+/// of any text.
+XCBasicString maskedError(const XCBasicString& error, const host::ExchangeRequest& request);
 
 }  // namespace workbench

@@ -54,6 +54,7 @@ ExchangeReply ExchangeRecord::exchange(const host::ExchangeRequest& request) {
     reply.status = ExchangeReply::Status::cancelled;
   else
     reply = channel_.exchange(request);
+  reply.error = maskedError(reply.error, request);
   keep(request, reply);
   if (listener_) listener_(entries_.back());
   return reply;

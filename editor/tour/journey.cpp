@@ -138,7 +138,9 @@ Steps programDayTypes() {
 
 // Makes a group of lamps that are selected in the tree, and one of those on a street.
 Steps groupLamps() {
-  return {[](Tour& tour) { tour.selectLamps({0, 1, 2, 5}); },
+  return {[](Tour& tour) {
+            tour.selectLamps({0, 1, 2, 5});
+          },
           picture("lamps-selected"),
           darkPicture("lamps-selected-dark"),
           action(host::TextId::ActionNewGroup),
@@ -169,9 +171,9 @@ Steps defineDevice() {
 
 }  // namespace
 
-Steps journey() {
+Steps journey(bool hasLamps) {
   Steps steps = {picture("main-window")};
-  steps += groupLamps();
+  if (hasLamps) steps += groupLamps();
   steps += {click("device"), picture("configuration-menu")};
   steps += changeGeneralSettings();
   steps += nameThreeNodes();

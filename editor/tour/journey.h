@@ -6,7 +6,8 @@
 
 namespace editor {
 
-/// The steps of the tour over the first device of the configuration.
-std::vector<Tour::Step> journey();
+/// The steps of the tour over the first device of the configuration. Lamps are put into groups
+/// where it @p hasLamps, child devices to select.
+std::vector<Tour::Step> journey(bool hasLamps);
 
 }  // namespace editor

@@ -3,6 +3,7 @@
 import os
 import subprocess
 import unittest
+import xml.etree.ElementTree as ElementTree
 
 from harness import BIN, StreetTest
 
@@ -13,6 +14,9 @@ class Tour(StreetTest):
     def test_the_journey_changes_the_time_zone_and_three_nodes_and_leaves_screenshots(self):
         if not (BIN / "lamp-editor").exists():
             self.skipTest("the editor is not built")
+        self.script.do("editor.updateNodes", device="Main street")
+        self.script.do("click", id=6593)
+        self.script.do("answer", button="ok")
         self.script.end()
         before = {n.get("nodeId"): n.get("Reference") for n in self.controller.read("L04").findall("Node")}
         pictures = self.folder / "tour"
@@ -29,6 +33,11 @@ class Tour(StreetTest):
         self.assertEqual(len(changed), 3)
         self.assertEqual(len({after[node] for node in changed}), 1)
         self.assertGreaterEqual(len(list(pictures.glob("*.png"))), 5)
+        saved = ElementTree.parse(self.folder / "configuration" / "configuration.xml")
+        groups = {g.findtext("id"): len(g.findall("devices/device"))
+                  for g in saved.findall("deviceGroups/groups/group/groups/group")}
+        harbour = [text for text in before.values() if "harbour" in text.lower()]
+        self.assertEqual(groups, {"Entrance": 4, "Harbour": len(harbour)})
 
 
 if __name__ == "__main__":

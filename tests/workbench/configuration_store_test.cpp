@@ -252,7 +252,7 @@ TEST_F(ConfigurationStoreTest, WithoutAWholeVersionBeforeNoneIsOffered) {
 TEST_F(ConfigurationStoreTest, WhatAKilledProgramLeftIsTakenAwayByTheNextThatMayWrite) {
   const auto leave = [this] {
     folder.write("configuration.xml.new-123-1", "half");
-    folder.write("configuration.xml.previous.new", "x");
+    folder.write("configuration.xml.previous.new-123-2", "x");
     folder.write("configuration.xml.newer", "mine");
   };
   write("<configuration/>");

@@ -32,4 +32,23 @@ TEST(CredentialMask, HidesThePasswordAmongTheParameters) {
   EXPECT_EQ(maskedParameters(""), "");
 }
 
+TEST(CredentialMask, AnErrorThatRepeatsAPasswordIsShownWithoutIt) {
+  XmlDocument document("deviceCfg");
+  document.Root()->NewChild("E01").setAttribute("mailPassword", u"l\u00E4mp-9");
+  document.Root()->NewChild("main").NewChild("FTPPwd", u"tower");
+  host::ExchangeRequest request;
+  request.uriParameters = u"address=h&ftpPassword=a%26bc&x=1";
+  request.document = &document;
+  const auto masked = [&](const char16_t* error) {
+    return workbench::maskedError(error, request).ToUtf8();
+  };
+  EXPECT_EQ(masked(u"refused: ftpPassword=a%26bc, that is a&bc"),
+            "refused: ftpPassword=***, that is ***");
+  EXPECT_EQ(masked(u"l\u00E4mp-9 is too short, tower too"), "*** is too short, *** too");
+  EXPECT_EQ(masked(u"no such section"), "no such section");
+  EXPECT_EQ(masked(u""), "");
+  request.uriParameters = u"address=h&ftpPassword=s";
+  EXPECT_EQ(masked(u"no such section"), "no such section") << "a letter is in every text";
+}
+
 }  // namespace

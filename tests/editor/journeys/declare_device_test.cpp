@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 
 #include <QtCore/QTimer>
+#include <QtGui/QClipboard>
 #include <QtTest/QTest>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 #include <map>
 #include <regex>
@@ -11,6 +14,7 @@
 #include "host/services/files.h"
 #include "tests/automation/script_process.h"
 #include "tests/editor/support/controller_process.h"
+#include "tests/editor/support/shown_texts.h"
 #include "tests/editor/support/window_rig.h"
 #include "tests/support/xml_compare.h"
 
@@ -198,6 +202,33 @@ TEST_F(DeclareDevice, WhatWasSavedLoadsAgainAndIsEqual) {
   EXPECT_EQ(script->end(), 0);
   EXPECT_EQ(startScript()->ok({{"do", "editor.config"}}).at("xml"), told);
   EXPECT_XML_EQ(withoutIds(told), withoutIds(shown));
+}
+
+TEST_F(DeclareDevice, ThePasswordIsReadNowhereInTheWindows) {
+  const auto expectHidden = [](const QWidget& widget) {
+    const QStringList texts = support::shownTexts(widget);
+    ASSERT_TRUE(texts.join(' ').contains("North")) << "the texts are found at all";
+    EXPECT_FALSE(texts.join(' ').contains("hunter2"));
+  };
+  declareInWindows();
+  auto* exchanges = window_->findChild<QTableView*>();
+  ASSERT_GE(exchanges->model()->rowCount(), 2);
+  for (int row = 0; row < exchanges->model()->rowCount(); ++row) {
+    exchanges->selectRow(row);
+    expectHidden(*window_);
+  }
+  whileOpen([this] { key(Qt::Key_F2); },
+            [&] {
+              expectHidden(*frontEnd_.topWindow());
+              auto* password = dynamic_cast<QLineEdit*>(renderer("ftpPassword").focusWidget());
+              ASSERT_NE(password, nullptr);
+              EXPECT_EQ(password->displayText().size(), 7) << "a sign for each character";
+              QGuiApplication::clipboard()->setText("before");
+              QTest::keyClick(password, Qt::Key_A, Qt::ControlModifier);
+              QTest::keyClick(password, Qt::Key_C, Qt::ControlModifier);
+              EXPECT_EQ(QGuiApplication::clipboard()->text(), "before") << "it can't be copied out";
+              press("cancel");
+            });
 }
 
 }  // namespace
