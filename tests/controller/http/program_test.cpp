@@ -188,31 +188,6 @@ TEST(ControllerProgram, LosesNothingThatItConfirmedHoweverOftenItIsKilled) {
   }
 }
 
-TEST(ControllerProgram, ServesFiftyClientsAtOnce) {
-  constexpr int kClients = 50;
-  constexpr int kRounds = 6;
-  const ScratchFolder folder;
-  Program program(command({"--port", "0", "--nodes", "200", "--state", folder.path().string()}));
-  const std::string base = program.waitForAddress();
-  std::atomic<int> good = 0;
-  std::vector<std::thread> clients;
-  for (int client = 0; client < kClients; ++client) {
-    clients.emplace_back([&, client] {
-      for (int round = 0; round < kRounds; ++round) {
-        const bool writes = (client + round) % 3 == 0;
-        good += httpCommand(base, writes ? 2 : 1,
-                            writes ? "<deviceCfg><E01 name=\"x\"/></deviceCfg>"
-                                   : "<deviceCfg><L04/></deviceCfg>")
-                            .status == 200
-                    ? 1
-                    : 0;
-      }
-    });
-  }
-  for (std::thread& client : clients) client.join();
-  EXPECT_EQ(good, kClients * kRounds);
-}
-
 TEST(ControllerProgram, MakesTheFolderOfItsState) {
   const ScratchFolder folder;
   Program program(

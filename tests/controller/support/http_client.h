@@ -37,11 +37,14 @@ class HttpConnection {
   HttpConnection(const HttpConnection&) = delete;
   HttpConnection& operator=(const HttpConnection&) = delete;
 
+  /// The server is at another address from now on.
+  void moveTo(std::string base) { base_ = std::move(base); }
+
   HttpAnswer get(const std::string& path);
   HttpAnswer command(int number, const std::string& body);
 
  private:
-  const std::string base_;
+  std::string base_;
   void* curl_;
 };
 

@@ -21,6 +21,7 @@ class Program {
   std::string readRest();
   /// The address in its line "listening on ...".
   std::string waitForAddress();
+  pid_t id() const { return process_; }
   void signal(int number) const;
   /// Waits for its end. The exit status, or 128 and the signal that ended it.
   int wait();
