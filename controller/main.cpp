@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -156,6 +157,18 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   return fault.empty() ? 0 : complain("the state can't be kept: " + fault, kFailure);
 }
 
+// Replies and requests of many megabytes come and go in many threads. Large pieces of memory go
+// back to the machine at once, and a few pools serve all threads; each of its own would keep its
+// largest.
+void shareMemory() {
+#ifdef __GLIBC__
+  constexpr int kPools = 4;
+  constexpr int kLargePiece = 512 * 1024;
+  ::mallopt(M_ARENA_MAX, kPools);
+  ::mallopt(M_MMAP_THRESHOLD, kLargePiece);
+#endif
+}
+
 int run(const std::vector<std::string>& arguments) {
   Options options;
   if (const std::string fault = parseOptions(arguments, options); !fault.empty()) {
@@ -195,6 +208,7 @@ int run(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
   lamp::controller::leaveEarlierLifeBehind();
+  lamp::controller::shareMemory();
   try {
     return lamp::controller::run(std::vector<std::string>(argv + 1, argv + argc));
   } catch (const std::exception& fault) {

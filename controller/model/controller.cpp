@@ -97,18 +97,22 @@ Reply Controller::readSettings(const Request& request) {
           onlySection(request, names::kDeviceCfg, names::kAdvancedCfg, section)) {
     return Reply::refusal(*objection);
   }
+  if (showsLiveValues(section.name())) return readLiveSection(section);
+  std::string text;
+  const std::shared_lock lock(mutex_);
+  if (const auto objection = printSection(section, settings_.shown(), head(), text)) {
+    return Reply::refusal(*objection);
+  }
+  return Reply::text(std::move(text));
+}
+
+Reply Controller::readLiveSection(pugi::xml_node section) {
   pugi::xml_document reply;
-  const std::string_view code = section.name();
-  if (showsLiveValues(code)) {
+  {
     // The lamps are brought up to date first.
     const std::lock_guard lock(mutex_);
     readSection(section, settings_.shown(), head(), reply);
     showLiveValues(reply, section.name());
-  } else {
-    const std::shared_lock lock(mutex_);
-    if (const auto objection = readSection(section, settings_.shown(), head(), reply)) {
-      return Reply::refusal(*objection);
-    }
   }
   return Reply::document(reply);
 }
@@ -206,10 +210,10 @@ Reply Controller::moveAddress(const Request& request) {
 Reply Controller::readNodeFile(const Request& request) {
   if (const auto objection = noForeignRoot(request)) return Reply::refusal(*objection);
   pugi::xml_document wanted;
-  pugi::xml_document reply;
+  std::string text;
   const std::shared_lock lock(mutex_);
-  readSection(wanted.append_child(names::kNodeList), settings_.shown(), head(), reply);
-  return Reply::document(reply);
+  printSection(wanted.append_child(names::kNodeList), settings_.shown(), head(), text);
+  return Reply::text(std::move(text));
 }
 
 std::string Controller::statusLine() const {

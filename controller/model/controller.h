@@ -102,6 +102,7 @@ class Controller {
   static Handler handlerOf(int command);
 
   Reply readSettings(const Request& request);
+  Reply readLiveSection(pugi::xml_node section);
   Reply writeSettings(const Request& request);
   Reply setClock(const Request& request);
   Reply identify(const Request& request);
@@ -128,6 +129,8 @@ class Controller {
   void apply(const UsageCount& change);
   void apply(const LampTouch& change);
   void activate(Moment now);
+  void noteStale(const SectionWrite& change);
+  void noteStale(std::string_view nodeId);
   void noteClock(const ClockSetting& change);
   void noteFault(std::string fault);
 
@@ -155,7 +158,10 @@ class Controller {
   Settings settings_;
   LampStreet street_;
   std::uint64_t version_ = 1;
-  bool lampsStale_ = true;  // something in force may have changed since the lamps were built
+  // What may have changed in force since the lamps were read.
+  enum class Stale { Nothing, SomeNodes, Everything };
+  Stale stale_ = Stale::Everything;
+  std::vector<std::size_t> staleNodes_;
   std::chrono::seconds keptOffset_{0};
   double keptLitSeconds_ = 0;                                  // of all lamps
   std::vector<std::pair<std::string, std::string>> arrivals_;  // firmware to be renamed: from, to

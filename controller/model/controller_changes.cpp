@@ -10,10 +10,26 @@
 namespace lamp::controller {
 namespace {
 
-// Sections whose writing leaves every lamp as it is.
-bool concernsLamps(std::string_view section) {
-  constexpr std::array kOthers = {"E02", "E03", "E10", "E11", "E12", "E14", "E16"};
-  return std::find(kOthers.begin(), kOthers.end(), section) == kOthers.end();
+// What a section's writing changes for the lamps.
+enum class Concern {
+  Nobody,
+  Street,  // what all lamps have in common
+  Rows,    // and the nodes of its rows
+  All
+};
+
+Concern concernOf(std::string_view section) {
+  struct Entry {
+    const char* section;
+    Concern concern;
+  };
+  constexpr std::array kConcerns = {
+      Entry{"E01", Concern::Street}, Entry{"E04", Concern::Rows},   Entry{"E05", Concern::Rows},
+      Entry{"E06", Concern::Rows},   Entry{"E07", Concern::Rows},   Entry{"E08", Concern::Rows},
+      Entry{"E09", Concern::All},    Entry{"E13", Concern::Street}, Entry{"E17", Concern::Rows}};
+  const auto* found = std::find_if(kConcerns.begin(), kConcerns.end(),
+                                   [&](const Entry& entry) { return section == entry.section; });
+  return found == kConcerns.end() ? Concern::Nobody : found->concern;
 }
 
 }  // namespace
@@ -72,12 +88,32 @@ void Controller::apply(const SectionWrite& change) {
     beginTasks(settings_.inForce(), change.element, toCivil(change.now, zone()));
   }
   settings_.write(*change.writer, change.element, change.due, change.now);
-  if (concernsLamps(change.writer->section)) lampsStale_ = true;
+  noteStale(change);
 }
 
 void Controller::noteClock(const ClockSetting& change) {
   keptOffset_ = change.offset;
   activate(change.now);
+}
+
+void Controller::noteStale(const SectionWrite& change) {
+  const Concern concern = concernOf(change.writer->section);
+  if (concern == Concern::Nobody || stale_ == Stale::Everything) return;
+  stale_ = concern == Concern::All ? Stale::Everything : Stale::SomeNodes;
+  if (concern != Concern::Rows) return;
+  for (const pugi::xml_node row : change.element.children()) {
+    noteStale(row.attribute(names::kNodeId).value());
+  }
+}
+
+void Controller::noteStale(std::string_view nodeId) {
+  const SectionStore& store = settings_.inForce();
+  const NodeRows* rows = store.find(nodeId);
+  if (rows == nullptr || stale_ == Stale::Everything) return;
+  stale_ = Stale::SomeNodes;
+  staleNodes_.push_back(static_cast<std::size_t>(rows - store.nodes().data()));
+  // Beyond that it is cheaper to read all of them once than some of them twice.
+  if (staleNodes_.size() > store.nodes().size() / 2) stale_ = Stale::Everything;
 }
 
 void Controller::apply(const ClockSetting& change) {
@@ -90,7 +126,7 @@ void Controller::apply(const Activation& change) {
 }
 
 void Controller::activate(Moment now) {
-  if (settings_.advance(now)) lampsStale_ = true;
+  if (settings_.advance(now)) stale_ = Stale::Everything;
 }
 
 void Controller::apply(const InputSwitch& change) {
@@ -119,7 +155,7 @@ void Controller::apply(const UsageCount& change) {
 
 void Controller::apply(const LampTouch& change) {
   street_.touch(change.nodeId, change.health);
-  lampsStale_ = true;
+  noteStale(change.nodeId);
 }
 
 std::string Controller::replay(std::string_view records) {

@@ -23,10 +23,15 @@ std::string keepIn(Disk& disk, const fs::path& folder, const std::string& name,
 
 }  // namespace
 
-// Lamps are built again only when something in force may have changed.
+// Lamps are read again only where something in force may have changed.
 void Controller::settle(Moment now) {
-  if (lampsStale_) street_.rebuild(settings_.inForce());
-  lampsStale_ = false;
+  if (stale_ == Stale::Everything) {
+    street_.rebuild(settings_.inForce());
+  } else if (stale_ == Stale::SomeNodes) {
+    street_.refresh(settings_.inForce(), staleNodes_);
+  }
+  stale_ = Stale::Nothing;
+  staleNodes_.clear();
   street_.update(now);
 }
 

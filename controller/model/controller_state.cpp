@@ -66,7 +66,7 @@ std::string Controller::loadState(std::string_view text) {
   clock_.setOffset(keptOffset_);
   std::string fault = settings_.load(root);
   if (fault.empty()) fault = loadUsage(root);
-  lampsStale_ = true;
+  stale_ = Stale::Everything;
   return fault;
 }
 

@@ -41,6 +41,7 @@ Lamp readLamp(const NodeRows& rows, const LampHealth& touched) {
   lamp.ignored = SectionStore::isBlacklisted(rows);
   lamp.touched = touched;
   lamp.health = healthOf(presentCondition(touched.condition, rows.id));
+  lamp.placed = rows.table.attribute(names::kLatitude) != nullptr;
   lamp.latitude = rows.table.attribute(names::kLatitude).as_float();
   lamp.longitude = rows.table.attribute(names::kLongitude).as_float();
   lamp.overridePower =
@@ -56,26 +57,36 @@ Lamp readLamp(const NodeRows& rows, const LampHealth& touched) {
 }  // namespace
 
 void LampStreet::rebuild(const SectionStore& store) {
-  const std::vector<NodeRows>& nodes = store.nodes();
-  const bool same = lamps_.size() == nodes.size();
-  lamps_.resize(nodes.size());
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
-    Lamp lamp = readLamp(nodes[i], touchedHealth(nodes[i].id));
-    if (same) {
-      lamp.power = lamps_[i].power;
-      lamp.litSince = lamps_[i].litSince;
-      lamp.litSeconds = lamps_[i].litSeconds;
-      lamp.wattSeconds = lamps_[i].wattSeconds;
-    }
-    lamps_[i] = lamp;
-  }
+  if (lamps_.size() != store.nodes().size()) lamps_.assign(store.nodes().size(), Lamp());
+  for (std::size_t node = 0; node < lamps_.size(); ++node) readLampAt(store, node);
+  readStreet(store);
+}
+
+void LampStreet::refresh(const SectionStore& store, std::span<const std::size_t> nodes) {
+  for (const std::size_t node : nodes) readLampAt(store, node);
+  readStreet(store);
+}
+
+// How the lamp burns and what it used goes on.
+void LampStreet::readLampAt(const SectionStore& store, std::size_t node) {
+  const NodeRows& rows = store.nodes()[node];
+  Lamp lamp = readLamp(rows, touchedHealth(rows.id));
+  Lamp& present = lamps_[node];
+  lamp.power = present.power;
+  lamp.litSince = present.litSince;
+  lamp.litSeconds = present.litSeconds;
+  lamp.wattSeconds = present.wattSeconds;
+  present = lamp;
+}
+
+void LampStreet::readStreet(const SectionStore& store) {
   const pugi::xml_node general = store.section(names::kGeneral);
   zone_ = zoneRuleOf(general.attribute(names::kTimeZone).value());
   byClock_ = std::string_view(general.attribute(names::kInputsDetected).value()) == "Y";
   const pugi::xml_node outputs = store.section(names::kInputsOutputs);
   nightClock_.minutesAfterSunset = outputs.attribute(names::kSunsetOffset).as_int();
   nightClock_.minutesAfterSunrise = outputs.attribute(names::kSunriseOffset).as_int();
-  readPlace(store);
+  findPlace();
 }
 
 void LampStreet::touch(const std::string& nodeId, const LampHealth& health) {
@@ -88,14 +99,14 @@ LampHealth LampStreet::touchedHealth(const std::string& nodeId) const {
 }
 
 // The controller stands in the middle of its lamps.
-void LampStreet::readPlace(const SectionStore& store) {
+void LampStreet::findPlace() {
   double latitude = 0;
   double longitude = 0;
   std::size_t count = 0;
-  for (std::size_t i = 0; i < lamps_.size(); ++i) {
-    if (!store.nodes()[i].table.attribute(names::kLatitude)) continue;
-    latitude += static_cast<double>(lamps_[i].latitude);
-    longitude += static_cast<double>(lamps_[i].longitude);
+  for (const Lamp& lamp : lamps_) {
+    if (!lamp.placed) continue;
+    latitude += static_cast<double>(lamp.latitude);
+    longitude += static_cast<double>(lamp.longitude);
     ++count;
   }
   const double number = static_cast<double>(count);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,8 @@ struct Lamp {
   Moment overrideEnd;
   std::uint8_t overridePower = 0;
   bool ignored = false;  ///< blacklisted
-  float latitude = 0;    ///< 0 and 0 where the node has no position
+  bool placed = false;   ///< the node has a position
+  float latitude = 0;
   float longitude = 0;
 
   int watts = 0;            ///< at full power
@@ -51,8 +53,11 @@ class LampStreet {
   /// Takes programs, overrides, thresholds and positions from the sections in force. What the lamps
   /// used so far is kept as long as the nodes are the same.
   void rebuild(const SectionStore& store);
+  /// The same for a few nodes (positions in the store) and for what concerns the whole street: a
+  /// write costs what it changes. `rebuild` must have been called on the same nodes.
+  void refresh(const SectionStore& store, std::span<const std::size_t> nodes);
 
-  /// Makes a lamp faulty or good; it takes effect with the next `rebuild`.
+  /// Makes a lamp faulty or good; it takes effect when the lamp is read again.
   void touch(const std::string& nodeId, const LampHealth& health);
   /// What `touch` made of a lamp, at once; as built where nobody touched it.
   LampHealth touchedHealth(const std::string& nodeId) const;
@@ -84,7 +89,9 @@ class LampStreet {
   void restoreUsage(std::size_t node, double litSeconds, double wattSeconds);
 
  private:
-  void readPlace(const SectionStore& store);
+  void readLampAt(const SectionStore& store, std::size_t node);
+  void readStreet(const SectionStore& store);
+  void findPlace();
 
   // A moment of the night as programs count it.
   struct NightTime {

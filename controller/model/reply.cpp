@@ -6,7 +6,11 @@ namespace lamp::controller {
 Reply Reply::document(const pugi::xml_document& content) {
   TextWriter writer;
   content.save(writer, "", pugi::format_raw, pugi::encoding_utf8);
-  return Reply{200, "application/xml", std::move(writer.text)};
+  return text(std::move(writer.text));
+}
+
+Reply Reply::text(std::string content) {
+  return Reply{200, "application/xml", std::move(content)};
 }
 
 Reply Reply::refusal(const Refusal& refusal) {

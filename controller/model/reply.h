@@ -14,6 +14,8 @@ struct Reply {
   std::string body;
 
   static Reply document(const pugi::xml_document& content);
+  /// A document that is printed already.
+  static Reply text(std::string content);
   static Reply refusal(const Refusal& refusal);
   /// Success of a write: no body.
   static Reply done();

@@ -1,61 +1,111 @@
 #include "controller/model/section_reader.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
+#include <iterator>
 
 #include "controller/model/names.h"
+#include "controller/model/text_writer.h"
 #include "controller/model/value_rules.h"
 
 namespace lamp::controller {
 namespace {
 
-pugi::xml_node beginSection(const char* code, const ReplyHead& head, pugi::xml_document& reply) {
-  pugi::xml_node section = beginReply(head, reply).append_child(code);
-  section.append_attribute(names::kFh).set_value(head.date.c_str());
-  return section;
-}
+// A row in bytes, rather too many: room that is not used costs nothing.
+constexpr std::size_t kLongRow = 200;
 
 void copyAttributes(pugi::xml_node from, pugi::xml_node to) {
   static constexpr const char* kDates[] = {names::kFh, names::kActDate};
   takeAttributes(from, to, kDates);
 }
 
-Objection readNodeList(pugi::xml_node request, const SectionStore& store, pugi::xml_node section) {
+Objection judgeNodeList(pugi::xml_node request) {
   const std::string_view type = request.attribute(names::kType).value();
-  if (!type.empty() && type != "Sync" && type != "Async") {
-    return unacceptable("L03", "type is " + quoted(type) + "; it must be Sync or Async");
-  }
+  if (type.empty() || type == "Sync" || type == "Async") return std::nullopt;
+  return unacceptable("L03", "type is " + quoted(type) + "; it must be Sync or Async");
+}
+
+// What takes the rows of a section, one after the other.
+using TakeRow = std::function<void(pugi::xml_node row)>;
+
+void giveNodeList(const SectionStore& store, const TakeRow& take) {
+  pugi::xml_document document;
+  pugi::xml_node entry = document.append_child(names::kNode);
+  for (const char* name : {names::kNodeId, names::kReference}) entry.append_attribute(name);
   const pugi::xml_node table = store.section(names::kNodeTable);
   for (const pugi::xml_node node : table.children(names::kNode)) {
-    pugi::xml_node entry = section.append_child(names::kNode);
-    for (const char* name : {names::kNodeId, names::kReference}) {
-      entry.append_attribute(name).set_value(node.attribute(name).value());
+    for (pugi::xml_attribute attribute : entry.attributes()) {
+      attribute.set_value(node.attribute(attribute.name()).value());
     }
+    take(entry);
   }
-  return std::nullopt;
 }
 
-void copyTable(const SectionStore& store, pugi::xml_node section) {
-  const pugi::xml_node table = store.section(names::kNodeTable);
-  copyAttributes(table, section);
-  for (const pugi::xml_node child : table.children()) {
+void giveTable(const SectionStore& store, const TakeRow& take) {
+  for (const pugi::xml_node child : store.section(names::kNodeTable).children()) {
     const bool emptyList =
         std::string_view(child.name()) == names::kBlackList && !child.first_child();
-    if (!emptyList) section.append_copy(child);
+    if (!emptyList) take(child);
   }
 }
 
-// Programs, powers and thresholds list the nodes of the table; the blacklisted ones are ignored.
-void copyRows(const SectionStore& store, pugi::xml_node NodeRows::*row, pugi::xml_node from,
-              pugi::xml_node section) {
-  copyAttributes(from, section);
-  for (const NodeRows& rows : store.nodes()) {
-    if (!SectionStore::isBlacklisted(rows)) section.append_copy(rows.*row);
-  }
+struct RowFamily {
+  const char* code;
+  pugi::xml_node NodeRows::*row;
+};
+
+constexpr RowFamily kFamilies[] = {{names::kNodePower, &NodeRows::power},
+                                   {names::kIntervalPrograms, &NodeRows::interval},
+                                   {names::kAlarmThresholds, &NodeRows::alarm},
+                                   {names::kClockPrograms, &NodeRows::clock}};
+
+const RowFamily* familyOf(std::string_view code) {
+  const auto* found = std::find_if(std::begin(kFamilies), std::end(kFamilies),
+                                   [&](const RowFamily& family) { return code == family.code; });
+  return found == std::end(kFamilies) ? nullptr : found;
 }
 
-void copyKept(pugi::xml_node kept, pugi::xml_node section) {
-  takeAttributes(kept, section);
-  for (const pugi::xml_node child : kept.children()) section.append_copy(child);
+void giveRows(std::string_view code, const SectionStore& store, const TakeRow& take) {
+  if (code == names::kNodeList) return giveNodeList(store, take);
+  if (code == names::kNodeTable) return giveTable(store, take);
+  if (const RowFamily* family = familyOf(code)) {
+    // Programs, powers and thresholds list the nodes of the table; the blacklisted ones are
+    // ignored.
+    for (const NodeRows& rows : store.nodes()) {
+      if (!SectionStore::isBlacklisted(rows)) take(rows.*(family->row));
+    }
+    return;
+  }
+  const std::string name(code);
+  for (const pugi::xml_node child : store.section(name.c_str()).children()) take(child);
+}
+
+bool hasRowOfEveryNode(std::string_view code) {
+  return code == names::kNodeList || code == names::kNodeTable || familyOf(code) != nullptr;
+}
+
+// The reply without its rows.
+Objection beginSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+                       pugi::xml_document& reply) {
+  const std::string_view code = request.name();
+  if (!isReadSection(code)) {
+    return unacceptable("Read", "the section is " + quoted(code) + "; it must be L01 to L17");
+  }
+  pugi::xml_node section = beginReply(head, reply).append_child(request.name());
+  section.append_attribute(names::kFh).set_value(head.date.c_str());
+  if (code == names::kNodeList) return judgeNodeList(request);
+  const pugi::xml_node kept = store.section(request.name());
+  if (hasRowOfEveryNode(code)) {
+    copyAttributes(kept, section);
+  } else {
+    takeAttributes(kept, section);
+  }
+  if (code == names::kGeneral) {
+    section.remove_attribute(names::kMailUser);
+    section.remove_attribute(names::kMailPassword);
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -80,30 +130,33 @@ pugi::xml_node beginReply(const ReplyHead& head, pugi::xml_document& reply) {
 
 Objection readSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
                       pugi::xml_document& reply) {
-  const std::string_view code = request.name();
-  if (!isReadSection(code)) {
-    return unacceptable("Read", "the section is " + quoted(code) + "; it must be L01 to L17");
+  if (auto objection = beginSection(request, store, head, reply)) return objection;
+  pugi::xml_node section = reply.document_element().first_child().first_child();
+  giveRows(request.name(), store, [&](pugi::xml_node row) { section.append_copy(row); });
+  return std::nullopt;
+}
+
+Objection printSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+                       std::string& text) {
+  pugi::xml_document reply;
+  if (auto objection = beginSection(request, store, head, reply)) return objection;
+  TextWriter writer;
+  reply.save(writer, "", pugi::format_raw, pugi::encoding_utf8);
+  // The rows go into the section, which stands there as one empty tag.
+  const std::size_t end = writer.text.rfind("/>");
+  const std::string rest = writer.text.substr(end + 2);
+  writer.text.replace(end, std::string::npos, ">");
+  if (hasRowOfEveryNode(request.name())) {
+    writer.text.reserve(end + kLongRow * store.nodes().size());
   }
-  pugi::xml_node section = beginSection(request.name(), head, reply);
-  const pugi::xml_node kept = store.section(request.name());
-  if (code == names::kNodeList) return readNodeList(request, store, section);
-  if (code == names::kNodeTable) {
-    copyTable(store, section);
-  } else if (code == names::kNodePower) {
-    copyRows(store, &NodeRows::power, kept, section);
-  } else if (code == names::kIntervalPrograms) {
-    copyRows(store, &NodeRows::interval, kept, section);
-  } else if (code == names::kAlarmThresholds) {
-    copyRows(store, &NodeRows::alarm, kept, section);
-  } else if (code == names::kClockPrograms) {
-    copyRows(store, &NodeRows::clock, kept, section);
+  giveRows(request.name(), store,
+           [&](pugi::xml_node row) { row.print(writer, "", pugi::format_raw); });
+  if (writer.text.size() == end + 1) {
+    writer.text.replace(end, std::string::npos, "/>" + rest);
   } else {
-    copyKept(kept, section);
+    writer.text += std::string("</") + request.name() + ">" + rest;
   }
-  if (code == names::kGeneral) {
-    section.remove_attribute(names::kMailUser);
-    section.remove_attribute(names::kMailPassword);
-  }
+  text = std::move(writer.text);
   return std::nullopt;
 }
 

@@ -26,6 +26,11 @@ bool showsLiveValues(std::string_view code);
 Objection readSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
                       pugi::xml_document& reply);
 
+/// The same reply as text. Rows are printed from where they lie: a section of many megabytes is
+/// never there twice. Nothing is put into `text` after an objection.
+Objection printSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+                       std::string& text);
+
 /// The reply that only identifies the controller: "deviceCfg" with an empty "ZelLamp".
 pugi::xml_node beginReply(const ReplyHead& head, pugi::xml_document& reply);
 
