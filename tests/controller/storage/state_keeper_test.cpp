@@ -248,6 +248,17 @@ TEST(StateKeeper, KeepsLampsThatWereMadeFaultyInItsJournalAndInTheState) {
   }
 }
 
+TEST(StateKeeper, KeepsALampThatWasBrokenRightBeforeTheStateIsWrittenWhole) {
+  const ScratchFolder folder;
+  {
+    KeptRig kept(folder.path() / "s.xml");
+    ASSERT_EQ(kept.rig.controller.setLampCondition("4100007", LampCondition::Broken), "");
+    ASSERT_EQ(kept.keeper.compact(), "");
+  }
+  KeptRig again(folder.path() / "s.xml");
+  EXPECT_EQ(again.rig.controller.lampView("4100007")->condition, "broken");
+}
+
 TEST(StateKeeper, KeepsAClockThatWasMovedFromOutside) {
   using namespace std::chrono_literals;
   const ScratchFolder folder;
