@@ -6,6 +6,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 ROOM = pathlib.Path(__file__).resolve().parent
 SLOWEST_INPUT = 20  # seconds; an input that takes longer is a finding
@@ -42,8 +43,11 @@ def files_in(folder):
 
 def run(command, log):
     """The output of a run and whether it ended well; the output stays in the file `log` too."""
-    ended = subprocess.run(command, env=environment(), stdout=subprocess.PIPE,
-                           stderr=subprocess.STDOUT, text=True, errors="replace")
+    # A target that ends in the middle leaves its files behind.
+    with tempfile.TemporaryDirectory() as scratch:
+        ended = subprocess.run(command, env=environment() | {"TMPDIR": scratch},
+                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                               errors="replace")
     log.write_text(ended.stdout, encoding="utf-8")
     return ended.stdout, ended.returncode == 0
 
