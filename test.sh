@@ -5,6 +5,9 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
+# ccache would hand the precompiled headers of another clone to this one.
+export CCACHE_NAMESPACE="$PWD"
+
 scripts/install.sh
 scripts/check.sh
 
