@@ -4,6 +4,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
+#include <algorithm>
 
 #include "editor/qt_text.h"
 #include "host/services/drivers.h"
@@ -80,8 +81,10 @@ void DevicePanel::showDevice(XmlDocument::XmlNode* device, XCDriver* driver) {
 
 // Made anew only when they are others: one of the present ones may be running.
 void DevicePanel::showActions(const QList<QAction*>& actions) {
-  if (actionRow_->actions() == actions) return;
-  for (QAction* action : actionRow_->actions()) actionRow_->removeAction(action);
+  // Not by ==, which looks at the memory of an empty list.
+  const QList<QAction*> present = actionRow_->actions();
+  if (std::equal(present.begin(), present.end(), actions.begin(), actions.end())) return;
+  for (QAction* action : present) actionRow_->removeAction(action);
   qDeleteAll(actionRow_->findChildren<QToolButton*>());
   auto* row = static_cast<QHBoxLayout*>(actionRow_->layout());
   while (row->count() > 0) delete row->takeAt(0);
