@@ -93,6 +93,15 @@ void watchClock(const std::stop_token& stop, Controller& controller, StateKeeper
   }
 }
 
+// The names by which a browser may know this controller.
+std::vector<std::string> hostNamesOf(const Options& options) {
+  std::vector<std::string> names = options.hostNames;
+  names.push_back(options.listen);
+  char machine[256] = "";
+  if (::gethostname(machine, sizeof machine - 1) == 0) names.emplace_back(machine);
+  return names;
+}
+
 // Becomes a new process of the same program on the same port, as a controller does that lost its
 // power: nothing is saved or said. Faults that restart are left behind, or it would never end.
 void restartProgram(const Options& options, int port) {
@@ -135,7 +144,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   CommandLog log;
   std::atomic<int> port = options.port;
   CommandServer server(Service{controller, clock, faults, log, options.token,
-                               [&] { restartProgram(options, port); }});
+                               [&] { restartProgram(options, port); }, hostNamesOf(options)});
   if (!server.start(options.listen, options.port)) {
     return complain("can't listen on " + options.listen + " port " + std::to_string(options.port) +
                         "; it is in use or not of this machine. Choose another with --port",

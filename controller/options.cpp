@@ -39,6 +39,13 @@ std::string takeListen(const std::string& value, Options& options) {
   return value.empty() ? "an address of this machine" : "";
 }
 
+std::string takeHostName(const std::string& value, Options& options) {
+  options.hostNames.push_back(value);
+  return !value.empty() && value.find_first_of(":/ ") == std::string::npos
+             ? ""
+             : "a name without port, as it stands in an address";
+}
+
 std::string takeId(const std::string& value, Options& options) {
   const bool plain = std::all_of(value.begin(), value.end(), [](char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' ||
@@ -118,6 +125,8 @@ std::string takeHelp(const std::string&, Options& options) {
 constexpr std::array kRules = {
     OptionRule{"--port", "N", "port to serve; 0 takes a free one (8080)", takePort},
     OptionRule{"--listen", "ADDRESS", "address to serve (127.0.0.1)", takeListen},
+    OptionRule{"--host-name", "NAME", "a name that it is known by; may be given several times",
+               takeHostName},
     OptionRule{"--id", "TEXT", "the controller's identifier (made from the seed)", takeId},
     OptionRule{"--nodes", "N", "how many lamp nodes a new street has (200)", takeNodes},
     OptionRule{"--seed", "N", "which street is generated (7)", takeSeed},

@@ -12,6 +12,7 @@ namespace lamp::controller {
 struct Options {
   int port = 8080;
   std::string listen = "127.0.0.1";
+  std::vector<std::string> hostNames;  ///< by which browsers may know it
   std::string id;        ///< empty: made from the seed
   std::string state;     ///< file or folder; empty: nothing is kept
   std::string calendar;  ///< calendar file; empty: none

@@ -7,29 +7,42 @@
 #include <charconv>
 #include <thread>
 
+#include "controller/http/body_budget.h"
 #include "controller/http/connection.h"
 #include "controller/http/control_desk.h"
 #include "controller/http/faulty_reply.h"
 #include "controller/http/live_page.h"
 #include "controller/http/patience.h"
+#include "controller/http/visitor_check.h"
 
 namespace lamp::controller {
 namespace {
 
 constexpr std::size_t kMebibyte = 1024U * 1024U;
+constexpr std::size_t kSmallBody = 64 * 1024;
 constexpr std::size_t kBodyLimit = 64 * kMebibyte;
 // A firmware travels as base64 inside its document.
 constexpr std::size_t kFirmwareLimit = 256 * kMebibyte;
+// Of all requests that are being received or carried out.
+constexpr std::size_t kBodiesTogether = 1024 * kMebibyte;
 constexpr int kFirmwareCommand = 52;
 constexpr std::size_t kThreads = 96;
 constexpr int kBacklog = 256;
-constexpr std::size_t kRequestsPerConnection = 10000;
+// What a request leaves unread (a body that is refused, a line that is too long) would be taken for
+// the next one on its connection, and a form of a foreign page could have made that up.
+constexpr std::size_t kRequestsPerConnection = 1;
 constexpr const char* kPlainText = "text/plain; charset=utf-8";
 
 // The text is shown to a user as it stands, so nothing is put behind it.
 void answer(httplib::Response& response, int status, const std::string& text) {
   response.status = status;
   response.set_content(text, kPlainText);
+}
+
+bool hasBody(const httplib::Request& request) {
+  const std::string length = request.get_header_value("Content-Length");
+  return request.has_header("Transfer-Encoding") ||
+         length.find_first_not_of('0') != std::string::npos;
 }
 
 // The number in the path, or -1 where the path holds something else.
@@ -57,7 +70,10 @@ class PatientServer final : public httplib::Server {
 class CommandServer::Impl {
  public:
   explicit Impl(const Service& service)
-      : service_(service), desk_(service_), page_(service_, patience_) {
+      : service_(service),
+        visitors_(service.hostNames),
+        desk_(service_),
+        page_(service_, patience_) {
     server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
     server_.set_socket_options(allowQuickRestart);
     server_.set_tcp_nodelay(true);
@@ -65,7 +81,8 @@ class CommandServer::Impl {
     server_.set_read_timeout(30);
     server_.set_write_timeout(30);
     server_.set_payload_max_length(kFirmwareLimit);
-    giveEveryRequestALength();
+    receiveVisitors();
+    forgetWhatIsLeftUnread();
     addCommands();
     addPlainPages();
     desk_.install(server_);
@@ -96,15 +113,47 @@ class CommandServer::Impl {
   }
 
  private:
+  static constexpr const char* kCommandFolder = "/lampmanager/command/";
   static constexpr const char* kCommandPath = R"(/lampmanager/command/([^/]*))";
 
-  // A request without a length has no body; the library would wait for the connection to end.
-  void giveEveryRequestALength() {
-    server_.set_pre_routing_handler([](const httplib::Request& request, httplib::Response&) {
-      if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
-        const_cast<httplib::Request&>(request).set_header("Content-Length", "0");
+  void receiveVisitors() {
+    server_.set_pre_routing_handler([this](const httplib::Request& request,
+                                           httplib::Response& response) {
+      bodyWasRead_ = false;
+      const std::string fault =
+          visitors_.faultOf(request.get_header_value("Host"), request.get_header_value("Origin"));
+      if (!fault.empty()) {
+        answer(response, 403, fault);
+        return httplib::Server::HandlerResponse::Handled;
       }
+      if (isTooLongForItsPlace(request)) {
+        answer(response, 413, "Only commands have long bodies.");
+        return httplib::Server::HandlerResponse::Handled;
+      }
+      giveALength(request);
       return httplib::Server::HandlerResponse::Unhandled;
+    });
+  }
+
+  // The library reads the body of any other request as a whole, whatever it is for.
+  static bool isTooLongForItsPlace(const httplib::Request& request) {
+    if (request.path.starts_with(kCommandFolder)) return false;
+    return request.has_header("Transfer-Encoding") ||
+           request.get_header_value<std::uint64_t>("Content-Length") > kSmallBody;
+  }
+
+  // A request without a length has no body; the library would wait for the connection to end.
+  static void giveALength(const httplib::Request& request) {
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+      const_cast<httplib::Request&>(request).set_header("Content-Length", "0");
+    }
+  }
+
+  // A connection that is closed while bytes of a body lie unread is reset, and the answer may be
+  // lost with it. The library calls this when the answer is written.
+  void forgetWhatIsLeftUnread() {
+    server_.set_logger([](const httplib::Request& request, const httplib::Response&) {
+      if (hasBody(request) && !bodyWasRead_) endConnection(request.remote_port);
     });
   }
 
@@ -155,13 +204,15 @@ class CommandServer::Impl {
   // and unpacks no more of a packed one than the largest limit. False when the body was longer or
   // did not arrive.
   static bool readBody(const httplib::ContentReader& reader, std::size_t announced,
-                       std::size_t limit, std::string& body, bool& tooLarge) {
+                       std::size_t limit, BodyBudget::Share& share, std::string& body,
+                       bool& tooLarge) {
     tooLarge = false;
     body.reserve(std::min(announced, limit));
     std::size_t received = 0;
     return reader([&](const char* data, std::size_t size) {
       received += size;
       if (received > limit) tooLarge = true;
+      if (!tooLarge && !share.take(size)) return false;
       if (!tooLarge) body.append(data, size);
       return received <= kFirmwareLimit;
     });
@@ -176,13 +227,20 @@ class CommandServer::Impl {
     const std::size_t limit = command == kFirmwareCommand ? kFirmwareLimit : kBodyLimit;
     const auto announced =
         static_cast<std::size_t>(request.get_header_value<std::uint64_t>("Content-Length"));
+    BodyBudget::Share share(bodies_);
     std::string body;
     bool tooLarge = false;
-    const bool whole = readBody(reader, announced, limit, body, tooLarge);
+    const bool whole = readBody(reader, announced, limit, share, body, tooLarge);
+    bodyWasRead_ = whole;
     if (tooLarge || response.status == 413) {
       return answer(response, 413, "The request is larger than " + limitText(limit) + ".");
     }
-    if (!whole) return answer(response, 400, "The body of the request did not arrive whole.");
+    if (share.refused()) {
+      return answer(response, 503, "Too much is being sent at once; send it again.");
+    }
+    if (!whole) {
+      return answer(response, 400, "The body of the request did not arrive whole.");
+    }
     if (command < 0) return answer(response, 404, "A command is a number.");
     perform(command, std::move(body), request, response);
   }
@@ -271,7 +329,12 @@ class CommandServer::Impl {
     }
   }
 
+  // Of the request on which this thread works.
+  static inline thread_local bool bodyWasRead_ = false;
+
   const Service service_;
+  const VisitorCheck visitors_;
+  BodyBudget bodies_{kBodiesTogether};
   Patience patience_;
   ControlDesk desk_;
   LivePage page_;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "controller/http/command_log.h"
 #include "controller/http/fault_plan.h"
@@ -19,6 +20,8 @@ struct Service {
   std::string token;  ///< what a request must carry that changes the simulation
   /// Called when the controller is to restart in the middle of a command; may not return.
   std::function<void()> restart;
+  /// Names besides addresses and "localhost" by which browsers may know it.
+  std::vector<std::string> hostNames = {};
 };
 
 /// The controller's web service: commands in, documents out. Serves from threads of its own between

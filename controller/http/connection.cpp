@@ -47,6 +47,16 @@ void breakConnection(int clientPort) {
   if (descriptor >= 0) ::shutdown(descriptor, SHUT_RDWR);
 }
 
+void endConnection(int clientPort) {
+  const int descriptor = findDescriptor(clientPort);
+  if (descriptor < 0) return;
+  // Once both ways are shut nothing more can come; what has come is still to be had.
+  ::shutdown(descriptor, SHUT_RDWR);
+  char unread[4096];
+  while (::recv(descriptor, unread, sizeof unread, MSG_DONTWAIT) > 0) {
+  }
+}
+
 void hearNobody(int ownPort) {
   for (int descriptor = 3; descriptor < kMostDescriptors; ++descriptor) {
     const bool connected = portOf(descriptor, ::getpeername) >= 0;

@@ -6,6 +6,10 @@ namespace lamp::controller {
 /// way to leave a request unanswered. Does nothing when there is no such connection.
 void breakConnection(int clientPort);
 
+/// Ends the connection whose client has this port after what was written to it, and drops what it
+/// sent and nobody read.
+void endConnection(int clientPort);
+
 /// True while that client still waits.
 bool clientWaits(int clientPort);
 
