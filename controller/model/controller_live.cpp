@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <mutex>
 #include <shared_mutex>
 #include <utility>
@@ -21,6 +22,13 @@ std::string keepIn(Disk& disk, const fs::path& folder, const std::string& name,
   return writeFileSafely(disk, folder / name, folder / (name + data_folder::kUnfinished), text);
 }
 
+// How far a clock of this speed goes between two looks at it: a busy machine may look seldom.
+std::chrono::seconds longestStep(double speed) {
+  constexpr std::chrono::seconds kSeldom{2};
+  const auto step = static_cast<long>(speed * static_cast<double>(kSeldom.count()));
+  return std::max(std::chrono::seconds{3600}, std::chrono::seconds{step});
+}
+
 }  // namespace
 
 // Lamps are read again only where something in force may have changed.
@@ -32,7 +40,7 @@ void Controller::settle(Moment now) {
   }
   stale_ = Stale::Nothing;
   staleNodes_.clear();
-  street_.update(now);
+  street_.update(now, longestStep(clock_.speed()));
 }
 
 void Controller::setDataFolder(fs::path folder, Disk& disk) {

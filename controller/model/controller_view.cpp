@@ -115,7 +115,7 @@ std::optional<LampView> Controller::lampView(const std::string& nodeId) {
   view.ignored = lamp.ignored;
   view.power = lamp.power;
   view.expectedWatts = lamp.watts * lamp.power / 100.0;
-  view.measuredWatts = view.expectedWatts * static_cast<double>(lamp.health);
+  view.measuredWatts = view.expectedWatts * lamp.health;
   view.hours = lamp.litSeconds / 3600.0;
   view.energy = lamp.wattSeconds / 3600000.0;
   view.condition = textOf(presentCondition(lamp.touched.condition, rows->id));

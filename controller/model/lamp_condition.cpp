@@ -9,14 +9,14 @@ namespace {
 struct ConditionRule {
   LampCondition condition;
   const char* text;
-  float health;
+  double health;
 };
 
 constexpr std::array kRules = {
-    ConditionRule{LampCondition::AsBuilt, "", 1.0F},
-    ConditionRule{LampCondition::Good, "good", 1.0F},
-    ConditionRule{LampCondition::Ageing, "ageing", 0.7F},
-    ConditionRule{LampCondition::Broken, "broken", 0.05F},
+    ConditionRule{LampCondition::AsBuilt, "", 1.0},
+    ConditionRule{LampCondition::Good, "good", 1.0},
+    ConditionRule{LampCondition::Ageing, "ageing", 0.7},
+    ConditionRule{LampCondition::Broken, "broken", 0.05},
 };
 
 // The fault hangs on the node's identity (FNV-1a hash).
@@ -55,11 +55,11 @@ LampCondition presentCondition(LampCondition condition, std::string_view nodeId)
   return condition == LampCondition::AsBuilt ? builtCondition(nodeId) : condition;
 }
 
-float healthOf(LampCondition condition) {
+double healthOf(LampCondition condition) {
   for (const ConditionRule& rule : kRules) {
     if (rule.condition == condition) return rule.health;
   }
-  return 1.0F;
+  return 1.0;
 }
 
 }  // namespace lamp::controller

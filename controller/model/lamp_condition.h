@@ -31,6 +31,6 @@ bool readCondition(std::string_view text, LampCondition& condition);
 LampCondition presentCondition(LampCondition condition, std::string_view nodeId);
 
 /// What a lamp measures of what is expected of it; all of it for a lamp as it was built.
-float healthOf(LampCondition condition);
+double healthOf(LampCondition condition);
 
 }  // namespace lamp::controller

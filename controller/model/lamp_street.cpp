@@ -13,8 +13,6 @@ using std::chrono::seconds;
 
 // Where no node has a position yet.
 constexpr Place kDefaultPlace{41.5472, 2.1074};
-// Longer steps of the clock are settings of it, not time in which lamps burned.
-constexpr seconds kLongestStep{3600};
 constexpr int kDefaultWatts = 100;
 
 bool isOld(pugi::xml_node row) {
@@ -138,21 +136,22 @@ int LampStreet::powerOf(const Lamp& lamp, Moment now, const NightTime& time) con
   return night_ ? programPower(lamp, time) : 0;
 }
 
-void LampStreet::update(Moment now) {
+void LampStreet::update(Moment now, seconds longestStep) {
   night_ = nightClock_.at(now);
   const NightTime time = night_ ? timeIn(*night_, now) : NightTime{};
   const seconds passed = last_ ? now - *last_ : seconds{0};
-  const bool counts = passed > seconds{0} && passed <= kLongestStep;
+  const bool counts = passed > seconds{0} && passed <= longestStep;
   last_ = now;
   lit_ = 0;
   for (Lamp& lamp : lamps_) {
     if (counts && lamp.power > 0) {
       const double span = static_cast<double>(passed.count());
       lamp.litSeconds += span;
-      lamp.wattSeconds += span * lamp.watts * lamp.power / 100.0 * static_cast<double>(lamp.health);
+      lamp.wattSeconds += span * lamp.watts * lamp.power / 100.0 * lamp.health;
     }
     const int power = powerOf(lamp, now, time);
-    if (power > 0 && lamp.power == 0) lamp.litSince = now;
+    // A clock that was set back would otherwise hold alarms off until it has caught up.
+    if (power > 0 && (lamp.power == 0 || lamp.litSince > now)) lamp.litSince = now;
     lamp.power = power;
     lit_ += power > 0 ? 1 : 0;
   }
@@ -164,12 +163,15 @@ std::vector<LampAlarm> LampStreet::alarms(Moment now) const {
     const Lamp& lamp = lamps_[i];
     if (lamp.power == 0) continue;
     const double expected = lamp.watts * lamp.power / 100.0;
-    const double measured = expected * static_cast<double>(lamp.health);
+    const double measured = expected * lamp.health;
     const bool broken = lamp.alarmBelowWatts > 0 && expected >= lamp.alarmBelowWatts &&
                         measured < lamp.alarmBelowWatts;
+    // What is missing is compared in whole percents of what is expected: 30 % of 30 % is not above.
     const bool deviates =
-        lamp.alarmDeviation > 0 && measured < expected * (100.0 - lamp.alarmDeviation) / 100.0;
-    const Moment since = std::max(lamp.litSince, lamp.touched.since) + seconds{lamp.alarmAfter};
+        lamp.alarmDeviation > 0 && std::lround((1 - lamp.health) * 100) > lamp.alarmDeviation;
+    const bool touchedSince = lamp.touched.since > lamp.litSince && lamp.touched.since <= now;
+    const Moment since =
+        (touchedSince ? lamp.touched.since : lamp.litSince) + seconds{lamp.alarmAfter};
     if ((broken || deviates) && since <= now) {
       found.push_back(LampAlarm{i, broken ? "lamp" : "power", since});
     }

@@ -29,7 +29,7 @@ struct Lamp {
 
   int watts = 0;            ///< at full power
   LampHealth touched;       ///< what was done to it by hand
-  float health = 1;         ///< measured power by expected power
+  double health = 1;        ///< measured power by expected power
   int alarmBelowWatts = 0;  ///< alarm while less is measured; 0: not watched
   int alarmDeviation = 0;   ///< alarm while so many percent are missing; 0: not watched
   int alarmAfter = 0;       ///< seconds
@@ -71,8 +71,9 @@ class LampStreet {
   const DayProgram* dayProgram(const Night& night) const;
 
   /// Lets the lamps burn as they must at `now` and counts what they used since the last time. A
-  /// clock that was set is not counted as time that passed.
-  void update(Moment now);
+  /// longer step than `longestStep`, or one backwards, is a clock that was set and not time in
+  /// which lamps burned.
+  void update(Moment now, std::chrono::seconds longestStep);
 
   const std::vector<Lamp>& lamps() const { return lamps_; }
   const NightClock& nightClock() const { return nightClock_; }

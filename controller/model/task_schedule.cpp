@@ -66,8 +66,8 @@ bool sameSchedule(pugi::xml_node task, pugi::xml_node kept) {
   return true;
 }
 
-// How far the task has come. A clock that was set back by more than the hour of summer time would
-// otherwise keep it from running until it has caught up with itself.
+// What a task has done is not repeated when the clock goes back by the hour of summer time. A clock
+// that was set back by more would keep it from running until it has caught up with itself.
 bool wasSetBack(CivilTime last, CivilTime now) {
   return last > now + hours{2};
 }
@@ -122,10 +122,7 @@ DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone) {
     const std::size_t most = isYes(task, names::kTaskFillHoles) ? kMostCaughtUp : 1;
     const std::vector<CivilTime> runs = runsBetween(start->civil, period, last, civil, most);
     for (const CivilTime moment : runs) addActions(task, moment, due.reports);
-    // What a task has done is not repeated when the clock goes back an hour.
-    if (restarts || !runs.empty()) {
-      due.progress.push_back(TaskProgress{number, std::max(last, civil)});
-    }
+    if (restarts || !runs.empty()) due.progress.push_back(TaskProgress{number, civil});
   }
   std::stable_sort(due.reports.begin(), due.reports.end(),
                    [](const DueReport& a, const DueReport& b) { return a.priority < b.priority; });

@@ -231,6 +231,38 @@ TEST(ControllerProgram, RunsFasterWhenAsked) {
   EXPECT_EQ(httpGet(base + "/health").body, first) << "a clock of speed 0 stands still";
 }
 
+std::string calendarOfOneDayType(const std::string& dayType) {
+  return "<calendar><hasIOmodule>F</hasIOmodule><days><day><num>" + dayType +
+         "</num><Interval time1='60' power1='13' time2='60' power2='17' time3='60' power3='19' "
+         "time4='60' power4='23'/></day></days><year>" +
+         std::string(366, dayType[0]) + "</year></calendar>";
+}
+
+TEST(ControllerProgram, BurnsByTheDayTypesOfACalendar) {
+  const ScratchFolder folder;
+  const std::string calendar = (folder.path() / "year.calendar").string();
+  std::ofstream(calendar) << calendarOfOneDayType("4");
+  Program program(command({"--port", "0", "--nodes", "5", "--calendar", calendar}));
+  const std::string base = program.waitForAddress();
+  const std::string plan = httpGet(base + "/street.json").body;
+  for (const char* step : {"\"power\":13", "\"power\":17", "\"power\":19", "\"power\":23"}) {
+    EXPECT_NE(plan.find(step), std::string::npos) << plan;
+  }
+}
+
+TEST(ControllerProgram, RefusesACalendarThatItCannotRead) {
+  const ScratchFolder folder;
+  const std::string calendar = (folder.path() / "year.calendar").string();
+  for (const char* text : {"", "<calendar>", "<other/>"}) {
+    std::ofstream(calendar) << text;
+    Program program(command({"--port", "0", "--nodes", "5", "--calendar", calendar}));
+    EXPECT_NE(program.readRest().find("the calendar " + calendar + " can't be used"),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(program.wait(), 1);
+  }
+}
+
 TEST(ControllerProgram, SaysWhatIsWrongWithItsOptions) {
   Program program(command({"--port", "many"}));
   EXPECT_EQ(program.readRest(),
