@@ -1,9 +1,11 @@
 #pragma once
 
-#include "automation/json_writer.h"
 #include "host/dialogs/base_dlg.h"
+#include "workbench/json_writer.h"
 
 namespace automation {
+
+using workbench::JsonWriter;
 
 /// Writes the members "controls" and "focus": everything that a dialog shows.
 void describeDialog(JsonWriter& out, const XCBaseDlg& dialog);

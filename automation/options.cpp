@@ -3,6 +3,8 @@
 #include <charconv>
 #include <set>
 
+#include "workbench/state_folder.h"
+
 namespace automation {
 namespace {
 
@@ -15,6 +17,11 @@ bool setConfiguration(const std::string& value, Values& values) {
 
 bool setPlugin(const std::string& value, Values& values) {
   values.plugin = value;
+  return !value.empty();
+}
+
+bool setState(const std::string& value, Values& values) {
+  values.state = value;
   return !value.empty();
 }
 
@@ -52,6 +59,7 @@ struct Option {
 constexpr Option All[] = {
     {"--config", "a folder", &setConfiguration},
     {"--plugin", "a file", &setPlugin},
+    {"--state", "a folder", &setState},
     {"--now", "a date and time such as 2025-03-15T10:00:00", &setNow},
     {"--language", "a language such as en", &setLanguage},
     {"--answer-within", "a number of seconds from 1 to 3600", &setPatience},
@@ -67,6 +75,8 @@ const Option* findOption(const std::string& name) {
 }  // namespace
 
 bool readOptions(const std::vector<std::string>& arguments, Options& options, std::string& error) {
+  options.workspace.program = "lamp-script";
+  options.workspace.state = workbench::stateFolderOfUser();
   std::set<const Option*> given;
   for (std::size_t at = 0; at < arguments.size(); ++at) {
     const std::string& argument = arguments[at];
@@ -108,6 +118,8 @@ Usage: lamp-script --config DIR [options]
 
   --config DIR               the folder that holds configuration.xml; made when it is missing
   --plugin FILE              the plug-in to load; by default the one beside this program
+  --state DIR                where what is sent is put on record; by default
+                             $XDG_STATE_HOME/lamp-manager or ~/.local/state/lamp-manager
   --now DATE                 stops the clock, at a moment such as 2025-03-15T10:00:00
   --language LANGUAGE        the language of the texts: en, es, or numbers (default en)
   --answer-within SECONDS    how long a controller may take to answer a command (default 30, and

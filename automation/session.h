@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "automation/command.h"
-#include "automation/json_writer.h"
 #include "automation/line_channel.h"
 #include "automation/windows.h"
+#include "workbench/json_writer.h"
 #include "workbench/workspace.h"
 
 namespace automation {
+
+using workbench::JsonWriter;
 
 /// The scripted user: the front end whose windows are worked by commands, one a line. Everything
 /// happens in nested loops on one thread: a window that opens reads commands until it has closed.

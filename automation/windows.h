@@ -6,11 +6,13 @@
 #include <variant>
 #include <vector>
 
-#include "automation/json_writer.h"
 #include "host/dialogs/base_dlg.h"
 #include "host/services/services.h"
+#include "workbench/json_writer.h"
 
 namespace automation {
+
+using workbench::JsonWriter;
 
 /// A message box that waits for its answer.
 struct MessageWindow {

@@ -2,6 +2,8 @@
 
 #include <QtCore/QStandardPaths>
 
+#include "workbench/state_folder.h"
+
 namespace editor {
 namespace {
 
@@ -27,6 +29,11 @@ constexpr Option All[] = {
     {"--plugin", "FILE", "plug-in to load (the one that belongs to the program)",
      [](const QString& value, Options& options) {
        options.workspace.plugin = pathOf(value);
+       return !value.isEmpty();
+     }},
+    {"--state", "FOLDER", "folder of what was sent and what was typed (the person's own)",
+     [](const QString& value, Options& options) {
+       options.workspace.state = pathOf(value);
        return !value.isEmpty();
      }},
     {"--language", "en|es", "language of the texts (the one chosen last)",
@@ -61,6 +68,8 @@ const Option* findOption(const QString& name) {
 
 bool readOptions(const QStringList& arguments, Options& options, QString& error) {
   options.workspace.language.clear();
+  options.workspace.program = "lamp-editor";
+  options.workspace.state = workbench::stateFolderOfUser();
   options.workspace.configuration =
       pathOf(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
   for (qsizetype at = 0; at < arguments.size(); ++at) {

@@ -14,7 +14,6 @@ using Node = XmlDocument::XmlNode;
 
 constexpr int FirmwareUpload = 52;
 constexpr std::size_t KeptCharacters = 1'000;
-constexpr const char* Dropped = "(no longer kept)";
 
 // A copy of @p from in which long texts are cut and say so.
 void copyCut(const Node& from, Node& to) {
@@ -50,17 +49,22 @@ std::string cancelledText(const std::string& parameters) {
 
 ExchangeReply ExchangeRecord::exchange(const host::ExchangeRequest& request) {
   ExchangeReply reply;
+  const auto start = std::chrono::steady_clock::now();
   if (toCancel_.erase(started_++) > 0)
     reply.status = ExchangeReply::Status::cancelled;
   else
     reply = channel_.exchange(request);
   reply.error = maskedError(reply.error, request);
-  keep(request, reply);
+  keep(request, reply,
+       std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                             start));
+  if (witness_) witness_(request, entries_.back());
   if (listener_) listener_(entries_.back());
   return reply;
 }
 
-void ExchangeRecord::keep(const host::ExchangeRequest& request, const ExchangeReply& reply) {
+void ExchangeRecord::keep(const host::ExchangeRequest& request, const ExchangeReply& reply,
+                          std::chrono::milliseconds took) {
   using Status = ExchangeReply::Status;
   const std::string parameters = request.uriParameters.ToUtf8();
   ExchangeEntry entry{.number = entries_.size() + 1,
@@ -70,7 +74,8 @@ void ExchangeRecord::keep(const host::ExchangeRequest& request, const ExchangeRe
                       .request = textOf(request.command, request.document),
                       .reply = textOf(request.command, &reply.document),
                       .ok = reply.status == Status::succeeded,
-                      .error = {}};
+                      .error = {},
+                      .took = took};
   if (reply.status == Status::failed) entry.error = reply.error.ToUtf8();
   if (reply.status == Status::cancelled) entry.error = cancelledText(parameters);
   bytes_ += entry.request.size() + entry.reply.size();
@@ -83,8 +88,8 @@ void ExchangeRecord::dropOldTexts() {
     ExchangeEntry& oldest = entries_[dropped_++];
     bytes_ -= oldest.request.size() + oldest.reply.size();
     // Swapped, not assigned: an assigned string keeps its memory.
-    if (!oldest.request.empty()) std::string(Dropped).swap(oldest.request);
-    if (!oldest.reply.empty()) std::string(Dropped).swap(oldest.reply);
+    if (!oldest.request.empty()) std::string(ExchangeRecord::Dropped).swap(oldest.request);
+    if (!oldest.reply.empty()) std::string(ExchangeRecord::Dropped).swap(oldest.reply);
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <functional>
@@ -20,6 +21,7 @@ struct ExchangeEntry {
   std::string reply;    ///< the document received by a read, empty for none
   bool ok = false;
   std::string error;  ///< the text of a failure; for a cancelled exchange the text that says so
+  std::chrono::milliseconds took{};  ///< from the sending to the answer
 };
 
 /// Keeps what passes through a command channel. The document of a firmware upload is kept with its
@@ -27,6 +29,8 @@ struct ExchangeEntry {
 class ExchangeRecord : public host::CommandChannel {
  public:
   static constexpr std::size_t FirmwareTextLimit = 4U * 1024 * 1024;
+  /// What stands in the place of a text that is no longer kept.
+  static constexpr const char* Dropped = "(no longer kept)";
   static constexpr std::size_t DefaultBytes = 256U * 1024 * 1024;
 
   /// Records what passes to @p channel, which must outlive the record.
@@ -46,8 +50,14 @@ class ExchangeRecord : public host::CommandChannel {
     listener_ = std::move(listener);
   }
 
+  /// Called after every exchange too, before the listener, with what was asked for as it was.
+  void setWitness(std::function<void(const host::ExchangeRequest&, const ExchangeEntry&)> witness) {
+    witness_ = std::move(witness);
+  }
+
  private:
-  void keep(const host::ExchangeRequest& request, const host::ExchangeReply& reply);
+  void keep(const host::ExchangeRequest& request, const host::ExchangeReply& reply,
+            std::chrono::milliseconds took);
   void dropOldTexts();
 
   host::CommandChannel& channel_;
@@ -58,6 +68,7 @@ class ExchangeRecord : public host::CommandChannel {
   std::size_t bytes_ = 0;
   std::size_t dropped_ = 0;  // entries from the front whose texts are gone
   std::function<void(const ExchangeEntry&)> listener_;
+  std::function<void(const host::ExchangeRequest&, const ExchangeEntry&)> witness_;
 };
 
 }  // namespace workbench

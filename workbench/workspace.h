@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,14 +15,17 @@
 #include "workbench/http_command_channel.h"
 #include "workbench/plugin_loader.h"
 #include "workbench/program_paths.h"
+#include "workbench/send_log.h"
 #include "workbench/system_services.h"
 
 namespace workbench {
 
 /// How a program is started.
 struct WorkspaceOptions {
-  std::filesystem::path configuration;  ///< the folder of the configuration
-  std::filesystem::path plugin;         ///< empty for the one that belongs to the program
+  std::filesystem::path configuration;   ///< the folder of the configuration
+  std::filesystem::path plugin;          ///< empty for the one that belongs to the program
+  std::filesystem::path state;           ///< folder of the person's own records, empty for none
+  std::string program = "lamp-manager";  ///< how the records name the program
   std::string language = "en";
   std::optional<XCDateTime> now;                     ///< stops the clock at a moment
   std::optional<std::chrono::seconds> answerWithin;  ///< how long an exchange may take
@@ -53,6 +57,8 @@ class Workspace {
   GroupActions& groups() { return groups_; }
   HttpCommandChannel& channel() { return channel_; }
   ExchangeRecord& record() { return record_; }
+  /// What puts sends on record; null without a state folder.
+  SendLog* log() { return log_.get(); }
   VerificationSettings& settings() { return settings_; }
 
  private:
@@ -63,6 +69,7 @@ class Workspace {
   VerificationSettings settings_;
   HttpCommandChannel channel_;
   ExchangeRecord record_{channel_};
+  std::unique_ptr<SendLog> log_;
   ConfigurationStore store_;
   DeviceCatalogue catalogue_;
   DeviceActions actions_{store_, catalogue_};

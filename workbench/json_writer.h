@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace automation {
+namespace workbench {
 
 /// Writes JSON straight into a text, in UTF-8 and without line breaks.
 class JsonWriter {
@@ -47,4 +47,4 @@ class JsonWriter {
   bool first_ = true;  // nothing stands yet in the object or list at hand
 };
 
-}  // namespace automation
+}  // namespace workbench

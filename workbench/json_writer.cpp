@@ -1,10 +1,10 @@
-#include "automation/json_writer.h"
+#include "workbench/json_writer.h"
 
 #include <algorithm>
 
 #include "host/text/utf.h"
 
-namespace automation {
+namespace workbench {
 namespace {
 
 bool isAscii(std::string_view text) {
@@ -114,4 +114,4 @@ void JsonWriter::quote(std::string_view valid) {
   out_ += '"';
 }
 
-}  // namespace automation
+}  // namespace workbench

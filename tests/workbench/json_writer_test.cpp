@@ -1,4 +1,4 @@
-#include "automation/json_writer.h"
+#include "workbench/json_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-using automation::JsonWriter;
+using workbench::JsonWriter;
 
 TEST(JsonWriter, WritesWhatAReaderReads) {
   JsonWriter out;

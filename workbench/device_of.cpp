@@ -1,0 +1,35 @@
+#include "workbench/device_of.h"
+
+#include "workbench/command_address.h"
+#include "workbench/device_catalogue.h"
+
+namespace workbench {
+namespace {
+
+constexpr std::string_view DefaultPort = "8080";
+
+}  // namespace
+
+DeviceName deviceOf(std::string_view parameters) {
+  const std::string address = parameterValue(parameters, "address");
+  const std::string socket = parameterValue(parameters, "socket");
+  const std::string identifier = parameterValue(parameters, "identifier");
+  const XmlDocument::XmlNode* found = nullptr;
+  for (const XmlDocument::XmlNode* device : DeviceCatalogue::devices()) {
+    const std::string port = device->Value("socket").ToUtf8();
+    if (device->Value("address").ToUtf8() != address ||
+        (port.empty() ? DefaultPort : port) != socket)
+      continue;
+    const bool exact = device->Value("identifier").ToUtf8() == identifier;
+    if (found == nullptr || exact) found = device;
+    if (exact) break;
+  }
+  DeviceName name{.id = {}, .name = {}, .address = commandAddress(parameters).shown.ToUtf8()};
+  if (found != nullptr) {
+    name.id = found->Value("id").ToUtf8();
+    name.name = found->Value("name").ToUtf8();
+  }
+  return name;
+}
+
+}  // namespace workbench
