@@ -1,5 +1,6 @@
 #include "workbench/sha256.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace workbench {
@@ -55,32 +56,40 @@ void takeBlock(State& state, const char* block) {
 
 }  // namespace
 
-std::array<std::uint8_t, 32> sha256(std::string_view bytes) {
-  State state = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
-                 0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
-  const std::uint64_t bits = static_cast<std::uint64_t>(bytes.size()) * 8;
+void Sha256::add(std::string_view bytes) {
+  bytes_ += bytes.size();
+  if (!held_.empty()) {
+    const std::size_t missing = std::min(BlockBytes - held_.size(), bytes.size());
+    held_ += bytes.substr(0, missing);
+    bytes.remove_prefix(missing);
+    if (held_.size() < BlockBytes) return;
+    takeBlock(state_, held_.data());
+    held_.clear();
+  }
   for (; bytes.size() >= BlockBytes; bytes.remove_prefix(BlockBytes))
-    takeBlock(state, bytes.data());
+    takeBlock(state_, bytes.data());
+  held_ = bytes;
+}
+
+std::string Sha256::text() {
+  constexpr char Hex[] = "0123456789abcdef";
   // What is left, a single bit, and the length in bits at the end of the last block.
-  std::string tail(bytes);
-  tail += '\x80';
-  while (tail.size() % BlockBytes != BlockBytes - 8) tail += '\0';
-  for (int shift = 56; shift >= 0; shift -= 8) tail += static_cast<char>(bits >> shift);
-  for (std::size_t at = 0; at < tail.size(); at += BlockBytes) takeBlock(state, tail.data() + at);
-  std::array<std::uint8_t, 32> digest{};
-  for (std::size_t i = 0; i < digest.size(); ++i)
-    digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - 8 * (i % 4)));
-  return digest;
+  const std::uint64_t bits = bytes_ * 8;
+  held_ += '\x80';
+  while (held_.size() % BlockBytes != BlockBytes - 8) held_ += '\0';
+  for (int shift = 56; shift >= 0; shift -= 8) held_ += static_cast<char>(bits >> shift);
+  for (std::size_t at = 0; at < held_.size(); at += BlockBytes)
+    takeBlock(state_, held_.data() + at);
+  std::string digits;
+  for (const std::uint32_t word : state_)
+    for (int shift = 28; shift >= 0; shift -= 4) digits += Hex[word >> shift & 15];
+  return digits;
 }
 
 std::string sha256Text(std::string_view bytes) {
-  constexpr char Hex[] = "0123456789abcdef";
-  std::string text;
-  for (const std::uint8_t byte : sha256(bytes)) {
-    text += Hex[byte >> 4];
-    text += Hex[byte & 15];
-  }
-  return text;
+  Sha256 digest;
+  digest.add(bytes);
+  return digest.text();
 }
 
 }  // namespace workbench

@@ -45,6 +45,21 @@ DialogWindow::DialogWindow(XCBaseDlg& dialog, QWidget* parent)
 
 DialogWindow::~DialogWindow() = default;
 
+bool DialogWindow::addToFoot(QWidget* button) {
+  auto* row = body_->foot() ? dynamic_cast<QBoxLayout*>(body_->foot()->layout()) : nullptr;
+  if (row == nullptr) return false;
+  // Behind the room between OK and Cancel, with as much of it on the other side.
+  int place = row->count();
+  for (int at = 0; at < row->count(); ++at)
+    if (row->itemAt(at)->expandingDirections().testFlag(Qt::Horizontal) &&
+        row->itemAt(at)->spacerItem() != nullptr)
+      place = at + 1;
+  row->insertWidget(place, button);
+  row->insertStretch(place + 1);
+  fit(true);
+  return true;
+}
+
 void DialogWindow::run() {
   QEventLoop loop;
   loop_ = &loop;

@@ -22,6 +22,10 @@ class DialogWindow : public QDialog {
   /// Shows the window and works on its events until the dialog has ended.
   void run();
 
+  /// Adds a button of the editor's own between the dialog's buttons. False, and nothing taken,
+  /// where the dialog has no such row.
+  bool addToFoot(QWidget* button);
+
   void done(int result) override;
 
  protected:

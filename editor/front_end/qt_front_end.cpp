@@ -109,6 +109,7 @@ DialogBody* QtFrontEnd::bodyOf(const XCBaseDlg& dialog) const {
 void QtFrontEnd::runModal(XCBaseDlg& dialog) {
   const Nested nested(*this);
   DialogWindow window(dialog, windowOf(dialog.GetParent()));
+  const std::unique_ptr<QObject> companion = makeCompanion_ ? makeCompanion_(window) : nullptr;
   modals_.push_back(&window);
   window.run();
   std::erase(modals_, &window);

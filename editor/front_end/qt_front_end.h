@@ -36,6 +36,11 @@ class QtFrontEnd : public host::FrontEnd {
     postedListener_ = std::move(listener);
   }
 
+  /// Makes what stands by a modal dialog's window as long as it is open, null for nothing.
+  void setCompanions(std::function<std::unique_ptr<QObject>(DialogWindow&)> make) {
+    makeCompanion_ = std::move(make);
+  }
+
   /// Called from the event loop after the last open dialog, message or file choice has gone.
   void setIdleListener(std::function<void()> listener) { idleListener_ = std::move(listener); }
   /// Whether a dialog, a message or a file choice is open: a handler then waits for it.
@@ -57,6 +62,7 @@ class QtFrontEnd : public host::FrontEnd {
   std::vector<DialogWindow*> modals_;
   std::function<void(const host::PostedMessage&)> postedListener_;
   std::function<void()> idleListener_;
+  std::function<std::unique_ptr<QObject>(DialogWindow&)> makeCompanion_;
   QObject queue_;
   int nested_ = 0;
   bool waiting_ = false;

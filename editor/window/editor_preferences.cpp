@@ -24,6 +24,7 @@ EditorPreferences EditorPreferences::load(const std::filesystem::path& folder) {
   preferences.language = settings.value("language", systemLanguage()).toString().toStdString();
   preferences.verifyNew = settings.value("verifyConnection/new", true).toBool();
   preferences.verifyExisting = settings.value("verifyConnection/existing", true).toBool();
+  preferences.readBack = settings.value("readBack", true).toBool();
   preferences.geometry = settings.value("window/geometry").toByteArray();
   preferences.splitter = settings.value("window/splitter").toByteArray();
   preferences.rightSplitter = settings.value("window/rightSplitter").toByteArray();
@@ -35,6 +36,7 @@ void EditorPreferences::save(const std::filesystem::path& folder) const {
   settings.setValue("language", QString::fromStdString(language));
   settings.setValue("verifyConnection/new", verifyNew);
   settings.setValue("verifyConnection/existing", verifyExisting);
+  settings.setValue("readBack", readBack);
   settings.setValue("window/geometry", geometry);
   settings.setValue("window/splitter", splitter);
   settings.setValue("window/rightSplitter", rightSplitter);

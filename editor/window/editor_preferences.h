@@ -12,7 +12,8 @@ struct EditorPreferences {
   std::string language = "en";
   bool verifyNew = true;
   bool verifyExisting = true;
-  QByteArray geometry;  ///< of the main window, as Qt keeps it
+  bool readBack = true;  ///< whether a section is read again after it was sent
+  QByteArray geometry;   ///< of the main window, as Qt keeps it
   QByteArray splitter;
   QByteArray rightSplitter;
 

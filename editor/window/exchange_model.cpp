@@ -4,8 +4,9 @@
 #include <array>
 
 #include "editor/qt_text.h"
+#include "editor/window/document_text.h"
 #include "host/time/date_time.h"
-#include "host/xml/xml_document.h"
+#include "workbench/section_name.h"
 
 namespace editor {
 namespace {
@@ -17,21 +18,8 @@ enum Column { timeColumn, sectionColumn, commandColumn, resultColumn };
 constexpr std::array Captions = {TextId::ExchangeTime, TextId::ExchangeSection,
                                  TextId::ExchangeCommand, TextId::ExchangeResult};
 
-// A person reads the beginning of a document; a table of many thousand nodes would stop the window.
-constexpr std::size_t MostCharacters = 400'000;
-
-QString indented(const std::string& xml) {
-  if (xml.empty()) return {};
-  XmlDocument document;
-  std::string text = document.Parse(xml) ? document.ToString(XmlDocument::Layout::indented) : xml;
-  const bool cut = text.size() > MostCharacters;
-  if (cut) text.resize(MostCharacters);
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())) +
-         (cut ? QStringLiteral("\n…\n") : QString());
-}
-
 QString titled(TextId title, const std::string& xml) {
-  const QString text = indented(xml);
+  const QString text = documentText(xml);
   return text.isEmpty() ? QString() : "── " + caption(title) + " ──\n" + text.trimmed() + "\n\n";
 }
 
@@ -45,16 +33,7 @@ QString ExchangeModel::documentsOf(const ExchangeEntry& entry) {
 }
 
 QString ExchangeModel::sectionOf(const ExchangeEntry& entry) {
-  // The section is the first element in the root: no need to read a long document for it.
-  const QString head =
-      QString::fromUtf8(entry.request.data(),
-                        static_cast<qsizetype>(std::min<std::size_t>(entry.request.size(), 512)));
-  qsizetype at = head.indexOf("<?xml") == 0 ? head.indexOf("?>") + 2 : 0;
-  at = head.indexOf('<', head.indexOf('<', at) + 1);
-  if (at < 0 || head.mid(at + 1, 1) == "/") return {};
-  qsizetype end = at + 1;
-  while (end < head.size() && head[end].isLetterOrNumber()) ++end;
-  return head.mid(at + 1, end - at - 1);
+  return QString::fromStdString(workbench::sectionOf(entry.request));
 }
 
 void ExchangeModel::append(const ExchangeEntry& entry) {
@@ -69,6 +48,20 @@ void ExchangeModel::append(const ExchangeEntry& entry) {
 void ExchangeModel::retranslate() {
   beginResetModel();
   endResetModel();
+}
+
+void ExchangeModel::remark(std::size_t exchange, const QString& line, const QString& details) {
+  if (exchange == 0 || exchange > static_cast<std::size_t>(times_.size())) return;
+  remarks_[exchange] = {line, details};
+  const int row = static_cast<int>(times_.size()) - static_cast<int>(exchange);
+  emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+QString ExchangeModel::shownTextOf(int row) const {
+  const ExchangeEntry& entry = entryAt(row);
+  const QString text = documentsOf(entry);
+  const auto remark = remarks_.constFind(entry.number);
+  return remark == remarks_.constEnd() ? text : remark->details + "\n" + text;
 }
 
 const ExchangeEntry& ExchangeModel::entryAt(int row) const {
@@ -96,6 +89,7 @@ QVariant ExchangeModel::data(const QModelIndex& index, int role) const {
     case commandColumn:
       return entry.command;
     case resultColumn:
+      if (remarks_.contains(entry.number)) return remarks_.value(entry.number).line;
       return entry.ok ? caption(TextId::ExchangeSucceeded)
                       : QString::fromStdString(entry.error).section('\n', 0, 0);
     default:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QHash>
 #include <QtCore/QStringList>
 
 #include "workbench/exchange_record.h"
@@ -14,12 +15,16 @@ class ExchangeModel : public QAbstractTableModel {
 
   /// An exchange ended: it joins the record.
   void append(const workbench::ExchangeEntry& entry);
+  /// Says something about the exchange with a number.
+  void remark(std::size_t exchange, const QString& line, const QString& details);
   /// The captions are to be read again.
   void retranslate();
 
   const workbench::ExchangeEntry& entryAt(int row) const;
   /// What was sent and received, as documents with one element a line.
   static QString documentsOf(const workbench::ExchangeEntry& entry);
+  /// The same for a row, with what was said about the exchange in front.
+  QString shownTextOf(int row) const;
   /// The section that a command is about, "L04"; empty when its document names none.
   static QString sectionOf(const workbench::ExchangeEntry& entry);
 
@@ -30,8 +35,13 @@ class ExchangeModel : public QAbstractTableModel {
 
  private:
   const workbench::ExchangeRecord& record_;
-  QStringList times_;     // by exchange
-  QStringList sections_;  // by exchange
+  struct Remark {
+    QString line;
+    QString details;
+  };
+  QHash<std::size_t, Remark> remarks_;  // by the number of the exchange
+  QStringList times_;                   // by exchange
+  QStringList sections_;                // by exchange
 };
 
 }  // namespace editor

@@ -49,10 +49,14 @@ void ExchangeView::append(const workbench::ExchangeEntry& entry) {
   table_->scrollToTop();
 }
 
+void ExchangeView::remark(std::size_t exchange, const QString& line, const QString& details) {
+  model_.remark(exchange, line, details);
+  showDocuments();
+}
+
 void ExchangeView::showDocuments() {
   const QModelIndex current = table_->currentIndex();
-  documents_->setPlainText(
-      current.isValid() ? ExchangeModel::documentsOf(model_.entryAt(current.row())) : QString());
+  documents_->setPlainText(current.isValid() ? model_.shownTextOf(current.row()) : QString());
 }
 
 }  // namespace editor

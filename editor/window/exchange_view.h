@@ -15,6 +15,9 @@ class ExchangeView : public QSplitter {
   ExchangeView(const workbench::ExchangeRecord& record, QWidget* parent);
 
   void append(const workbench::ExchangeEntry& entry);
+  /// Says something about an exchange: a line in place of its result, and more in front of its
+  /// documents.
+  void remark(std::size_t exchange, const QString& line, const QString& details);
   void retranslate() { model_.retranslate(); }
 
  private:

@@ -11,6 +11,9 @@
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
 
+#include "editor/dialogs/dialog_window.h"
+#include "editor/history/history_view.h"
+#include "editor/history/page_companion.h"
 #include "editor/images.h"
 #include "editor/qt_text.h"
 #include "editor/window/banner.h"
@@ -44,7 +47,8 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
       preferences_(std::move(preferences)),
       texts_(std::move(texts)),
       wnd_(*this),
-      actions_(this, [this] { return isBusy(); }) {
+      actions_(this, [this] { return isBusy(); }),
+      readBack_(workspace.record(), [this] { return exchange_.isRunning(); }) {
   setWindowIcon(imageIcon(XCVarnisSetup::Get().ProgramIDResource()));
   makeActions();
   makeWidgets();
@@ -54,6 +58,7 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
   restorePlace();
   workspace_.record().setListener(
       [this](const workbench::ExchangeEntry& entry) { exchanges_->append(entry); });
+  makeHistory();
   frontEnd_.setPostedListener([this](const host::PostedMessage& message) { noteMessage(message); });
   frontEnd_.setIdleListener([this] {
     save();
@@ -66,6 +71,11 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
 
 MainWindow::~MainWindow() {
   workspace_.record().setListener({});
+  if (workbench::SendLog* log = workspace_.log()) {
+    log->onEntry = nullptr;
+    log->onProblem = nullptr;
+  }
+  frontEnd_.setCompanions({});
   frontEnd_.setPostedListener({});
   frontEnd_.setIdleListener({});
 }
@@ -144,6 +154,32 @@ void MainWindow::makeGroups() {
   groups_->onNotice = [this](const QString& text) { statusBar()->showMessage(text); };
 }
 
+void MainWindow::makeHistory() {
+  workbench::SendLog* log = workspace_.log();
+  if (log != nullptr) {
+    log->onProblem = [this](const std::string& problem) {
+      statusBar()->showMessage(QString::fromStdString(problem));
+    };
+    history_ = new HistoryView(log->journal(), tabs_);
+    tabs_->insertTab(1, history_, caption(TextId::TabHistory));
+    log->onEntry = [this](const workbench::JournalEntry&) { history_->noteSend(); };
+  }
+  readBack_.onReport = [this](std::size_t exchange, const QString& line, const QString& details) {
+    exchanges_->remark(exchange, line, details);
+  };
+  frontEnd_.setCompanions([this, log](DialogWindow& window) -> std::unique_ptr<QObject> {
+    auto subject = subjectOf(window.body().dialog(), workspace_.record());
+    if (!subject) return nullptr;
+    auto companion = std::make_unique<PageCompanion>(
+        window, std::move(*subject), log ? &log->journal() : nullptr, workspace_.record());
+    companion->onSent = [this](const PageSubject& page, const XCBasicString& parameters,
+                               std::size_t exchange) {
+      if (preferences_.readBack) readBack_.order(page, parameters, exchange);
+    };
+    return companion;
+  });
+}
+
 void MainWindow::makeMenus() {
   menus_ = new MainMenus(*this, actions_, *groups_, *tree_);
   menus_->setParent(this);
@@ -153,6 +189,8 @@ void MainWindow::makeMenus() {
   menus_->addSwitch(TextId::VerifyExistingDevices, workspace_.settings().existing, [this](bool on) {
     preferences_.verifyExisting = workspace_.settings().existing = on;
   });
+  menus_->addSwitch(TextId::ReadBackSwitch, preferences_.readBack,
+                    [this](bool on) { preferences_.readBack = on; });
   menus_->addLanguages(preferences_.language,
                        [this](const std::string& language) { setLanguage(language); });
 }
@@ -162,7 +200,11 @@ void MainWindow::retranslate() {
   menus_->retranslate();
   groups_->retranslate();
   tabs_->setTabText(0, caption(TextId::TabExchanges));
-  tabs_->setTabText(1, caption(TextId::TabNotices));
+  tabs_->setTabText(tabs_->indexOf(notices_), caption(TextId::TabNotices));
+  if (history_ != nullptr) {
+    tabs_->setTabText(tabs_->indexOf(history_), caption(TextId::TabHistory));
+    history_->retranslate();
+  }
   exchanges_->retranslate();
   firstSteps_->retranslate();
   tree_->retranslate();
@@ -275,6 +317,8 @@ void MainWindow::showResult(const workbench::ActionResult& result) {
 void MainWindow::showChosen() {
   updateActions();
   if (isBusy()) return;
+  const XmlDocument::XmlNode* chosen = tree_->chosenDevice();
+  if (history_ != nullptr) history_->showDevice(chosen ? chosen->Value("id").ToUtf8() : "");
   if (XmlDocument::XmlNode* device = tree_->chosenDevice()) {
     panel_->showDevice(device, XCDriver::LockDriver(device->Value("id")));
     return pages_->setCurrentWidget(panel_);

@@ -6,6 +6,7 @@
 #include "editor/front_end/exchange_window.h"
 #include "editor/front_end/qt_front_end.h"
 #include "editor/front_end/widget_wnd.h"
+#include "editor/history/read_back.h"
 #include "editor/window/editor_preferences.h"
 #include "editor/window/window_actions.h"
 #include "workbench/workspace.h"
@@ -24,6 +25,7 @@ class ExchangeView;
 class FirstStepsPage;
 class GroupCommands;
 class MainMenus;
+class HistoryView;
 
 /// The editor's window: the configuration on the left, the chosen device with its options panel on
 /// the right, the exchanges and notices below it.
@@ -36,6 +38,7 @@ class MainWindow : public QMainWindow {
   ConfigurationTree& tree() const { return *tree_; }
   DevicePanel& panel() const { return *panel_; }
   QTabWidget& tabs() const { return *tabs_; }
+  HistoryView* history() const { return history_; }
   QAction* action(host::TextId text) const { return actions_.find(text); }
   Banner& banner() const { return *banner_; }
   MainMenus& menus() const { return *menus_; }
@@ -51,6 +54,7 @@ class MainWindow : public QMainWindow {
   void makeWidgets();
   void makeGroups();
   void makeMenus();
+  void makeHistory();
   void retranslate();
   void restorePlace();
 
@@ -81,6 +85,7 @@ class MainWindow : public QMainWindow {
   WindowActions actions_;
   GroupCommands* groups_ = nullptr;
   MainMenus* menus_ = nullptr;
+  ReadBack readBack_;
   Banner* banner_ = nullptr;
   ConfigurationTree* tree_ = nullptr;
   QSplitter* splitter_ = nullptr;
@@ -90,6 +95,7 @@ class MainWindow : public QMainWindow {
   DevicePanel* panel_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   ExchangeView* exchanges_ = nullptr;
+  HistoryView* history_ = nullptr;  // null where nothing is put on record
   QListWidget* notices_ = nullptr;
 };
 

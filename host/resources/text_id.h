@@ -369,6 +369,34 @@ enum class TextId : int {
   NodeColumn = 60368,
   ReferenceColumn = 60369,
   LampsInGroupNotice = 60370,  // takes the group's name and the number
+  TabHistory = 60400,
+  HistoryUser = 60401,
+  HistoryDevice = 60402,
+  HistoryAllSections = 60403,
+  HistoryMilliseconds = 60404,  // takes the milliseconds
+  HistoryReadBefore = 60405,
+  HistoryNothingReadBefore = 60406,
+  HistoryEmpty = 60407,
+  HistoryOfPage = 60408,
+  HistoryTitle = 60409,  // takes the section and the device
+  PutFormerBack = 60410,
+  PutSentIn = 60411,
+  ValuesPut = 60412,      // takes how many were put and how many were there
+  ValuesRefused = 60413,  // takes the values
+  NoValuesForPage = 60414,
+  HistoryUpload = 60415,  // takes name, bytes and digest
+  ReadBackSwitch = 60420,
+  ReadBackTaken = 60421,       // takes the number
+  ReadBackNotTaken = 60422,    // takes how many were not taken and of how many
+  ReadBackRow = 60423,         // takes what, what was sent and what is there
+  ReadBackPending = 60424,     // takes the moment
+  DraftOffer = 60430,          // takes the moment
+  CertificateUnknown = 60440,  // takes address, cause and fingerprint
+  CertificateChanged = 60441,  // takes address and fingerprint
+  ForgetCertificate = 60442,
+  NoCertificateTrusted = 60443,
+  TrustNotStored = 60444,        // takes the cause
+  CertificateForgotten = 60445,  // takes the device
 };
 
 /// The text's number as XCLoadString and the catalogues know it.

@@ -1,0 +1,168 @@
+#include "editor/history/history_view.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QVBoxLayout>
+
+#include "editor/qt_text.h"
+
+namespace editor {
+namespace {
+
+using host::TextId;
+using workbench::JournalEntry;
+
+// Sample texts that give the columns their widths.
+constexpr const char* Samples[] = {"00/00/0000 00:00:00_", "engineer_", "Main street___",
+                                   "Section_", "Command_"};
+
+QPlainTextEdit* documentPane(QWidget* parent) {
+  auto* pane = new QPlainTextEdit(parent);
+  pane->setReadOnly(true);
+  pane->setLineWrapMode(QPlainTextEdit::NoWrap);
+  pane->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  return pane;
+}
+
+QWidget* column(QSplitter* parent, QWidget* head, QWidget* body) {
+  auto* frame = new QWidget(parent);
+  auto* layout = new QVBoxLayout(frame);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
+  layout->addWidget(head);
+  layout->addWidget(body, 1);
+  return frame;
+}
+
+}  // namespace
+
+HistoryView::HistoryView(const workbench::SendJournal& journal, QWidget* parent)
+    : QWidget(parent),
+      journal_(journal),
+      sections_(new QComboBox(this)),
+      table_(new QTableView(this)),
+      empty_(new QLabel(table_)),
+      sentTitle_(new QLabel(this)),
+      beforeTitle_(new QLabel(this)),
+      sent_(documentPane(this)),
+      before_(documentPane(this)) {
+  makeTable();
+  auto* splitter = new QSplitter(Qt::Horizontal, this);
+  splitter->setChildrenCollapsible(false);
+  column(splitter, sections_, table_);
+  column(splitter, sentTitle_, sent_);
+  column(splitter, beforeTitle_, before_);
+  splitter->setSizes({1500, 720, 720});
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 2, 0, 0);
+  layout->addWidget(splitter);
+  retranslate();
+  connect(sections_, &QComboBox::currentIndexChanged, this, [this] { reload(); });
+  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this] { showChosen(); });
+}
+
+void HistoryView::makeTable() {
+  table_->setModel(&model_);
+  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table_->setSelectionMode(QAbstractItemView::SingleSelection);
+  table_->setShowGrid(false);
+  table_->setWordWrap(false);
+  table_->setTabKeyNavigation(false);
+  table_->verticalHeader()->hide();
+  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
+  table_->horizontalHeader()->setHighlightSections(false);
+  table_->horizontalHeader()->setStretchLastSection(true);
+  table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  int columnNumber = 0;
+  for (const char* sample : Samples)
+    table_->setColumnWidth(columnNumber++, table_->fontMetrics().horizontalAdvance(sample));
+  empty_->setWordWrap(true);
+  empty_->setAlignment(Qt::AlignCenter);
+  auto* over = new QVBoxLayout(table_);
+  over->addWidget(empty_);
+}
+
+void HistoryView::showDevice(const std::string& id) {
+  if (id == device_ && !stale_) return;
+  device_ = id;
+  noteSend();
+}
+
+void HistoryView::fixSection(const std::string& section) {
+  sections_->clear();
+  sections_->addItem(QString::fromStdString(section), QString::fromStdString(section));
+  sections_->setEnabled(false);
+  sections_->hide();
+}
+
+void HistoryView::noteSend() {
+  stale_ = true;
+  if (isVisible()) reload();
+}
+
+void HistoryView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (stale_) reload();
+}
+
+void HistoryView::retranslate() {
+  sentTitle_->setText(caption(TextId::ExchangeSent));
+  beforeTitle_->setText(caption(TextId::HistoryReadBefore));
+  empty_->setText(caption(TextId::HistoryEmpty));
+  fillSections();
+  model_.retranslate();
+  if (model_.rowCount() > 0) choose(0);
+  showChosen();
+}
+
+// The sections of the pages; what else is sent shows under all.
+void HistoryView::fillSections() {
+  if (!sections_->isEnabled()) return;
+  const QVariant kept = sections_->currentData();
+  const QSignalBlocker quiet(sections_);
+  sections_->clear();
+  sections_->addItem(caption(TextId::HistoryAllSections), QString());
+  for (const char* section :
+       {"E01", "E02", "E03", "E04", "E05", "E06", "E07", "E08", "E09", "E11", "E13", "E17", "C06"})
+    sections_->addItem(section, section);
+  sections_->setCurrentIndex(std::max(sections_->findData(kept), 0));
+}
+
+void HistoryView::reload() {
+  stale_ = false;
+  table_->setColumnHidden(HistoryModel::deviceColumn, !device_.empty());
+  const std::string section = sections_->currentData().toString().toStdString();
+  model_.show(journal_.entries(
+      [&](const JournalEntry& entry) {
+        return (device_.empty() || entry.deviceId == device_) &&
+               (section.empty() || entry.section == section);
+      },
+      Most));
+  empty_->setVisible(model_.rowCount() == 0);
+  if (model_.rowCount() > 0) choose(0);
+  showChosen();
+}
+
+const JournalEntry* HistoryView::chosen() const {
+  const QModelIndex current = table_->currentIndex();
+  return current.isValid() ? &model_.entryAt(current.row()) : nullptr;
+}
+
+void HistoryView::choose(int row) {
+  table_->selectRow(row);
+}
+
+void HistoryView::showChosen() {
+  const JournalEntry* entry = chosen();
+  sent_->setPlainText(entry ? HistoryModel::sentText(*entry) : QString());
+  before_->setPlainText(entry ? HistoryModel::beforeText(*entry) : QString());
+  if (onChosen) onChosen();
+}
+
+}  // namespace editor

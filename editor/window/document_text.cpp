@@ -1,0 +1,38 @@
+#include "editor/window/document_text.h"
+
+#include "host/xml/xml_document.h"
+#include "workbench/page_values.h"
+
+namespace editor {
+namespace {
+
+// A person reads the beginning of a document; a table of many thousand nodes would stop the window.
+constexpr std::size_t MostCharacters = 400'000;
+
+QString cutText(std::string text) {
+  const bool cut = text.size() > MostCharacters;
+  if (cut) text.resize(MostCharacters);
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())) +
+         (cut ? QStringLiteral("\n…\n") : QString());
+}
+
+}  // namespace
+
+QString documentText(const std::string& xml) {
+  if (xml.empty()) return {};
+  XmlDocument document;
+  return cutText(document.Parse(xml) ? document.ToString(XmlDocument::Layout::indented) : xml);
+}
+
+QString sectionText(const std::string& xml, const std::string& section) {
+  XmlDocument document;
+  const XmlDocument::XmlNode* element = nullptr;
+  if (document.Parse(xml)) element = workbench::sectionElement(document, section);
+  if (element == nullptr) return documentText(xml);
+  XmlDocument alone;
+  alone.Create(element->TagName()) = *element;
+  std::string text = alone.ToString(XmlDocument::Layout::indented);
+  return cutText(text.substr(text.find('\n') + 1));
+}
+
+}  // namespace editor

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <string>
+
+namespace editor {
+
+/// A document for a person to read: an element a line, a very long one cut. A text that is no
+/// document stays as it is.
+QString documentText(const std::string& xml);
+
+/// The same of one section of a request or a reply; the whole document where it lacks the section.
+QString sectionText(const std::string& xml, const std::string& section);
+
+}  // namespace editor
