@@ -1,6 +1,8 @@
 #include "workbench/credential_mask.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -80,6 +82,10 @@ std::string encodedValue(std::string_view parameters, std::string_view name) {
 std::string maskedXml(std::string xml) {
   for (const std::string_view name : Names) xml = masked(std::move(xml), name);
   return xml;
+}
+
+bool isPasswordName(std::string_view name) {
+  return std::find(std::begin(Names), std::end(Names), name) != std::end(Names);
 }
 
 std::string maskedParameters(std::string_view parameters) {

@@ -11,6 +11,9 @@ namespace workbench {
 /// elements FTPPwd, mailPassword and ftpPassword. Empty ones stay empty.
 std::string maskedXml(std::string xml);
 
+/// Whether an attribute or element of this name holds a password.
+bool isPasswordName(std::string_view name);
+
 /// URI parameters with the value of `ftpPassword` replaced by "***", unless it is empty.
 std::string maskedParameters(std::string_view parameters);
 

@@ -1,5 +1,6 @@
 #include "workbench/device_of.h"
 
+#include "host/dialogs/base_dlg.h"
 #include "workbench/command_address.h"
 #include "workbench/device_catalogue.h"
 
@@ -30,6 +31,15 @@ DeviceName deviceOf(std::string_view parameters) {
     name.name = found->Value("name").ToUtf8();
   }
   return name;
+}
+
+std::string addressOf(const XmlDocument::XmlNode& device) {
+  XCBasicString parameters;
+  const XCBasicString port = device.Value("socket");
+  XCBaseDlg::addUriParam(parameters, u"address", device.Value("address"), true);
+  XCBaseDlg::addUriParam(parameters, u"socket", port.IsEmpty() ? XCBasicString(u"8080") : port,
+                         false);
+  return commandAddress(parameters.ToUtf8()).shown.ToUtf8();
 }
 
 }  // namespace workbench

@@ -52,6 +52,9 @@ ExchangeReply incomplete(const HttpAnswer& answer, const CommandAddress& address
                     std::max<std::size_t>(limit / (1024 * 1024), 1));
     case End::certificate:
       return failed(TextId::CertificateNotVerified, address.shown, cause);
+    case End::otherCertificate:
+      return failed(TextId::CertificateChanged, address.shown,
+                    XCBasicString::FromUtf8(shownFingerprint(answer.fingerprint)));
     case End::address:
       return failed(TextId::AddressNotUsable, address.shown);
     default:
@@ -86,24 +89,51 @@ HttpLimits HttpLimits::within(std::chrono::milliseconds time) {
   return limits;
 }
 
+HttpAnswer HttpCommandChannel::post(const host::ExchangeRequest& request, HttpPost& post) const {
+  const Announced announced(progress_, request);
+  return httpPost(post, progress_);
+}
+
+// The certificate is looked at on a connection of its own; the command goes only to one with the
+// fingerprint that the person saw. A failure that is to be told in place of the answer, or none.
+std::optional<ExchangeReply> HttpCommandChannel::askForTrust(const CommandAddress& address,
+                                                             const host::ExchangeRequest& request,
+                                                             HttpPost& post,
+                                                             HttpAnswer& answer) const {
+  if (trust_ == nullptr || !judge_) return std::nullopt;
+  post.onlyLook = true;
+  const HttpAnswer look = this->post(request, post);
+  post.onlyLook = false;
+  if (look.fingerprint.empty() || !judge_({.address = address.shown,
+                                           .cause = XCBasicString::FromUtf8(answer.cause),
+                                           .fingerprint = shownFingerprint(look.fingerprint)}))
+    return std::nullopt;
+  std::string cause;
+  if (!trust_->trust(address.shown.ToUtf8(), look.fingerprint, cause))
+    return failed(TextId::TrustNotStored, XCBasicString::FromUtf8(cause));
+  post.onlyCertificate = look.fingerprint;
+  answer = this->post(request, post);
+  return std::nullopt;
+}
+
 ExchangeReply HttpCommandChannel::exchange(const host::ExchangeRequest& request) {
   const std::string parameters = request.uriParameters.ToUtf8();
   const CommandAddress address = commandAddress(parameters);
   if (!address.usable) return failed(TextId::AddressNotUsable, address.shown);
 
-  HttpAnswer answer;
-  {
-    HttpPost post{
-        .url = address.url(request.command, parameters),
-        .body = request.document != nullptr ? request.document->ToString() : "",
-        .connectTime = limits_.connect,
-        .wholeTime = request.command == FirmwareUpload ? limits_.wholeFirmware : limits_.whole,
-        .replyBytes = limits_.replyBytes,
-        .keepBody = request.kind == host::CommandKind::get,
-        .authorities = authorities_};
-    const Announced announced(progress_, request);
-    answer = httpPost(post, progress_);
-  }
+  HttpPost post{
+      .url = address.url(request.command, parameters),
+      .body = request.document != nullptr ? request.document->ToString() : "",
+      .connectTime = limits_.connect,
+      .wholeTime = request.command == FirmwareUpload ? limits_.wholeFirmware : limits_.whole,
+      .replyBytes = limits_.replyBytes,
+      .keepBody = request.kind == host::CommandKind::get,
+      .authorities = authorities_};
+  if (trust_ != nullptr && address.secure)
+    post.onlyCertificate = trust_->find(address.shown.ToUtf8()).value_or(std::string());
+  HttpAnswer answer = this->post(request, post);
+  if (answer.end == HttpAnswer::End::certificate)
+    if (auto failure = askForTrust(address, request, post, answer)) return std::move(*failure);
   if (answer.end == HttpAnswer::End::cancelled)
     return {.status = ExchangeReply::Status::cancelled, .document = {}, .error = {}};
   if (answer.end != HttpAnswer::End::complete)

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "workbench/base64.h"
+#include "workbench/sha256.h"
+
 namespace workbench {
 namespace {
 
@@ -55,6 +58,8 @@ class Transfer {
   bool prepare();
   void setRequest();
   void setRules();
+  bool looksAtCertificate() const { return post_.onlyLook || !post_.onlyCertificate.empty(); }
+  void takeFingerprint();
   bool perform();
   void tellProgress();
   HttpAnswer finish(CURLcode code);
@@ -62,6 +67,7 @@ class Transfer {
   long status() const;
   long systemError() const;
 
+  static int prerequisite(void* self, char*, char*, int, int);
   static std::size_t header(char* data, std::size_t size, std::size_t count, void* self);
   static std::size_t receive(char* data, std::size_t size, std::size_t count, void* self);
   bool take(std::string_view piece);
@@ -78,6 +84,8 @@ class Transfer {
   std::size_t headerBytes_ = 0;
   curl_off_t sentNow_ = 0;
   curl_off_t receivedNow_ = 0;
+  std::string fingerprint_;
+  bool refusedCertificate_ = false;
   bool headersEnded_ = false;
   bool moved_ = false;
   bool tooLarge_ = false;
@@ -136,7 +144,39 @@ void Transfer::setRules() {
   curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
   curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
   curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+  if (looksAtCertificate()) {
+    // The certificate is compared by prerequisite(), when it is there and before a byte is sent.
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 0L);
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 0L);
+    curl_easy_setopt(easy, CURLOPT_CERTINFO, 1L);
+    curl_easy_setopt(easy, CURLOPT_PREREQFUNCTION, &Transfer::prerequisite);
+    curl_easy_setopt(easy, CURLOPT_PREREQDATA, this);
+  }
   if (!post_.authorities.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, post_.authorities.c_str());
+}
+
+// Of the first certificate, the controller's own, as the library tells it.
+void Transfer::takeFingerprint() {
+  constexpr std::string_view Name = "Cert:";
+  constexpr std::string_view Begin = "-----BEGIN CERTIFICATE-----";
+  curl_certinfo* chain = nullptr;
+  if (curl_easy_getinfo(easy_.get(), CURLINFO_CERTINFO, &chain) != CURLE_OK || chain == nullptr ||
+      chain->num_of_certs < 1)
+    return;
+  for (const curl_slist* entry = chain->certinfo[0]; entry != nullptr; entry = entry->next) {
+    const std::string_view text(entry->data);
+    const std::size_t begin = text.find(Begin);
+    if (text.starts_with(Name) && begin != std::string_view::npos)
+      fingerprint_ = sha256Text(decodeBase64(text.substr(begin + Begin.size())));
+  }
+}
+
+int Transfer::prerequisite(void* self, char*, char*, int, int) {
+  auto& transfer = *static_cast<Transfer*>(self);
+  transfer.takeFingerprint();
+  transfer.refusedCertificate_ = transfer.post_.onlyLook || transfer.fingerprint_.empty() ||
+                                 transfer.fingerprint_ != transfer.post_.onlyCertificate;
+  return transfer.refusedCertificate_ ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
 }
 
 long Transfer::status() const {
@@ -221,6 +261,7 @@ bool Transfer::perform() {
 
 HttpAnswer::End Transfer::endOf(CURLcode code) const {
   using End = HttpAnswer::End;
+  if (refusedCertificate_) return End::otherCertificate;
   if (tooLarge_) return End::tooLarge;
   if (enoughOfError_) return End::complete;
   switch (code) {
@@ -253,6 +294,7 @@ HttpAnswer Transfer::finish(CURLcode code) {
   answer.cause = error_[0] != '\0' ? error_ : curl_easy_strerror(code);
   if (code == CURLE_COULDNT_CONNECT && systemError() != 0)
     answer.cause = std::generic_category().message(static_cast<int>(systemError()));
+  answer.fingerprint = fingerprint_;
   answer.status = static_cast<int>(status());
   const char* type = nullptr;
   curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_TYPE, &type);

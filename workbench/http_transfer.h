@@ -20,6 +20,11 @@ struct HttpPost {
   std::size_t replyBytes = 0;  ///< most bytes of the answer's body
   bool keepBody = true;        ///< whether the body of a successful answer is wanted
   std::string authorities;     ///< file of certificates, empty for the system's
+  /// The fingerprint of the one certificate that is accepted, whoever vouches for it; empty to have
+  /// certificates verified. It is compared before anything is sent.
+  std::string onlyCertificate = {};
+  /// Ends when the certificate is known, without sending anything.
+  bool onlyLook = false;
 };
 
 /// How a POST ended.
@@ -33,14 +38,16 @@ struct HttpAnswer {
     closed,
     tooLarge,
     certificate,
+    otherCertificate,  ///< not the one that is accepted; also of a look
     address,
     failed,
   };
   End end = End::failed;
   std::string cause = {};  ///< for certificate and failed, in English
   int status = 0;
-  bool plainText = false;  ///< the body is of the type text/plain
-  std::string body = {};   ///< of a status other than 200 at least the beginning
+  bool plainText = false;        ///< the body is of the type text/plain
+  std::string fingerprint = {};  ///< of the certificate, where it was looked at
+  std::string body = {};         ///< of a status other than 200 at least the beginning
 };
 
 /// Sends a POST and waits for its answer, with @p progress kept alive when there is one.

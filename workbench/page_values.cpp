@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/ui/user_input.h"
+#include "workbench/control_value.h"
 
 namespace workbench {
 namespace {
@@ -28,24 +29,6 @@ void addAttributes(const Node& element, PageValues::Row& row) {
   }
 }
 
-bool sameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return lower(x) == lower(y);
-  });
-}
-
-// What a control holds, as the section writes it.
-std::u16string valueIn(const Control& control) {
-  if (const auto* combo = dynamic_cast<const host::ComboControl*>(&control)) {
-    const auto data = combo->selectedData();
-    return data && *data > 0 ? std::u16string(1, static_cast<char16_t>(*data)) : std::u16string();
-  }
-  if (const auto* check = dynamic_cast<const host::CheckControl*>(&control))
-    return check->isOn() ? u"Y" : u"N";
-  return control.text().str();
-}
-
 host::Outcome enter(UserInput& user, Control& control, const std::u16string& value) {
   if (auto* combo = dynamic_cast<host::ComboControl*>(&control)) {
     for (std::size_t item = 0; item < combo->items().size(); ++item)
@@ -56,19 +39,6 @@ host::Outcome enter(UserInput& user, Control& control, const std::u16string& val
   if (auto* check = dynamic_cast<host::CheckControl*>(&control))
     return user.check(*check, value == u"Y");
   return user.type(control, value);
-}
-
-bool takesValues(const Control& control) {
-  return dynamic_cast<const host::EditControl*>(&control) != nullptr ||
-         dynamic_cast<const host::ComboControl*>(&control) != nullptr ||
-         dynamic_cast<const host::IpControl*>(&control) != nullptr ||
-         control.kind() == host::ControlKind::check;
-}
-
-Control* namedLike(const XCBaseDlg& page, std::string_view attribute) {
-  for (const auto& control : page.Controls())
-    if (takesValues(*control) && sameName(control->name(), attribute)) return control.get();
-  return nullptr;
 }
 
 class Entry {
@@ -148,7 +118,7 @@ class Entry {
 
   Control* editOf(const std::string& name) {
     const auto [place, isNew] = edits_.try_emplace(name, nullptr);
-    if (isNew) place->second = namedLike(page_, name);
+    if (isNew) place->second = controlNamedLike(page_, name);
     return place->second;
   }
 

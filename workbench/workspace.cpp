@@ -12,9 +12,12 @@ Workspace::Workspace(const ProgramPaths& paths, WorkspaceOptions options)
   if (options_.plugin.empty()) options_.plugin = paths_.plugin;
   if (options_.now) clock_.fix(*options_.now);
   if (options_.answerWithin) channel_.setLimits(HttpLimits::within(*options_.answerWithin));
-  if (!options_.state.empty())
+  if (!options_.state.empty()) {
     log_ = std::make_unique<SendLog>(SendJournal(options_.state / "journal"), record_,
                                      options_.program);
+    trust_ = std::make_unique<TrustedCertificates>(options_.state / "trust" / "certificates.json");
+    channel_.setTrust(trust_.get());
+  }
   settings_.created = options_.verifyNew;
   settings_.existing = options_.verifyExisting;
 }

@@ -59,6 +59,8 @@ class Workspace {
   ExchangeRecord& record() { return record_; }
   /// What puts sends on record; null without a state folder.
   SendLog* log() { return log_.get(); }
+  /// The certificates that the person trusts; null without a state folder.
+  const TrustedCertificates* trust() const { return trust_.get(); }
   VerificationSettings& settings() { return settings_; }
 
  private:
@@ -70,6 +72,7 @@ class Workspace {
   HttpCommandChannel channel_;
   ExchangeRecord record_{channel_};
   std::unique_ptr<SendLog> log_;
+  std::unique_ptr<TrustedCertificates> trust_;
   ConfigurationStore store_;
   DeviceCatalogue catalogue_;
   DeviceActions actions_{store_, catalogue_};

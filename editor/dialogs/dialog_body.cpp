@@ -80,6 +80,7 @@ void DialogBody::orderTabs() {
 
 void DialogBody::noteChange() {
   if (pane_ != nullptr) pane_->note();
+  if (onNoted) onNoted();
   if (refreshQueued_) return;
   refreshQueued_ = true;
   QTimer::singleShot(0, this, [this] { refresh(); });

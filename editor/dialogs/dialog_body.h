@@ -35,6 +35,8 @@ class DialogBody : public QObject {
   /// Something differs from what is shown: refresh() follows.
   void noteChange();
   void refresh();
+  /// Called with every noteChange(), often within a gesture.
+  std::function<void()> onNoted;
   /// Called at the end of every refresh.
   std::function<void()> onRefreshed;
 

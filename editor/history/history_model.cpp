@@ -36,11 +36,10 @@ void HistoryModel::retranslate() {
   endResetModel();
 }
 
-QString HistoryModel::momentOf(const JournalEntry& entry) {
-  const QDateTime moment =
-      QDateTime::fromString(QString::fromStdString(entry.when), Qt::ISODateWithMs);
+QString HistoryModel::momentOf(const std::string& when) {
+  const QDateTime moment = QDateTime::fromString(QString::fromStdString(when), Qt::ISODateWithMs);
   return moment.isValid() ? moment.toLocalTime().toString("dd/MM/yyyy HH:mm:ss")
-                          : QString::fromStdString(entry.when);
+                          : QString::fromStdString(when);
 }
 
 QString HistoryModel::beforeText(const JournalEntry& entry) {
@@ -73,7 +72,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole) return {};
   switch (index.column()) {
     case timeColumn:
-      return momentOf(entry);
+      return momentOf(entry.when);
     case userColumn:
       return QString::fromStdString(entry.who);
     case deviceColumn:

@@ -19,8 +19,8 @@ class HistoryModel : public QAbstractTableModel {
   const workbench::JournalEntry& entryAt(int row) const {
     return entries_[static_cast<std::size_t>(row)];
   }
-  /// The moment of an entry in the local time, as the host's dialogs write dates.
-  static QString momentOf(const workbench::JournalEntry& entry);
+  /// A moment of the journal in the local time, as the host's dialogs write dates.
+  static QString momentOf(const std::string& when);
   /// What was sent, with a file's name and digest in place of its content, and the error in front.
   static QString sentText(const workbench::JournalEntry& entry);
   /// What was read of the section before, or that nothing was.

@@ -35,6 +35,10 @@ PageCompanion::~PageCompanion() {
   }
 }
 
+void PageCompanion::keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd) {
+  draft_ = std::make_unique<DraftKeeper>(folder, subject_, window_.body(), frontEnd);
+}
+
 void PageCompanion::addHistory() {
   auto* button = new QPushButton(caption(host::TextId::HistoryOfPage), &window_);
   button->setAutoDefault(false);

@@ -3,6 +3,7 @@
 #include <QtCore/QObject>
 #include <functional>
 
+#include "editor/history/draft_keeper.h"
 #include "editor/history/page_subject.h"
 #include "workbench/send_journal.h"
 
@@ -20,6 +21,9 @@ class PageCompanion : public QObject {
   PageCompanion(DialogWindow& window, PageSubject subject, const workbench::SendJournal* journal,
                 const workbench::ExchangeRecord& record);
   ~PageCompanion() override;
+
+  /// Keeps what is entered in @p folder from now on.
+  void keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd);
 
   const PageSubject& subject() const { return subject_; }
   /// Null for a window without a row of buttons at its foot.
@@ -39,6 +43,7 @@ class PageCompanion : public QObject {
   const workbench::ExchangeRecord& record_;
   const std::size_t before_;  // exchanges when the page opened
   QPushButton* history_ = nullptr;
+  std::unique_ptr<DraftKeeper> draft_;
 };
 
 }  // namespace editor

@@ -38,6 +38,8 @@ MainMenus::MainMenus(QMainWindow& window, WindowActions& actions, GroupCommands&
   configuration->addAction(action(TextId::ActionQuit));
   QMenu* device = addMenu(TextId::MenuDevice);
   for (const TextId text : DeviceActions) device->addAction(action(text));
+  device->addSeparator();
+  device->addAction(action(TextId::ForgetCertificate));
   QMenu* group = addMenu(TextId::MenuGroup);
   for (const TextId text : groups_.groupActions()) group->addAction(action(text));
   group->insertMenu(action(TextId::ActionTakeOut), &groups_.addToMenu());

@@ -25,6 +25,7 @@
 #include "editor/window/main_menus.h"
 #include "editor/window/start.h"
 #include "host/services/setup.h"
+#include "workbench/device_of.h"
 
 namespace editor {
 namespace {
@@ -59,10 +60,18 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
   workspace_.record().setListener(
       [this](const workbench::ExchangeEntry& entry) { exchanges_->append(entry); });
   makeHistory();
+  workspace_.channel().setJudge([this](const workbench::CertificateQuestion& question) {
+    const XCBasicString text =
+        XCBasicString::Format(XCLoadString(TextId::CertificateUnknown), question.address,
+                              question.cause, XCBasicString::FromUtf8(question.fingerprint));
+    return frontEnd_.ask({nullptr, text, host::MessageButtons::yesNo,
+                          host::MessageIcon::warning}) == host::MessageAnswer::yes;
+  });
   frontEnd_.setPostedListener([this](const host::PostedMessage& message) { noteMessage(message); });
   frontEnd_.setIdleListener([this] {
     save();
     reload();
+    updateActions();
   });
   const auto devices = workbench::DeviceCatalogue::devices();
   if (!devices.empty()) tree_->chooseDevice(devices.front()->Value("id"));
@@ -76,6 +85,7 @@ MainWindow::~MainWindow() {
     log->onProblem = nullptr;
   }
   frontEnd_.setCompanions({});
+  workspace_.channel().setJudge({});
   frontEnd_.setPostedListener({});
   frontEnd_.setIdleListener({});
 }
@@ -95,6 +105,7 @@ void MainWindow::makeActions() {
   actions_.add(TextId::ActionOptions, "ZELLAMPMANAGER-50.png", [this] { configure(); });
   actions_.add(TextId::ActionUpdateNodes, "4527.png", [this] { updateNodes(); })
       ->setShortcut(QKeySequence::Refresh);
+  actions_.add(TextId::ForgetCertificate, "", [this] { forgetCertificate(); });
   actions_.add(TextId::ActionQuit, "EXIT-16.png", [this] { close(); })
       ->setShortcut(QKeySequence::Quit);
 }
@@ -176,6 +187,8 @@ void MainWindow::makeHistory() {
                                std::size_t exchange) {
       if (preferences_.readBack) readBack_.order(page, parameters, exchange);
     };
+    if (log != nullptr && !companion->subject().device.id.empty())
+      companion->keepDraft(log->journal().folder().parent_path() / "drafts", frontEnd_);
     return companion;
   });
 }
@@ -307,6 +320,17 @@ void MainWindow::updateNodes() {
     showResult(workspace_.actions().updateNodes(&wnd_, *device));
 }
 
+void MainWindow::forgetCertificate() {
+  const XmlDocument::XmlNode* device = tree_->chosenDevice();
+  if (device == nullptr || workspace_.trust() == nullptr) return;
+  std::string cause;
+  if (!workspace_.trust()->forget(workbench::addressOf(*device), cause))
+    return showResult({false, XCBasicString::Format(XCLoadString(TextId::TrustNotStored),
+                                                    XCBasicString::FromUtf8(cause))});
+  statusBar()->showMessage(caption(TextId::CertificateForgotten, device->Value("name")));
+  updateActions();
+}
+
 void MainWindow::showResult(const workbench::ActionResult& result) {
   if (result.done) return;
   frontEnd_.ask({&wnd_, result.reason, host::MessageButtons::ok, host::MessageIcon::warning});
@@ -362,6 +386,11 @@ void MainWindow::updateActions() {
   actions_.allow(TextId::ActionUpdateNodes, define);
   actions_.allow(TextId::ActionRemove, chosen(ActionResult::ifWritable(workspace_.store())));
   actions_.allow(TextId::ActionOptions, chosen({}));
+  const bool trusts = device != nullptr && workspace_.trust() != nullptr &&
+                      workspace_.trust()->find(workbench::addressOf(*device)).has_value();
+  actions_.allow(
+      TextId::ForgetCertificate,
+      chosen(trusts ? ActionResult{} : ActionResult::refused(TextId::NoCertificateTrusted)));
   firstSteps_->button().setEnabled(create.done);
   firstSteps_->button().setToolTip(qtText(create.reason));
   groups_->update();

@@ -63,6 +63,7 @@ class MainWindow : public QMainWindow {
   void removeDevice();
   void configure();
   void updateNodes();
+  void forgetCertificate();
 
   void showResult(const workbench::ActionResult& result);
   void showChosen();

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -80,14 +81,33 @@ void TlsServer::writeCertificate(const std::filesystem::path& file) const {
   PEM_write_X509(out.get(), SSL_CTX_get0_certificate(context_));
 }
 
+std::string TlsServer::fingerprint() const {
+  unsigned char digest[EVP_MAX_MD_SIZE];
+  unsigned int size = 0;
+  X509_digest(SSL_CTX_get0_certificate(context_), EVP_sha256(), digest, &size);
+  std::string text;
+  for (unsigned int i = 0; i < size; ++i) {
+    char pair[4];
+    std::snprintf(pair, sizeof pair, i == 0 ? "%02X" : ":%02X", digest[i]);
+    text += pair;
+  }
+  return text;
+}
+
 void TlsServer::serve() {
   // A client that refuses the certificate goes away; only this thread is to bear that.
   sigset_t pipe;
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);
   ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
-  const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-  if (socket < 0) return;
+  for (;;) {
+    const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    if (socket < 0) return;
+    serveOne(socket);
+  }
+}
+
+void TlsServer::serveOne(int socket) {
   SSL* tls = SSL_new(context_);
   SSL_set_fd(tls, socket);
   if (SSL_accept(tls) == 1) {
@@ -99,6 +119,7 @@ void TlsServer::serve() {
       if (count <= 0) break;
       request.append(block, static_cast<std::size_t>(count));
     }
+    if (!request.empty()) ++requests_;
     SSL_write(tls, answer_.data(), static_cast<int>(answer_.size()));
     SSL_shutdown(tls);
   }

@@ -64,9 +64,14 @@ void PageRig::work(std::vector<std::function<void()>> steps) {
 
 // The next one is planned before this one is done: it may open a dialog and wait for its end.
 void PageRig::next() {
-  if (exchange_.isRunning()) {
+  const bool waits = awaited_ && !awaited_() && !patience_.hasExpired();
+  if (exchange_.isRunning() || waits) {
     QTimer::singleShot(LookAgain, window_.get(), [this] { next(); });
     return;
+  }
+  if (awaited_) {
+    EXPECT_TRUE(awaited_()) << "waited in vain before step " << step_;
+    awaited_ = nullptr;
   }
   if (step_ < steps_.size()) {
     QTimer::singleShot(LookAgain, window_.get(), [this] { next(); });
@@ -92,6 +97,13 @@ std::function<void()> PageRig::typed(const char* name, const char* text) {
     edit->setFocus();
     QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(edit, text);
+  };
+}
+
+std::function<void()> PageRig::until(std::function<bool()> holds, int milliseconds) {
+  return [this, holds = std::move(holds), milliseconds] {
+    awaited_ = holds;
+    patience_.setRemainingTime(milliseconds);
   };
 }
 

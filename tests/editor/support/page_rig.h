@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -31,10 +32,17 @@ class PageRig : public testing::Test {
   std::function<void()> press(const char* control);
   std::function<void()> typed(const char* control, const char* text);
 
+  /// The next step waits until this holds, with the windows alive.
+  std::function<void()> until(std::function<bool()> holds, int milliseconds = 5'000);
+
   XCBaseDlg& page();
   host::Control& control(const char* name);
   std::string text(const char* name) { return control(name).text().ToUtf8(); }
-  std::filesystem::path state() const { return folder_.path() / "state"; }
+  std::filesystem::path state() const {
+    return stateFolder_.empty() ? folder_.path() / "state" : stateFolder_;
+  }
+
+  std::filesystem::path stateFolder_;  // one of another process; empty for the test's own
 
   support::TempFolder folder_;
   StreetController controller_;
@@ -49,6 +57,8 @@ class PageRig : public testing::Test {
 
   std::vector<std::function<void()>> steps_;
   std::size_t step_ = 0;
+  std::function<bool()> awaited_;
+  QDeadlineTimer patience_;
 };
 
 }  // namespace support

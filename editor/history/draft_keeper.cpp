@@ -1,0 +1,58 @@
+#include "editor/history/draft_keeper.h"
+
+#include "editor/history/history_model.h"
+#include "editor/qt_text.h"
+#include "workbench/send_log.h"
+
+namespace editor {
+
+DraftKeeper::DraftKeeper(const std::filesystem::path& folder, const PageSubject& subject,
+                         DialogBody& page, QtFrontEnd& frontEnd)
+    : page_(page),
+      frontEnd_(frontEnd),
+      store_(folder, subject.device.id, subject.written),
+      opened_(page.dialog()),
+      found_(store_.load()) {
+  if (!store_.isHeld()) return;
+  pause_.setSingleShot(true);
+  connect(&pause_, &QTimer::timeout, this, [this] { save(); });
+  page_.onNoted = [this] { note(); };
+  // In front of the page, which is shown first.
+  if (found_) QTimer::singleShot(0, this, [this] { offer(); });
+}
+
+DraftKeeper::~DraftKeeper() {
+  page_.onNoted = nullptr;
+  store_.drop();
+}
+
+void DraftKeeper::note() {
+  if (!pause_.isActive() || !since_.isValid()) since_.start();
+  if (!pause_.isActive() || since_.elapsed() < Longest - Pause) pause_.start(Pause);
+}
+
+void DraftKeeper::save() {
+  since_.invalidate();
+  if (page_.dialog().HasEnded()) return;
+  workbench::PageValues values = opened_.changed(page_.dialog());
+  if (values == saved_) return;
+  if (values.empty())
+    store_.drop();
+  else if (!store_.save({workbench::momentText(std::chrono::system_clock::now()), values}))
+    return;
+  saved_ = std::move(values);
+}
+
+void DraftKeeper::offer() {
+  if (page_.dialog().HasEnded()) return;
+  const QString when = HistoryModel::momentOf(found_->when);
+  const host::MessageAnswer answer = frontEnd_.ask(
+      {&page_.dialog(),
+       XCBasicString::Format(XCLoadString(host::TextId::DraftOffer), XCBasicString(hostText(when))),
+       host::MessageButtons::yesNo, host::MessageIcon::question});
+  if (answer != host::MessageAnswer::yes) return;
+  workbench::putValues(page_.dialog(), found_->values);
+  page_.noteChange();
+}
+
+}  // namespace editor

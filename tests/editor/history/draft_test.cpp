@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QProcess>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <fstream>
+
+#include "tests/editor/support/page_rig.h"
+
+namespace {
+
+class Draft : public support::PageRig {
+ protected:
+  void SetUp() override {
+    controller_.hold("L01", "<L01 name=\"old\" hourIni=\"10\" FTPPwd=\"secret\"/>");
+  }
+  std::vector<std::filesystem::path> drafts() const {
+    std::vector<std::filesystem::path> found;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(state() / "drafts", ignored))
+      if (entry.path().extension() == ".json") found.push_back(entry.path());
+    return found;
+  }
+  std::string draftText() const {
+    std::ifstream file(drafts().at(0));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  /// Waits for the pause in which the draft is written.
+  std::function<void()> awaitDraft() {
+    return until([this] { return !drafts().empty(); });
+  }
+  QMessageBox* offer() { return frontEnd_.topWindow()->findChild<QMessageBox*>(); }
+  std::function<void()> answerOffer(int button) {
+    return [this, button] {
+      QMessageBox* box = offer();
+      ASSERT_NE(box, nullptr);
+      EXPECT_TRUE(box->text().startsWith("[60430](")) << box->text().toStdString();
+      box->buttons().at(button)->click();
+    };
+  }
+  /// Leaves a draft behind as a program does that ends in the midst of its work.
+  void crash() {
+    start();
+    work({press("general"), typed("name", "typed"), awaitDraft(), [this] {
+            std::filesystem::copy_file(drafts().at(0), folder_.path() / "kept");
+            kept_ = drafts().at(0);
+          }});
+    std::filesystem::copy_file(folder_.path() / "kept", kept_);
+  }
+
+  std::filesystem::path kept_;
+};
+
+TEST_F(Draft, WhatIsTypedIsKeptForItsOwnerAndDroppedOnCancel) {
+  start();
+  work({press("general"), typed("name", "typed"), typed("FTPPwd", "hunter2"), awaitDraft(),
+        [this] {
+          const auto file = drafts().at(0);
+          struct stat found {};
+          ASSERT_EQ(::stat(file.c_str(), &found), 0);
+          EXPECT_EQ(found.st_mode & 0777U, 0600U);
+          ASSERT_EQ(::stat(file.parent_path().c_str(), &found), 0);
+          EXPECT_EQ(found.st_mode & 0777U, 0700U);
+          EXPECT_NE(draftText().find("\"name\":\"typed\""), std::string::npos) << draftText();
+          EXPECT_EQ(draftText().find("hunter2"), std::string::npos);
+          EXPECT_EQ(draftText().find("hourIni"), std::string::npos) << "it was not touched";
+        },
+        press("cancel"), [] {}});
+  EXPECT_TRUE(drafts().empty());
+}
+
+TEST_F(Draft, ItIsDroppedOnOk) {
+  start();
+  work({press("general"), typed("name", "typed"), awaitDraft(), press("ok"), [] {}});
+  EXPECT_EQ(controller_.writes().size(), 1U);
+  EXPECT_TRUE(drafts().empty());
+}
+
+TEST_F(Draft, WhatIsTypedBackIsNoDraft) {
+  start();
+  work({press("general"), typed("name", "typed"), awaitDraft(), typed("name", "old"),
+        until([this] { return drafts().empty(); }), [] {}});
+}
+
+TEST_F(Draft, AfterACrashItIsOfferedAndPutIntoThePage) {
+  crash();
+  start();
+  work({press("general"), [] {}, answerOffer(0), [this] { EXPECT_EQ(text("name"), "typed"); },
+        press("ok"), [] {}});
+  ASSERT_EQ(controller_.writes().size(), 1U);
+  EXPECT_NE(controller_.writes()[0].find("<E01 name=\"typed\"/>"), std::string::npos);
+  EXPECT_TRUE(drafts().empty());
+}
+
+TEST_F(Draft, NoLeavesThePageAsItWasRead) {
+  crash();
+  start();
+  work({press("general"), [] {}, answerOffer(1), [this] { EXPECT_EQ(text("name"), "old"); },
+        press("cancel"), [] {}});
+  EXPECT_TRUE(drafts().empty());
+}
+
+TEST_F(Draft, ADamagedDraftIsNotOffered) {
+  crash();
+  std::ofstream(kept_) << "{\"when\":\"x\",\"fields\":{\"name\":";
+  start();
+  work({press("general"), [] {}, [this] { EXPECT_EQ(offer(), nullptr); }});
+}
+
+// Rows are kept by their node.
+TEST_F(Draft, RowsOfATableComeBack) {
+  controller_.hold("L04",
+                   "<L04><Node nodeId='1' Reference='a' latitude='1' longitude='2'/>"
+                   "<Node nodeId='2' Reference='b' latitude='1' longitude='2'/></L04>");
+  start();
+  work({press("nodeTable"), typed("reference", "typed"), awaitDraft(), [this] {
+          EXPECT_NE(draftText().find("\"1\":{\"Reference\":\"typed\"}"), std::string::npos)
+              << draftText();
+        }});
+}
+
+// The other half of the next test: a process of its own that is killed while it waits.
+TEST_F(Draft, DISABLED_EditorThatIsKilled) {
+  const std::string folder = qgetenv("LAMP_DRAFT_FOLDER").toStdString();
+  std::filesystem::copy_file(folder + "/configuration.xml", folder_.path() / "configuration.xml",
+                             std::filesystem::copy_options::overwrite_existing);
+  stateFolder_ = folder + "/state";
+  start();
+  work({press("general"), typed("name", "typed"), until([] { return false; }, 60'000), [] {}});
+}
+
+TEST_F(Draft, AnEditorThatIsKilledLosesNothingThatWasTyped) {
+  QProcess editor;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("LAMP_DRAFT_FOLDER", QString::fromStdString(folder_.path().string()));
+  environment.insert("QT_QPA_PLATFORM", "offscreen");
+  editor.setProcessEnvironment(environment);
+  editor.start(
+      QApplication::applicationFilePath(),
+      {"--gtest_filter=Draft.DISABLED_EditorThatIsKilled", "--gtest_also_run_disabled_tests"});
+  ASSERT_TRUE(editor.waitForStarted());
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !drafts().empty(); }, 30'000));
+  ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
+  ASSERT_TRUE(editor.waitForFinished());
+  ASSERT_EQ(editor.exitStatus(), QProcess::CrashExit);
+  ASSERT_EQ(drafts().size(), 1U);
+  start();
+  work({press("general"), [] {}, answerOffer(0), [this] { EXPECT_EQ(text("name"), "typed"); }});
+}
+
+}  // namespace

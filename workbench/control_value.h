@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/dialogs/base_dlg.h"
+
+namespace workbench {
+
+/// Whether the user gives the control a value: an edit, a drop-down list, an address, a check box.
+bool takesValues(const host::Control& control);
+
+/// What the control holds, as a section writes it: a drop-down list by the character of its entry,
+/// a check box as Y or N.
+std::u16string valueIn(const host::Control& control);
+
+/// The control that takes values and has the name of an attribute, in whatever case; null for none.
+host::Control* controlNamedLike(const XCBaseDlg& page, std::string_view attribute);
+
+}  // namespace workbench

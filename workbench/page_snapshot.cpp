@@ -1,0 +1,72 @@
+#include "workbench/page_snapshot.h"
+
+#include "workbench/control_value.h"
+#include "workbench/credential_mask.h"
+
+namespace workbench {
+namespace {
+
+using Node = XmlDocument::XmlNode;
+
+bool isSecret(const host::Control& control) {
+  const auto* edit = dynamic_cast<const host::EditControl*>(&control);
+  return (edit != nullptr && edit->isPassword()) || isPasswordName(control.name());
+}
+
+}  // namespace
+
+std::vector<PageSnapshot::Bound> PageSnapshot::boundLists(const XCBaseDlg& page) {
+  std::vector<Bound> bound;
+  for (const auto& control : page.Controls()) {
+    const auto* list = dynamic_cast<const host::ListControl*>(control.get());
+    const Node* first = list != nullptr && list->rowCount() > 0 ? list->element(0) : nullptr;
+    if (first == nullptr || rowKey(*first).empty()) continue;
+    Bound entry{.list = list, .attributes = {}};
+    for (std::size_t i = 0; i < first->attributeCount(); ++i) {
+      const host::XmlName name = first->attributeName(i);
+      const host::Control* edit = controlNamedLike(page, host::xmlNameText(name.id()));
+      if (edit != nullptr && !isSecret(*edit)) entry.attributes.push_back(name);
+    }
+    bound.push_back(std::move(entry));
+  }
+  return bound;
+}
+
+PageSnapshot::PageSnapshot(const XCBaseDlg& page) {
+  for (const Bound& bound : boundLists(page))
+    for (std::size_t row = 0; row < bound.list->rowCount(); ++row)
+      if (const Node* element = bound.list->element(row))
+        for (const host::XmlName name : bound.attributes)
+          rows_[element].push_back(element->getAttribute(name));
+  for (const auto& control : page.Controls())
+    if (takesValues(*control) && !isSecret(*control)) fields_[control->name()] = valueIn(*control);
+}
+
+PageValues PageSnapshot::changed(const XCBaseDlg& page) const {
+  PageValues values;
+  PageValues::Row bound;  // edits that show rows
+  for (const Bound& list : boundLists(page)) {
+    for (const host::XmlName name : list.attributes)
+      bound[controlNamedLike(page, host::xmlNameText(name.id()))->name()];
+    for (std::size_t row = 0; row < list.list->rowCount(); ++row) {
+      const Node* element = list.list->element(row);
+      const auto before = rows_.find(element);
+      if (element == nullptr || before == rows_.end()) continue;
+      for (std::size_t i = 0; i < list.attributes.size() && i < before->second.size(); ++i) {
+        XCBasicString now = element->getAttribute(list.attributes[i]);
+        if (now == before->second[i]) continue;
+        values.rows[rowKey(*element)][std::string(host::xmlNameText(list.attributes[i].id()))] =
+            now.str();
+      }
+    }
+  }
+  for (const auto& [name, before] : fields_) {
+    if (bound.contains(name)) continue;
+    const host::Control* control = page.FindControl(name);
+    if (control == nullptr) continue;
+    if (std::u16string now = valueIn(*control); now != before) values.fields[name] = std::move(now);
+  }
+  return values;
+}
+
+}  // namespace workbench

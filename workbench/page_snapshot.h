@@ -1,0 +1,30 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "workbench/page_values.h"
+
+namespace workbench {
+
+/// How a page stood when it opened, to tell later what was entered since: fields that stand alone,
+/// and the values of rows that have an edit of their own name. Passwords are not looked at.
+class PageSnapshot {
+ public:
+  explicit PageSnapshot(const XCBaseDlg& page);
+
+  /// The values that differ now, as putValues takes them. Linear in the rows of the page.
+  PageValues changed(const XCBaseDlg& page) const;
+
+ private:
+  struct Bound {
+    const host::ListControl* list;
+    std::vector<host::XmlName> attributes;
+  };
+  static std::vector<Bound> boundLists(const XCBaseDlg& page);
+
+  PageValues::Row fields_;
+  std::unordered_map<const XmlDocument::XmlNode*, std::vector<XCBasicString>> rows_;
+};
+
+}  // namespace workbench
