@@ -1,5 +1,7 @@
 #include "workbench/page_snapshot.h"
 
+#include <algorithm>
+
 #include "workbench/control_value.h"
 #include "workbench/credential_mask.h"
 
@@ -12,6 +14,17 @@ bool isSecret(const host::Control& control) {
   const auto* edit = dynamic_cast<const host::EditControl*>(&control);
   return (edit != nullptr && edit->isPassword()) || isPasswordName(control.name());
 }
+
+// Edits beside a list show the row that is selected: what they hold belongs to no field of the
+// page.
+bool hasRows(const XCBaseDlg& page) {
+  return std::any_of(page.Controls().begin(), page.Controls().end(), [](const auto& control) {
+    const auto* list = dynamic_cast<const host::ListControl*>(control.get());
+    return list != nullptr && list->rowCount() > 0;
+  });
+}
+
+constexpr std::string_view ActivationField = "activation";
 
 }  // namespace
 
@@ -38,16 +51,16 @@ PageSnapshot::PageSnapshot(const XCBaseDlg& page) {
       if (const Node* element = bound.list->element(row))
         for (const host::XmlName name : bound.attributes)
           rows_[element].push_back(element->getAttribute(name));
+  const bool rows = hasRows(page);
   for (const auto& control : page.Controls())
-    if (takesValues(*control) && !isSecret(*control)) fields_[control->name()] = valueIn(*control);
+    if (takesValues(*control) && !isSecret(*control) &&
+        (!rows || control->name() == ActivationField))
+      fields_[control->name()] = valueIn(*control);
 }
 
 PageValues PageSnapshot::changed(const XCBaseDlg& page) const {
   PageValues values;
-  PageValues::Row bound;  // edits that show rows
   for (const Bound& list : boundLists(page)) {
-    for (const host::XmlName name : list.attributes)
-      bound[controlNamedLike(page, host::xmlNameText(name.id()))->name()];
     for (std::size_t row = 0; row < list.list->rowCount(); ++row) {
       const Node* element = list.list->element(row);
       const auto before = rows_.find(element);
@@ -61,7 +74,6 @@ PageValues PageSnapshot::changed(const XCBaseDlg& page) const {
     }
   }
   for (const auto& [name, before] : fields_) {
-    if (bound.contains(name)) continue;
     const host::Control* control = page.FindControl(name);
     if (control == nullptr) continue;
     if (std::u16string now = valueIn(*control); now != before) values.fields[name] = std::move(now);

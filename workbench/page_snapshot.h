@@ -7,8 +7,9 @@
 
 namespace workbench {
 
-/// How a page stood when it opened, to tell later what was entered since: fields that stand alone,
-/// and the values of rows that have an edit of their own name. Passwords are not looked at.
+/// How a page stood when it opened, to tell later what was entered since: the fields of a
+/// page without rows; of one with rows their values that have an edit of the same name, and the
+/// activation date. Passwords are not looked at.
 class PageSnapshot {
  public:
   explicit PageSnapshot(const XCBaseDlg& page);
