@@ -8,7 +8,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "workbench/base64.h"
 #include "workbench/sha256.h"
 
 namespace workbench {
@@ -158,17 +157,13 @@ void Transfer::setRules() {
 // Of the first certificate, the controller's own, as the library tells it.
 void Transfer::takeFingerprint() {
   constexpr std::string_view Name = "Cert:";
-  constexpr std::string_view Begin = "-----BEGIN CERTIFICATE-----";
   curl_certinfo* chain = nullptr;
   if (curl_easy_getinfo(easy_.get(), CURLINFO_CERTINFO, &chain) != CURLE_OK || chain == nullptr ||
       chain->num_of_certs < 1)
     return;
-  for (const curl_slist* entry = chain->certinfo[0]; entry != nullptr; entry = entry->next) {
-    const std::string_view text(entry->data);
-    const std::size_t begin = text.find(Begin);
-    if (text.starts_with(Name) && begin != std::string_view::npos)
-      fingerprint_ = sha256Text(decodeBase64(text.substr(begin + Begin.size())));
-  }
+  for (const curl_slist* entry = chain->certinfo[0]; entry != nullptr; entry = entry->next)
+    if (const std::string_view text(entry->data); text.starts_with(Name))
+      fingerprint_ = certificateFingerprint(text);
 }
 
 int Transfer::prerequisite(void* self, char*, char*, int, int) {

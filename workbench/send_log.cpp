@@ -1,18 +1,17 @@
 #include "workbench/send_log.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <exception>
 #include <utility>
 
-#include "workbench/base64.h"
 #include "workbench/command_address.h"
 #include "workbench/credential_mask.h"
 #include "workbench/device_of.h"
 #include "workbench/section_name.h"
 #include "workbench/sha256.h"
 #include "workbench/state_folder.h"
+#include "workbench/upload_digest.h"
 
 namespace workbench {
 namespace {
@@ -31,29 +30,11 @@ std::string shortened(std::string text) {
                                                  : "(not kept: " + digestText(text) + ")";
 }
 
-// Of a text in Base64, piece by piece: a large file lies in memory often enough.
-JournalEntry::Upload digestOf(host::XmlText text) {
-  constexpr std::size_t Piece = 64 * 1024;  // whole groups of four characters
-  JournalEntry::Upload upload;
-  Sha256 digest;
-  std::string piece;
-  for (std::size_t at = 0; at < text.size(); at += Piece) {
-    piece.clear();
-    for (std::size_t i = at; i < std::min(at + Piece, text.size()); ++i)
-      piece += static_cast<char>(text[i]);
-    const std::string bytes = decodeBase64(piece);
-    upload.bytes += bytes.size();
-    digest.add(bytes);
-  }
-  upload.sha256 = digest.text();
-  return upload;
-}
-
 // The content of a file that goes along in a document, none for the others.
 std::optional<JournalEntry::Upload> uploadOf(const Node& root) {
   const Node* content = root.Node("firmwareFile");
   if (content == nullptr) return std::nullopt;
-  JournalEntry::Upload upload = digestOf(content->text());
+  JournalEntry::Upload upload = uploadDigest(content->text());
   for (const Node& child : root.Children())
     if (const std::string path = child.getAttribute(FirmwarePath).ToUtf8(); !path.empty())
       upload.name = path.substr(path.find_last_of("/\\") + 1);

@@ -1,95 +1,73 @@
 #include "workbench/sha256.h"
 
-#include <algorithm>
-#include <bit>
+#include <openssl/evp.h>
+#include <openssl/pem.h>
+#include <openssl/x509.h>
+
+#include <new>
 
 namespace workbench {
 namespace {
 
-constexpr std::size_t BlockBytes = 64;
+struct BioCloser {
+  void operator()(BIO* bio) const { BIO_free(bio); }
+};
+struct CertificateCloser {
+  void operator()(X509* certificate) const { X509_free(certificate); }
+};
 
-constexpr std::uint32_t Constants[64] = {
-    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
-    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
-    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
-    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
-    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
-    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
-    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
-    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
-
-using State = std::array<std::uint32_t, 8>;
-
-std::uint32_t bigEndian(const char* at) {
-  const auto* bytes = reinterpret_cast<const unsigned char*>(at);
-  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+std::string hexText(const unsigned char* bytes, std::size_t size) {
+  constexpr char Hex[] = "0123456789abcdef";
+  std::string digits;
+  for (std::size_t i = 0; i < size; ++i) {
+    digits += Hex[bytes[i] >> 4];
+    digits += Hex[bytes[i] & 15];
+  }
+  return digits;
 }
 
-void takeBlock(State& state, const char* block) {
-  std::uint32_t words[64];
-  for (std::size_t i = 0; i < 16; ++i) words[i] = bigEndian(block + 4 * i);
-  for (std::size_t i = 16; i < 64; ++i) {
-    const std::uint32_t a = words[i - 15];
-    const std::uint32_t b = words[i - 2];
-    words[i] = words[i - 16] + (std::rotr(a, 7) ^ std::rotr(a, 18) ^ (a >> 3)) + words[i - 7] +
-               (std::rotr(b, 17) ^ std::rotr(b, 19) ^ (b >> 10));
-  }
-  auto [a, b, c, d, e, f, g, h] = state;
-  for (std::size_t i = 0; i < 64; ++i) {
-    const std::uint32_t first = h + (std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25)) +
-                                ((e & f) ^ (~e & g)) + Constants[i] + words[i];
-    const std::uint32_t second =
-        (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) + ((a & b) ^ (a & c) ^ (b & c));
-    h = g;
-    g = f;
-    f = e;
-    e = d + first;
-    d = c;
-    c = b;
-    b = a;
-    a = first + second;
-  }
-  const State change = {a, b, c, d, e, f, g, h};
-  for (std::size_t i = 0; i < state.size(); ++i) state[i] += change[i];
+// The library fails here only where there is no memory.
+void need(bool done) {
+  if (!done) throw std::bad_alloc();
 }
 
 }  // namespace
 
+Sha256::Sha256() : context_(EVP_MD_CTX_new(), &EVP_MD_CTX_free) {
+  need(context_ && EVP_DigestInit_ex(context_.get(), EVP_sha256(), nullptr) == 1);
+}
+
 void Sha256::add(std::string_view bytes) {
-  bytes_ += bytes.size();
-  if (!held_.empty()) {
-    const std::size_t missing = std::min(BlockBytes - held_.size(), bytes.size());
-    held_ += bytes.substr(0, missing);
-    bytes.remove_prefix(missing);
-    if (held_.size() < BlockBytes) return;
-    takeBlock(state_, held_.data());
-    held_.clear();
-  }
-  for (; bytes.size() >= BlockBytes; bytes.remove_prefix(BlockBytes))
-    takeBlock(state_, bytes.data());
-  held_ = bytes;
+  need(EVP_DigestUpdate(context_.get(), bytes.data(), bytes.size()) == 1);
 }
 
 std::string Sha256::text() {
-  constexpr char Hex[] = "0123456789abcdef";
-  // What is left, a single bit, and the length in bits at the end of the last block.
-  const std::uint64_t bits = bytes_ * 8;
-  held_ += '\x80';
-  while (held_.size() % BlockBytes != BlockBytes - 8) held_ += '\0';
-  for (int shift = 56; shift >= 0; shift -= 8) held_ += static_cast<char>(bits >> shift);
-  for (std::size_t at = 0; at < held_.size(); at += BlockBytes)
-    takeBlock(state_, held_.data() + at);
-  std::string digits;
-  for (const std::uint32_t word : state_)
-    for (int shift = 28; shift >= 0; shift -= 4) digits += Hex[word >> shift & 15];
-  return digits;
+  unsigned char digest[EVP_MAX_MD_SIZE];
+  unsigned int size = 0;
+  need(EVP_DigestFinal_ex(context_.get(), digest, &size) == 1);
+  return hexText(digest, size);
 }
 
 std::string sha256Text(std::string_view bytes) {
   Sha256 digest;
   digest.add(bytes);
   return digest.text();
+}
+
+std::string certificateFingerprint(std::string_view pem) {
+  constexpr std::string_view Begin = "-----BEGIN CERTIFICATE-----";
+  const std::size_t begin = pem.find(Begin);
+  if (begin == std::string_view::npos) return {};
+  pem.remove_prefix(begin);
+  const std::unique_ptr<BIO, BioCloser> text(
+      BIO_new_mem_buf(pem.data(), static_cast<int>(pem.size())));
+  if (!text) return {};
+  const std::unique_ptr<X509, CertificateCloser> certificate(
+      PEM_read_bio_X509(text.get(), nullptr, nullptr, nullptr));
+  unsigned char digest[EVP_MAX_MD_SIZE];
+  unsigned int size = 0;
+  if (!certificate || X509_digest(certificate.get(), EVP_sha256(), digest, &size) != 1) return {};
+  return hexText(digest, size);
 }
 
 }  // namespace workbench

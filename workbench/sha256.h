@@ -1,27 +1,30 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+
+struct evp_md_ctx_st;  // of the cryptographic library
 
 namespace workbench {
 
 /// The SHA-256 digest (FIPS 180-4) of bytes that come in pieces.
 class Sha256 {
  public:
+  Sha256();
   void add(std::string_view bytes);
   /// The digest of all that was added, as 64 small hexadecimal digits. Called once, at the end.
   std::string text();
 
  private:
-  std::array<std::uint32_t, 8> state_ = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
-                                         0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
-  std::string held_;  // less than a block
-  std::uint64_t bytes_ = 0;
+  std::unique_ptr<evp_md_ctx_st, void (*)(evp_md_ctx_st*)> context_;
 };
 
 /// The digest of @p bytes as 64 small hexadecimal digits.
 std::string sha256Text(std::string_view bytes);
+
+/// The digest of a certificate's binary form as above, its fingerprint. Empty when @p pem, which
+/// may have other text in front, holds no certificate in PEM (RFC 7468).
+std::string certificateFingerprint(std::string_view pem);
 
 }  // namespace workbench

@@ -20,6 +20,7 @@ class Draft : public support::PageRig {
  protected:
   void SetUp() override {
     controller_.hold("L01", "<L01 name=\"old\" hourIni=\"10\" FTPPwd=\"secret\"/>");
+    controller_.hold("L04", "<L04><Node nodeId='1' Reference='a'/></L04>");
   }
   std::vector<std::filesystem::path> drafts() const {
     std::vector<std::filesystem::path> found;
@@ -126,33 +127,55 @@ TEST_F(Draft, RowsOfATableComeBack) {
         }});
 }
 
-// The other half of the next test: a process of its own that is killed while it waits.
-TEST_F(Draft, DISABLED_EditorThatIsKilled) {
-  const std::string folder = qgetenv("LAMP_DRAFT_FOLDER").toStdString();
-  std::filesystem::copy_file(folder + "/configuration.xml", folder_.path() / "configuration.xml",
-                             std::filesystem::copy_options::overwrite_existing);
-  stateFolder_ = folder + "/state";
-  start();
-  work({press("general"), typed("name", "typed"), until([] { return false; }, 60'000), [] {}});
-}
+constexpr const char* FolderVariable = "LAMP_DRAFT_FOLDER";
+
+// The other half of the next test: in a process of its own somebody types and waits to be killed.
+class EditorToBeKilled : public Draft {
+  void TestBody() override {
+    const std::string folder = qgetenv(FolderVariable).toStdString();
+    std::filesystem::copy_file(folder + "/configuration.xml", folder_.path() / "configuration.xml",
+                               std::filesystem::copy_options::overwrite_existing);
+    stateFolder_ = folder + "/state";
+    start();
+    work({press("general"), typed("FTPPwd", "hunter2"), typed("name", "typed"),
+          until([] { return false; }, 60'000), [] {}});
+  }
+};
+
+[[maybe_unused]] const auto* const ToBeKilled =
+    qEnvironmentVariableIsSet(FolderVariable)
+        ? testing::RegisterTest("Draft", "EditorToBeKilled", nullptr, nullptr, __FILE__, __LINE__,
+                                []() -> Draft* { return new EditorToBeKilled; })
+        : nullptr;
 
 TEST_F(Draft, AnEditorThatIsKilledLosesNothingThatWasTyped) {
   QProcess editor;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert("LAMP_DRAFT_FOLDER", QString::fromStdString(folder_.path().string()));
+  environment.insert(FolderVariable, QString::fromStdString(folder_.path().string()));
   environment.insert("QT_QPA_PLATFORM", "offscreen");
   editor.setProcessEnvironment(environment);
-  editor.start(
-      QApplication::applicationFilePath(),
-      {"--gtest_filter=Draft.DISABLED_EditorThatIsKilled", "--gtest_also_run_disabled_tests"});
+  editor.start(QApplication::applicationFilePath(), {"--gtest_filter=Draft.EditorToBeKilled"});
   ASSERT_TRUE(editor.waitForStarted());
   ASSERT_TRUE(QTest::qWaitFor([this] { return !drafts().empty(); }, 30'000));
   ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
   ASSERT_TRUE(editor.waitForFinished());
   ASSERT_EQ(editor.exitStatus(), QProcess::CrashExit);
   ASSERT_EQ(drafts().size(), 1U);
+  EXPECT_NE(draftText().find("typed"), std::string::npos);
+  EXPECT_EQ(draftText().find("hunter2"), std::string::npos);
+  EXPECT_EQ(draftText().find("secret"), std::string::npos);
   start();
-  work({press("general"), [] {}, answerOffer(0), [this] { EXPECT_EQ(text("name"), "typed"); }});
+  work({press("nodeTable"), [] {}, [this] { EXPECT_EQ(offer(), nullptr) << "another page"; }});
+  declare("{B}");
+  start();
+  work({press("general"), [] {}, [this] { EXPECT_EQ(offer(), nullptr) << "another device"; }});
+  declare("{A}");
+  start();
+  work({press("general"), [] {}, answerOffer(0), [this] { EXPECT_EQ(text("name"), "typed"); },
+        press("ok"), [] {}});
+  ASSERT_EQ(controller_.writes().size(), 1U);
+  EXPECT_TRUE(drafts().empty());
+  work({press("general"), [] {}, [this] { EXPECT_EQ(offer(), nullptr) << "it was dropped"; }});
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class Trust : public support::PageRig {
     });
     const auto uri = XCBasicString::FromUtf8("address=https%3A%2F%2F127.0.0.1&socket=" +
                                              std::to_string(server_.port()));
-    const auto reply = workspace_->record().exchange({1, host::CommandKind::get, uri, nullptr});
+    host::ExchangeReply reply = workspace_->record().exchange({1, host::CommandKind::get, uri, nullptr});
     QApplication::processEvents();
     return reply;
   }

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
 int main(int argc, char** argv) {
   // Listing the tests needs no platform, and running them no screen.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // What the programs under test put on record is none of the person's.
+  const QTemporaryDir state;
+  qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
   const QApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();

@@ -15,14 +15,19 @@ constexpr int LookAgain = 5;  // milliseconds, while something is being exchange
 }  // namespace
 
 PageRig::PageRig() {
-  std::ofstream(folder_.path() / "configuration.xml")
-      << "<configuration><commSystem><device><id>{A}</id><driver>ZELLAMPMANAGER</driver>"
-         "<type>ZELLAMPMANAGER</type><name>North</name><address>127.0.0.1</address><socket>"
-      << controller_.port() << "</socket></device></commSystem></configuration>";
+  declare("{A}");
 }
 
 PageRig::~PageRig() {
   stop();
+}
+
+void PageRig::declare(const char* id) {
+  std::ofstream(folder_.path() / "configuration.xml")
+      << "<configuration><commSystem><device><id>" << id
+      << "</id><driver>ZELLAMPMANAGER</driver>"
+         "<type>ZELLAMPMANAGER</type><name>North</name><address>127.0.0.1</address><socket>"
+      << controller_.port() << "</socket></device></commSystem></configuration>";
 }
 
 void PageRig::start() {

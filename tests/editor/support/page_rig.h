@@ -21,6 +21,8 @@ class PageRig : public testing::Test {
   PageRig();
   ~PageRig() override;
 
+  /// Makes a configuration with one device of this id, whose controller is the test's.
+  void declare(const char* id);
   /// Starts the editor, anew when it runs. The configuration and the state stay.
   void start();
   void stop();
