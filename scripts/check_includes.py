@@ -30,7 +30,7 @@ PAGES_FOR_OTHERS = re.compile(r"^pages/(binding/|page_templates\.h$)")
 THIRD_PARTY = {
     "host": ("pugixml.hpp",),
     "controller": ("pugixml.hpp", "httplib.h", "curl/curl.h"),
-    "workbench": ("curl/curl.h", "nlohmann/"),
+    "workbench": ("curl/curl.h", "nlohmann/", "openssl/"),
     "automation": ("nlohmann/",),
 }
 # Headers of the C++ standard library and of POSIX have no folder and no upper case.

@@ -65,6 +65,21 @@ TEST_F(SendLogTest, AWriteIsOnRecordWithItsDeviceAndWithoutPasswords) {
   EXPECT_EQ(folder.read("journal/sends.jsonl").find("secret"), std::string::npos);
 }
 
+// Controllers refuse with texts that repeat what they were sent.
+TEST_F(SendLogTest, PasswordsAreInNothingThatIsKeptOfARefusedWriteEither) {
+  channel.replyWith("<main><ZelLamp><L01 FTPPwd=\"hunter4\"/></ZelLamp></main>");
+  exchange(1, CommandKind::get, "<deviceCfg><L01/></deviceCfg>");
+  channel.failWith("not for hunter2, hunter3 or secret, says LM-0001");
+  exchange(
+      2, CommandKind::put,
+      R"(<deviceCfg><E01 FTPPwd="hunter2"><mailPassword>hunter3</mailPassword></E01></deviceCfg>)");
+  ASSERT_EQ(entries().size(), 1U);
+  EXPECT_EQ(entries()[0].error, "not for ***, *** or ***, says LM-0001");
+  EXPECT_NE(entries()[0].before.find("FTPPwd=\"***\""), std::string::npos);
+  for (const char* password : {"hunter", "secret"})
+    EXPECT_EQ(folder.read("journal/sends.jsonl").find(password), std::string::npos) << password;
+}
+
 TEST_F(SendLogTest, ReadsAreNotOnRecord) {
   channel.replyWith("<main/>");
   exchange(1, CommandKind::get, "<deviceCfg><L01/></deviceCfg>");

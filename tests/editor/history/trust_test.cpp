@@ -25,15 +25,18 @@ class Trust : public support::PageRig {
   }
   /// Reads something and presses a button of the question that comes up, if one does.
   host::ExchangeReply read(int button) {
-    QTimer::singleShot(100, window_.get(), [this, button] {
+    QTimer look;
+    look.callOnTimeout([this, button] {
       auto* box = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
       if (box == nullptr) return;
       question_ = box->text();
       box->buttons().at(button)->click();
     });
+    look.start(10);
     const auto uri = XCBasicString::FromUtf8("address=https%3A%2F%2F127.0.0.1&socket=" +
                                              std::to_string(server_.port()));
-    host::ExchangeReply reply = workspace_->record().exchange({1, host::CommandKind::get, uri, nullptr});
+    host::ExchangeReply reply =
+        workspace_->record().exchange({1, host::CommandKind::get, uri, nullptr});
     QApplication::processEvents();
     return reply;
   }
