@@ -95,7 +95,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(options.tour, ignored);
   Tour tour(window, frontEnd, exchange, options.tour);
   int status = 0;
-  tour.start(journey(hasLamps()), [&](const QString& failure) {
+  tour.start(journey(hasLamps(), workspace.log() != nullptr), [&](const QString& failure) {
     if (!failure.isEmpty()) {
       std::fprintf(stderr, "lamp-editor: %s\n", qPrintable(failure));
       status = TourFailed;

@@ -54,7 +54,8 @@ declare_device() {
       '{"do":"editor.modifyDevice","device":"Demo street"}' \
       "{\"do\":\"type\",\"id\":\"socket\",\"text\":\"$port\"}" \
       '{"do":"click","id":"ok"}' |
-      out/bin/lamp-script --config "$folder/configuration" --verify-connection none
+      out/bin/lamp-script --config "$folder/configuration" --state "$folder/state" \
+        --verify-connection none
   else
     printf '%s\n' \
       '{"do":"editor.newDevice"}' \
@@ -65,7 +66,7 @@ declare_device() {
       '{"do":"type","id":"ftpAddress","text":"127.0.0.1"}' \
       '{"do":"click","id":"ok"}' \
       "$(group_of 'Market Square')" "$(group_of 'Station Road')" "$(group_of 'Bridge Street')" |
-      out/bin/lamp-script --config "$folder/configuration"
+      out/bin/lamp-script --config "$folder/configuration" --state "$folder/state"
   fi
 }
 declare_device >"$folder/declare.log"
@@ -76,9 +77,9 @@ if grep -q '"ok":false' "$folder/declare.log"; then
 fi
 
 if [ "$display" = yes ]; then
-  out/bin/lamp-editor --config "$folder/configuration"
+  out/bin/lamp-editor --config "$folder/configuration" --state "$folder/state"
 else
   export QT_QPA_PLATFORM=offscreen
-  out/bin/lamp-editor --config "$folder/configuration" --tour out/tour --tour-address "$address"
+  out/bin/lamp-editor --config "$folder/configuration" --state "$folder/state" --tour out/tour --tour-address "$address"
   echo "Screenshots: out/tour"
 fi

@@ -39,6 +39,12 @@ Tour::Step selectRows(const char* control, std::vector<int> rows) {
 Tour::Step action(host::TextId text) {
   return [text](Tour& tour) { tour.window().action(text)->trigger(); };
 }
+Tour::Step press(host::TextId caption) {
+  return [caption](Tour& tour) { tour.press(caption); };
+}
+Tour::Step showTab(host::TextId caption) {
+  return [caption](Tour& tour) { tour.showTab(caption); };
+}
 /// Paints days, the first one so many days after today and each so many behind the one before.
 Tour::Step paintDays(const char* control, int first, int count, int distance) {
   return [=](Tour& tour) {
@@ -63,6 +69,25 @@ Steps visit(const char* button, const char* name) {
 Steps changeGeneralSettings() {
   return {click("general"), picture("general-settings"), choose("TimeZone", "Brasil"),
           picture("time-zone-chosen"), click("ok")};
+}
+
+// Looks at what was sent of a page, and takes the former values back into it without sending them.
+Steps lookBack() {
+  return {click("general"),
+          press(host::TextId::HistoryOfPage),
+          picture("history-of-page"),
+          press(host::TextId::PutFormerBack),
+          picture("former-values-put"),
+          darkPicture("former-values-put-dark"),
+          press(host::TextId::Close),
+          picture("former-values-in-the-page"),
+          click("cancel")};
+}
+
+// Shows what was read back and what is on record in the main window.
+Steps showRecords() {
+  return {picture("exchanges"), darkPicture("exchanges-dark"), showTab(host::TextId::TabHistory),
+          picture("history"),   darkPicture("history-dark"),   showTab(host::TextId::TabExchanges)};
 }
 
 // Gives one reference to three nodes at once.
@@ -171,11 +196,12 @@ Steps defineDevice() {
 
 }  // namespace
 
-Steps journey(bool hasLamps) {
+Steps journey(bool hasLamps, bool hasHistory) {
   Steps steps = {picture("main-window")};
   if (hasLamps) steps += groupLamps();
   steps += {click("device"), picture("configuration-menu")};
   steps += changeGeneralSettings();
+  if (hasHistory) steps += lookBack();
   steps += nameThreeNodes();
   steps += visit("tasks", "scheduled-tasks");
   steps += visit("6510", "firmware");
@@ -189,6 +215,7 @@ Steps journey(bool hasLamps) {
   steps += paintCalendar();
   steps += programDayTypes();
   steps += {picture("menu-again"), click("ok"), picture("main-window-after")};
+  if (hasHistory) steps += showRecords();
   steps += defineDevice();
   return steps;
 }

@@ -5,6 +5,8 @@
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTreeView>
 #include <stdexcept>
 #include <utility>
@@ -108,6 +110,24 @@ ControlRenderer& Tour::find(const QString& control) const {
 void Tour::click(const QString& control) {
   QWidget& widget = find(control).widget();
   clickAt(widget, QPoint(widget.height() / 2, widget.height() / 2));
+}
+
+void Tour::press(host::TextId caption) {
+  const QString wanted = editor::caption(caption);
+  for (QPushButton* button : frontWindow()->findChildren<QPushButton*>()) {
+    if (button->text() != wanted || !button->isVisible()) continue;
+    require(button->isEnabled(), "the button \"" + wanted + "\" can't be pressed now");
+    return clickAt(*button, button->rect().center());
+  }
+  fail("there is no button \"" + wanted + "\"");
+}
+
+void Tour::showTab(host::TextId caption) {
+  const QString wanted = editor::caption(caption);
+  QTabWidget& tabs = window_.tabs();
+  for (int tab = 0; tab < tabs.count(); ++tab)
+    if (tabs.tabText(tab) == wanted) return tabs.setCurrentIndex(tab);
+  fail("there is no tab \"" + wanted + "\"");
 }
 
 void Tour::type(const QString& control, const QString& text) {

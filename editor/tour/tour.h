@@ -35,6 +35,10 @@ class Tour : public QObject {
 
   MainWindow& window() const { return window_; }
   void click(const QString& control);
+  /// Clicks a button of the editor's own in the window in front, by its caption.
+  void press(host::TextId caption);
+  /// Shows a tab of the main window's lower part, by its caption.
+  void showTab(host::TextId caption);
   void type(const QString& control, const QString& text);
   void choose(const QString& control, const QString& item);
   /// Clicks rows of a list, each with Ctrl but the first.

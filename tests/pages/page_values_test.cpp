@@ -93,8 +93,9 @@ TEST_F(PageValuesTest, FormerRowsGoToTheRowsOfTheSameNodesAndTheSelectionStays) 
 }
 
 TEST_F(PageValuesTest, ASentPowerTableGoesIntoThePage) {
-  open<CDlgE05CfgZelLampManager>("<L05><Node Id='1' time='5' power='50'/>"
-                                 "<Node Id='2' time='5' power='50'/></L05>");
+  open<CDlgE05CfgZelLampManager>(
+      "<L05><Node Id='1' time='5' power='50'/>"
+      "<Node Id='2' time='5' power='50'/></L05>");
   const PutReport report =
       put("<E05 ActDate='x'><Node nodeId='1'><Interval time='7' power='50'/></Node>"
           "<Node nodeId='2'><Interval time='7' power='500'/></Node></E05>");
