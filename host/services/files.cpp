@@ -24,6 +24,14 @@ bool failed(std::string& cause, int error) {
   return false;
 }
 
+// Calls until no signal comes between.
+template <class Call>
+auto uninterrupted(const Call& call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
 // Closes a descriptor on every way out.
 class Descriptor {
  public:
@@ -42,8 +50,8 @@ class Descriptor {
 
 bool writeAll(int descriptor, std::string_view content, std::string& cause) {
   while (!content.empty()) {
-    const ssize_t written = ::write(descriptor, content.data(), content.size());
-    if (written < 0 && errno == EINTR) continue;
+    const ssize_t written =
+        uninterrupted([&] { return ::write(descriptor, content.data(), content.size()); });
     if (written < 0) return failed(cause, errno);
     content.remove_prefix(static_cast<std::size_t>(written));
   }
@@ -70,7 +78,7 @@ FileSystem::~FileSystem() = default;
 
 bool FileSystem::read(const fs::path& file, std::size_t limit, std::string& content,
                       std::string& cause) {
-  const Descriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor in(uninterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_CLOEXEC); }));
   if (!in.good()) return failed(cause, errno);
   struct stat status {};
   if (::fstat(in.number(), &status) != 0) return failed(cause, errno);
@@ -80,8 +88,7 @@ bool FileSystem::read(const fs::path& file, std::size_t limit, std::string& cont
     content.reserve(static_cast<std::size_t>(status.st_size));
   char block[64 * 1024];
   for (;;) {
-    const ssize_t count = ::read(in.number(), block, sizeof block);
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = uninterrupted([&] { return ::read(in.number(), block, sizeof block); });
     if (count < 0) return failed(cause, errno);
     if (count == 0) return true;
     content.append(block, static_cast<std::size_t>(count));
@@ -91,10 +98,11 @@ bool FileSystem::read(const fs::path& file, std::size_t limit, std::string& cont
 
 bool FileSystem::writeNew(const fs::path& file, std::string_view content, std::string& cause) {
   ::unlink(file.c_str());
-  const Descriptor out(::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  const Descriptor out(uninterrupted(
+      [&] { return ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600); }));
   if (!out.good()) return failed(cause, errno);
   if (!writeAll(out.number(), content, cause)) return false;
-  return ::fsync(out.number()) == 0 || failed(cause, errno);
+  return uninterrupted([&] { return ::fsync(out.number()); }) == 0 || failed(cause, errno);
 }
 
 bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& cause) {
@@ -103,12 +111,14 @@ bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& c
   if (::link(file.c_str(), fresh.c_str()) != 0) {
     // Some file systems have no hard links.
     std::error_code error;
-    if (!fs::copy_file(file, fresh, fs::copy_options::overwrite_existing, error))
+    if (!fs::copy_file(file, fresh, fs::copy_options::overwrite_existing, error)) {
+      ::unlink(fresh.c_str());
       return failed(cause, error.value());
+    }
   }
-  if (::rename(fresh.c_str(), copy.c_str()) != 0) return failed(cause, errno);
-  ::unlink(fresh.c_str());  // left behind where both names were one file already
-  return true;
+  const bool kept = ::rename(fresh.c_str(), copy.c_str()) == 0 || failed(cause, errno);
+  ::unlink(fresh.c_str());  // also left behind where both names were one file already
+  return kept;
 }
 
 bool FileSystem::replace(const fs::path& from, const fs::path& to, std::string& cause) {

@@ -130,11 +130,12 @@ class Controller:
 class Script:
     """A lamp-script process: the user at the dialogs."""
 
-    def __init__(self, folder, *options):
+    def __init__(self, folder, *options, environment=None):
         self.process = subprocess.Popen(
             [BIN / "lamp-script", "--config", folder, "--language", "numbers",
              "--now", "2025-03-15T10:00:00", *options],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8")
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
+            env=environment)
 
     def raw(self, line):
         self.process.stdin.write(line + "\n")

@@ -31,6 +31,7 @@ class Page:
     change: callable = None   # (street, number)
     confirm: callable = None  # (script) presses what sends; answers what came back
     sends: int = 2        # the command that confirming sends
+    before: int = 0       # commands that confirming sends before that one
     failure: str = RETRY  # how a failure is told
     arrived: callable = None  # (street, number)
     revisits: bool = False    # its check makes the last row the selection
@@ -287,9 +288,10 @@ PAGES = [
          press(6328), reads=1, shows="ipCom", change=typing(("PrimaryDns", "10.0.0.{n}")), confirm=ok,
          arrived=general_holds(PrimaryDns="10.0.0.{n}")),
     new_definition("definition, verification", 29, "[375]", new_device, special=IDENTITY),
-    new_definition("definition, node file", 58, "[38263]", known_device, special=NODE_LIST),
+    new_definition("definition, node file", 58, "[38263]", known_device, before=1,
+                   special=NODE_LIST),
     Page("definition, changed address", DEFINITION, "", nothing, definition, change=another_address,
-         confirm=ok, sends=30, failure=QUESTION, asked="[581]", arrived=address_is_told),
+         confirm=ok, sends=30, before=1, failure=QUESTION, asked="[581]", arrived=address_is_told),
     Page("node update, synchronous", "XCUpdateNodesZelLampManager", "", nothing, update,
          change=lambda street, n: None, confirm=press(6593), sends=1, failure=ONCE, stays=True,
          arrived=children_are_there, special=NODE_LIST),
