@@ -39,8 +39,10 @@ bool CalendarDocument::save(const std::filesystem::path& file, const XCBasicStri
   root().SetValue(calendar::Revision, guidtow(NewGUID()));
   root().SetValue(calendar::Name, name);
   std::string cause;
-  if (!host::fileSystem().makeFolder(file.parent_path(), cause) || !working_.Save(file, &cause))
-    return false;
+  // Made in place of a disk that went away, the folder would be out of sight when it is back.
+  const std::filesystem::path folder = file.parent_path();
+  if (!host::fileSystem().exists(folder.parent_path())) return false;
+  if (!host::fileSystem().makeFolder(folder, cause) || !working_.Save(file, &cause)) return false;
   settle();
   return true;
 }

@@ -58,8 +58,9 @@ class Saves(unittest.TestCase):
     def temporary_files(self):
         return [file.name for file in self.configuration.rglob("*.new-*")]
 
-    def run_through(self, file, kept, save, again):
+    def run_through(self, file, save, again):
         """`save(n)` saves state n and answers the message, if any; `again()` only saves again."""
+        kept = file.with_name(file.name + ".previous")
         self.assertEqual(save(0), "")
         for number, fault in enumerate(FAULTS, 1):
             with self.subTest(fault.name):
@@ -81,6 +82,20 @@ class Saves(unittest.TestCase):
                 self.assertNotEqual(file.read_bytes(), old)
                 self.assertEqual(kept.read_bytes(), old)
 
+    def run_without_folder(self, file, save, again):
+        """The folder is away during a save and comes back as it was."""
+        self.assertEqual(save(0), "")
+        old = file.read_bytes()
+        away = self.folder / "away"
+        self.configuration.rename(away)
+        message = save(1)
+        self.assertFalse(self.configuration.exists(), "a folder is not made in its place")
+        away.rename(self.configuration)
+        self.expect_told(message, "No such file or directory", file)
+        self.assertEqual(file.read_bytes(), old)
+        self.assertEqual(again(), "")
+        self.assertNotEqual(file.read_bytes(), old)
+
     def answered(self, answer):
         """Says yes to questions and takes messages away; answers the last message's text."""
         text = ""
@@ -98,31 +113,34 @@ class Saves(unittest.TestCase):
 
 
 class Configurations(Saves):
+    def setUp(self):
+        super().setUp()
+        declare(self.configuration, 1, DEVICE)
+        self.start()
+        self.file = self.configuration / "configuration.xml"
+
     def expect_told(self, message, cause, file):
         self.assertEqual(message, f"[60033]({file},{cause})")
 
+    def save(self, number):
+        self.script.do("editor.modifyDevice", device=DEVICE)
+        self.script.do("type", id="description", text=f"{number} lamps")
+        return self.answered(self.script.do("click", id="ok"))
+
+    def again(self):
+        self.script.do("editor.modifyDevice", device=DEVICE)
+        return self.answered(self.script.do("click", id="ok"))
+
     def test_a_configuration_is_saved_whole_or_not_at_all(self):
-        declare(self.configuration, 1, DEVICE)
-        self.start()
+        self.run_through(self.file, self.save, self.again)
 
-        def save(number):
-            self.script.do("editor.modifyDevice", device=DEVICE)
-            self.script.do("type", id="description", text=f"{number} lamps")
-            return self.answered(self.script.do("click", id="ok"))
-
-        def again():
-            self.script.do("editor.modifyDevice", device=DEVICE)
-            return self.answered(self.script.do("click", id="ok"))
-
-        file = self.configuration / "configuration.xml"
-        self.run_through(file, file.with_name(file.name + ".previous"), save, again)
+    def test_a_configuration_without_its_folder_is_saved_when_it_is_back(self):
+        self.run_without_folder(self.file, self.save, self.again)
 
 
 class Calendars(Saves):
-    def expect_told(self, message, cause, file):
-        self.assertEqual(message, "[34190]")
-
-    def open_calendar(self):
+    def setUp(self):
+        super().setUp()
         state = self.folder / "controller"
         state.mkdir()
         controller = Controller(state, "--nodes", "2")
@@ -130,24 +148,27 @@ class Calendars(Saves):
         declare(self.configuration, controller.port, DEVICE)
         self.start()
         self.script.do("editor.configure", device=DEVICE)
-        self.script.do("click", id="device")
-        self.script.do("click", id="calendar")
-        self.script.do("click", id="dayType3")
+        for button in ("device", "calendar", "dayType3"):
+            self.script.do("click", id=button)
+        self.file = self.configuration / "Lamp manager Calendar" / f"{CALENDAR}.xclmc"
+
+    def expect_told(self, message, cause, file):
+        self.assertEqual(message, "[34190]")
+
+    def save(self, number):
+        self.script.do("paint", id="year", date=f"2025-06-{number + 1:02}")
+        return self.again()
+
+    def again(self):
+        self.script.do("click", id="save")
+        self.script.do("type", id="identification", text=CALENDAR)
+        return self.answered(self.script.do("click", id="ok"))
 
     def test_a_calendar_is_saved_whole_or_not_at_all(self):
-        self.open_calendar()
+        self.run_through(self.file, self.save, self.again)
 
-        def again():
-            self.script.do("click", id="save")
-            self.script.do("type", id="identification", text=CALENDAR)
-            return self.answered(self.script.do("click", id="ok"))
-
-        def save(number):
-            self.script.do("paint", id="year", date=f"2025-06-{number + 1:02}")
-            return again()
-
-        file = self.configuration / "Lamp manager Calendar" / f"{CALENDAR}.xclmc"
-        self.run_through(file, file.with_name(file.name + ".previous"), save, again)
+    def test_a_calendar_without_its_folder_is_saved_when_it_is_back(self):
+        self.run_without_folder(self.file, self.save, self.again)
 
 
 if __name__ == "__main__":
