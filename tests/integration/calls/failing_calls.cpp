@@ -43,11 +43,11 @@ constexpr int Calls = 11;
 
 /// What fails, and what was counted. Numbers in the machine's own order.
 struct Plan {
-  std::int32_t call;   ///< the call that the plan is for, -1 for none
-  std::int32_t first;  ///< the first one that is touched, from 1
-  std::int32_t last;   ///< the last one that is touched
-  std::int32_t error;  ///< errno of the failure; 0 for an end of the stream, or none with bytes
-  std::int32_t bytes;  ///< send, recv, write: at most so many bytes are moved; -1 for any number
+  std::int32_t call;    ///< the call that the plan is for, -1 for none
+  std::int32_t first;   ///< the first one that is touched, from 1
+  std::int32_t last;    ///< the last one that is touched
+  std::int32_t error;   ///< errno of the failure; 0 for an end of the stream, or none with bytes
+  std::int32_t bytes;   ///< send, recv, write: at most so many bytes are moved; -1 for any number
   std::int32_t spared;  ///< so many requests, from the first, are left alone with their calls
   std::atomic<std::int64_t> made[Calls];  ///< since the test set them to 0, spared ones left out
   std::atomic<std::int64_t> requests;     ///< that were begun since the test set it to 0
