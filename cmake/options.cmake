@@ -39,7 +39,10 @@ if(LAMP_FUZZ)
   target_compile_options(lamp_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-if(LAMP_SANITIZE)
+if(LAMP_SANITIZE STREQUAL "thread")
+  target_compile_options(lamp_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+  target_link_options(lamp_options INTERFACE -fsanitize=thread)
+elseif(LAMP_SANITIZE)
   target_compile_options(lamp_options INTERFACE -fsanitize=address,undefined
     -fno-sanitize-recover=all -fno-omit-frame-pointer $<$<NOT:$<BOOL:${LAMP_FUZZ}>>:-g1>)
   target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)

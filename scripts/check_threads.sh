@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds everything under the sanitizer for threads and runs every test; too long for each change.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+export CCACHE_NAMESPACE="$PWD"
+
+scripts/install.sh
+cmake --preset tsan >/dev/null
+ninja -C build/tsan --quiet
+
+export QT_QPA_PLATFORM=offscreen
+export TSAN_OPTIONS="halt_on_error=1:second_deadlock_stack=1"
+ctest --test-dir build/tsan --output-on-failure --no-tests=error -LE slow -j "$(nproc)" --timeout 600
