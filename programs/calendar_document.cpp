@@ -1,5 +1,8 @@
 #include "programs/calendar_document.h"
 
+#include <new>
+#include <utility>
+
 #include "host/services/files.h"
 #include "host/services/identity.h"
 #include "programs/calendar_names.h"
@@ -36,14 +39,24 @@ void CalendarDocument::settle() {
 }
 
 bool CalendarDocument::save(const std::filesystem::path& file, const XCBasicString& name) {
+  try {
+    return attemptToSave(file, name);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+bool CalendarDocument::attemptToSave(const std::filesystem::path& file, const XCBasicString& name) {
   root().SetValue(calendar::Revision, guidtow(NewGUID()));
   root().SetValue(calendar::Name, name);
   std::string cause;
   // Made in place of a disk that went away, the folder would be out of sight when it is back.
   const std::filesystem::path folder = file.parent_path();
   if (!host::fileSystem().exists(folder.parent_path())) return false;
-  if (!host::fileSystem().makeFolder(folder, cause) || !working_.Save(file, &cause)) return false;
-  settle();
+  XmlDocument written;
+  written.Create(root().TagName()) = root();
+  if (!host::fileSystem().makeFolder(folder, cause) || !written.Save(file, &cause)) return false;
+  untouched_ = std::move(written);
   return true;
 }
 

@@ -38,6 +38,7 @@ class CalendarDocument {
   bool save(const std::filesystem::path& file, const XCBasicString& name);
 
  private:
+  bool attemptToSave(const std::filesystem::path& file, const XCBasicString& name);
   XmlDocument working_;
   XmlDocument untouched_;
 };

@@ -1,5 +1,6 @@
 #include "workbench/configuration_store.h"
 
+#include <new>
 #include <utility>
 
 #include "host/resources/texts.h"
@@ -114,6 +115,14 @@ fs::path ConfigurationStore::damagedCopy() const {
 }
 
 bool ConfigurationStore::saveIfDifferent(std::string& cause) {
+  try {
+    return attemptToSave(cause);
+  } catch (const std::bad_alloc&) {
+    return failed(cause, TextId::NotEnoughMemory);
+  }
+}
+
+bool ConfigurationStore::attemptToSave(std::string& cause) {
   if (!loaded_) return failed(cause, TextId::NoConfigurationOpen);
   std::string now = text();
   if (now == onDisk_) return true;

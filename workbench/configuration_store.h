@@ -50,6 +50,7 @@ class ConfigurationStore {
   std::filesystem::path damagedCopy() const;
 
  private:
+  bool attemptToSave(std::string& cause);
   bool makeFolder(std::string& cause) const;
   void removeLeftovers() const;
   static bool read(const std::filesystem::path& file, XmlDocument& content, std::string& cause);

@@ -1,5 +1,6 @@
 #include "workbench/exchange_record.h"
 
+#include <new>
 #include <utility>
 
 #include "host/resources/texts.h"
@@ -39,6 +40,10 @@ std::string textOf(int command, const XmlDocument* document) {
   return maskedXml(small.ToString());
 }
 
+ExchangeReply cancelled() {
+  return {.status = ExchangeReply::Status::cancelled, .document = {}, .error = {}};
+}
+
 std::string cancelledText(const std::string& parameters) {
   return XCBasicString::Format(XCLoadString(host::TextId::ExchangeCancelled),
                                commandAddress(parameters).shown)
@@ -48,18 +53,20 @@ std::string cancelledText(const std::string& parameters) {
 }  // namespace
 
 ExchangeReply ExchangeRecord::exchange(const host::ExchangeRequest& request) {
-  ExchangeReply reply;
   const auto start = std::chrono::steady_clock::now();
-  if (toCancel_.erase(started_++) > 0)
-    reply.status = ExchangeReply::Status::cancelled;
-  else
-    reply = channel_.exchange(request);
-  reply.error = maskedError(reply.error, request);
-  keep(request, reply,
-       std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
-                                                             start));
-  if (witness_) witness_(request, entries_.back());
-  if (listener_) listener_(entries_.back());
+  ExchangeReply reply = toCancel_.erase(started_++) > 0 ? cancelled() : channel_.exchange(request);
+  const auto took = std::chrono::steady_clock::now() - start;
+  bool masked = false;
+  try {
+    reply.error = maskedError(reply.error, request);
+    masked = true;
+    keep(request, reply, std::chrono::duration_cast<std::chrono::milliseconds>(took));
+    if (witness_) witness_(request, entries_.back());
+    if (listener_) listener_(entries_.back());
+  } catch (const std::bad_alloc&) {
+    // What was exchanged counts, on record or not; an error is not told with its secrets.
+    if (!masked) reply.error = XCLoadString(host::TextId::NotEnoughMemory);
+  }
   return reply;
 }
 
@@ -78,8 +85,8 @@ void ExchangeRecord::keep(const host::ExchangeRequest& request, const ExchangeRe
                       .took = took};
   if (reply.status == Status::failed) entry.error = reply.error.ToUtf8();
   if (reply.status == Status::cancelled) entry.error = cancelledText(parameters);
-  bytes_ += entry.request.size() + entry.reply.size();
   entries_.push_back(std::move(entry));
+  bytes_ += entries_.back().request.size() + entries_.back().reply.size();
   dropOldTexts();
 }
 

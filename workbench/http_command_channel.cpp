@@ -1,6 +1,7 @@
 #include "workbench/http_command_channel.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "host/resources/texts.h"
@@ -50,6 +51,8 @@ ExchangeReply incomplete(const HttpAnswer& answer, const CommandAddress& address
     case End::tooLarge:
       return failed(TextId::AnswerTooLarge, address.shown,
                     std::max<std::size_t>(limit / (1024 * 1024), 1));
+    case End::noMemory:
+      return failed(TextId::NotEnoughMemory);
     case End::certificate:
       return failed(TextId::CertificateNotVerified, address.shown, cause);
     case End::otherCertificate:
@@ -117,6 +120,14 @@ std::optional<ExchangeReply> HttpCommandChannel::askForTrust(const CommandAddres
 }
 
 ExchangeReply HttpCommandChannel::exchange(const host::ExchangeRequest& request) {
+  try {
+    return attempt(request);
+  } catch (const std::bad_alloc&) {
+    return failed(TextId::NotEnoughMemory);
+  }
+}
+
+ExchangeReply HttpCommandChannel::attempt(const host::ExchangeRequest& request) {
   const std::string parameters = request.uriParameters.ToUtf8();
   const CommandAddress address = commandAddress(parameters);
   if (!address.usable) return failed(TextId::AddressNotUsable, address.shown);

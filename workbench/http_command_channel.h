@@ -61,6 +61,7 @@ class HttpCommandChannel : public host::CommandChannel {
   host::ExchangeReply exchange(const host::ExchangeRequest& request) override;
 
  private:
+  host::ExchangeReply attempt(const host::ExchangeRequest& request);
   HttpAnswer post(const host::ExchangeRequest& request, HttpPost& post) const;
   std::optional<host::ExchangeReply> askForTrust(const CommandAddress& address,
                                                  const host::ExchangeRequest& request,

@@ -88,6 +88,7 @@ class Transfer {
   bool headersEnded_ = false;
   bool moved_ = false;
   bool tooLarge_ = false;
+  bool noMemory_ = false;
   bool enoughOfError_ = false;
   bool cancelled_ = false;
 };
@@ -217,7 +218,7 @@ bool Transfer::take(std::string_view piece) {
     if (!tooLarge_ && post_.keepBody) body_ += piece;
     return !tooLarge_;
   } catch (const std::bad_alloc&) {
-    tooLarge_ = true;
+    noMemory_ = true;
     return false;
   }
 }
@@ -258,6 +259,7 @@ HttpAnswer::End Transfer::endOf(CURLcode code) const {
   using End = HttpAnswer::End;
   if (refusedCertificate_) return End::otherCertificate;
   if (tooLarge_) return End::tooLarge;
+  if (noMemory_) return End::noMemory;
   if (enoughOfError_) return End::complete;
   switch (code) {
     case CURLE_OK:

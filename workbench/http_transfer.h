@@ -37,6 +37,7 @@ struct HttpAnswer {
     timedOut,
     closed,
     tooLarge,
+    noMemory,
     certificate,
     otherCertificate,  ///< not the one that is accepted; also of a look
     address,

@@ -1,6 +1,7 @@
 #include "host/dialogs/base_dlg.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 
 #include "host/dialogs/extension_module.h"
@@ -103,12 +104,23 @@ void XCBaseDlg::initialise() {
   if (first != controls_.end()) focus_ = first->get();
 }
 
+template <class Action>
+bool XCBaseDlg::attempt(const Action& action) {
+  try {
+    action();
+    return true;
+  } catch (const std::bad_alloc&) {
+    MessageBox(host::TextId::NotEnoughMemory, host::MessageButtons::ok, host::MessageIcon::error);
+    return false;
+  }
+}
+
 int XCBaseDlg::DoModal() {
   if (controls_.empty()) return IDCANCEL;
   ended_ = false;
   result_ = IDCANCEL;
   shown_ = true;
-  initialise();
+  if (!attempt([this] { initialise(); })) return IDCANCEL;
   if (!ended_) host::services().frontEnd().runModal(*this);
   return result_;
 }
@@ -200,7 +212,7 @@ void XCBaseDlg::DispatchPosted() {
     const auto [message, parameter] = posted_.front();
     posted_.pop_front();
     if (const auto* entry = findEntry(GetMessageMap(), Notice::posted, message))
-      entry->call(*this, {parameter, parameter});
+      attempt([&] { entry->call(*this, {parameter, parameter}); });
   }
   dispatching_ = false;
 }
@@ -208,7 +220,7 @@ void XCBaseDlg::DispatchPosted() {
 bool XCBaseDlg::dispatch(Notice notice, int id, int parameter) {
   const host::MessageEntry* entry = findEntry(GetMessageMap(), notice, id);
   if (entry == nullptr) return false;
-  entry->call(*this, {id, parameter});
+  attempt([&] { entry->call(*this, {id, parameter}); });
   return true;
 }
 
@@ -230,9 +242,9 @@ void XCBaseDlg::EndDialog(int result) {
   tellFrontEnd();
 }
 
-void XCBaseDlg::PressOk() { OnOK(); }
-void XCBaseDlg::PressCancel() { OnCancel(); }
-void XCBaseDlg::PressClose() { OnClose(); }
+void XCBaseDlg::PressOk() { attempt([this] { OnOK(); }); }
+void XCBaseDlg::PressCancel() { attempt([this] { OnCancel(); }); }
+void XCBaseDlg::PressClose() { attempt([this] { OnClose(); }); }
 
 void XCBaseDlg::TurnOffOtherRadios(Control& chosen) {
   const auto at = std::find_if(controls_.begin(), controls_.end(),

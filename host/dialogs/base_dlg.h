@@ -143,6 +143,9 @@ class HOST_API XCBaseDlg : public CWnd, private host::ControlOwner {
   void onChanged(host::Control& control) override;
   bool buildControls();
   bool dispatch(host::Notice notice, int id, int parameter);
+  // Does what can run out of memory; says so and answers false when it did. The dialog goes on.
+  template <class Action>
+  bool attempt(const Action& action);
   void initialise();
   bool exchange(int command, host::CommandKind kind, XmlDocument& document);
   void tellFrontEnd();

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -122,8 +123,9 @@ bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& c
 }
 
 bool FileSystem::replace(const fs::path& from, const fs::path& to, std::string& cause) {
-  if (::rename(from.c_str(), to.c_str()) != 0) return failed(cause, errno);
+  // Nothing may fail for want of memory once the file has its name.
   const fs::path folder = to.has_parent_path() ? to.parent_path() : fs::path(".");
+  if (::rename(from.c_str(), to.c_str()) != 0) return failed(cause, errno);
   const Descriptor handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (handle.good()) ::fsync(handle.number());  // the rename itself has happened
   return true;
@@ -176,16 +178,42 @@ bool saveWhole(const fs::path& file, std::string_view content, std::string& caus
   return saveWholeKeeping(file, content, keptCopy(file), cause);
 }
 
+namespace {
+
+// A file that is in nobody's way when it did not get to its place.
+class Leftover {
+ public:
+  explicit Leftover(fs::path file) : file_(std::move(file)) {}
+  Leftover(const Leftover&) = delete;
+  Leftover& operator=(const Leftover&) = delete;
+  ~Leftover() {
+    if (!isLeft_) return;
+    try {
+      std::string ignored;
+      fileSystem().remove(file_, ignored);
+    } catch (const std::bad_alloc&) {
+      // For the text of a reason that nobody reads.
+    }
+  }
+  const fs::path& file() const { return file_; }
+  void inPlace() { isLeft_ = false; }
+
+ private:
+  const fs::path file_;
+  bool isLeft_ = true;
+};
+
+}  // namespace
+
 bool saveWholeKeeping(const fs::path& file, std::string_view content, const fs::path& copy,
                       std::string& cause) {
-  const fs::path fresh = freshSibling(file);
+  Leftover fresh(freshSibling(file));
   FileSystem& files = fileSystem();
-  if (files.writeNew(fresh, content, cause) &&
-      (!files.exists(file) || files.keep(file, copy, cause)) && files.replace(fresh, file, cause))
-    return true;
-  std::string ignored;
-  files.remove(fresh, ignored);
-  return false;
+  if (!files.writeNew(fresh.file(), content, cause)) return false;
+  if (files.exists(file) && !files.keep(file, copy, cause)) return false;
+  if (!files.replace(fresh.file(), file, cause)) return false;
+  fresh.inPlace();
+  return true;
 }
 
 }  // namespace host

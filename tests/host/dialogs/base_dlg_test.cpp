@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
+#include <utility>
+
 #include "tests/host/support/sample_dialog.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/xml_compare.h"
@@ -286,6 +289,72 @@ TEST_F(BaseDlg, AChangeMayPostAMessageForItself) {
   driver.type("private", "b");
   EXPECT_THAT(dialog.log, ElementsAre("change 6010", "posted 0",
                                       "change " + std::to_string(int(Id::Unnamed)), "posted 0"));
+}
+
+// --- no memory
+
+void runOutOfMemory() {
+  throw std::bad_alloc();
+}
+
+TEST_F(BaseDlg, AHandlerThatRunsOutOfMemoryIsToldOfAndTheDialogGoesOn) {
+  auto& dialog = driver.show<sample::Dialog>();
+  driver.type("free", "kept");
+  dialog.onPush = &runOutOfMemory;
+  dialog.onOk = [first = true]() mutable {
+    if (std::exchange(first, false)) runOutOfMemory();
+    return true;
+  };
+  for (const char* button : {"push", "ok"}) {
+    driver.click(button);
+    ASSERT_EQ(driver.top(), TopKind::message) << button;
+    EXPECT_EQ(driver.message().text, XCLoadString(host::TextId::NotEnoughMemory).ToUtf8());
+    driver.answer(host::MessageAnswer::ok);
+    EXPECT_EQ(driver.text("free"), "kept");
+  }
+  driver.click("ok");
+  EXPECT_EQ(driver.result(), IDOK);
+}
+
+TEST_F(BaseDlg, AMessageThatRunsOutOfMemoryKeepsNoOtherFromBeingHandled) {
+  class Posting : public sample::Dialog {
+   public:
+    const host::MessageMap* GetMessageMap() const override {
+      static constexpr host::MessageEntry entries[] = {host::onClick<&Posting::start>(Id::Push),
+                                                       host::onPosted<&Posting::step>(1)};
+      static constexpr host::MessageMap map{nullptr, entries};
+      return &map;
+    }
+
+   private:
+    void start() {
+      PostMessage(1, 1);
+      PostMessage(1, 2);
+    }
+    void step(int number) {
+      if (number == 1) runOutOfMemory();
+      log.push_back(std::to_string(number));
+    }
+  };
+  auto& dialog = driver.show<Posting>();
+  driver.click("push");
+  driver.answer(host::MessageAnswer::ok);
+  EXPECT_THAT(dialog.log, ElementsAre("2"));
+}
+
+TEST_F(BaseDlg, ADialogWithoutMemoryToOpenIsToldOfAndCancelled) {
+  class Large : public sample::Dialog {
+   public:
+    bool OnInitDialog() override {
+      runOutOfMemory();
+      return true;
+    }
+  };
+  driver.show<Large>();
+  ASSERT_EQ(driver.top(), TopKind::message);
+  driver.answer(host::MessageAnswer::ok);
+  EXPECT_EQ(driver.result(), IDCANCEL);
+  EXPECT_EQ(driver.top(), TopKind::none);
 }
 
 // --- data exchange
