@@ -6,6 +6,7 @@
 
 #include "host/services/setup.h"
 #include "programs/calendar_document.h"
+#include "tests/support/dialog_driver.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/texts.h"
 #include "tests/workbench/memory/failing_allocations.h"
@@ -114,7 +115,12 @@ TEST_F(Saves, AConfigurationIsTheOldOneOrTheNewOne) {
   EXPECT_TRUE(store.saveIfDifferent(cause)) << cause;
 }
 
-TEST_F(Saves, ACalendarIsTheOldOneOrTheNewOne) {
+// Has its services, which give ids.
+class CalendarSaves : public Saves {
+  support::DialogDriver user_;
+};
+
+TEST_F(CalendarSaves, ACalendarIsTheOldOneOrTheNewOne) {
   lamp::CalendarDocument calendar(lamp::ProgramKind::interval);
   const fs::path file = folder / "calendars" / "lamps.xclmc";
   const long made = forEveryAllocation([&](long number) {
