@@ -32,10 +32,9 @@ void setTourAddress(const std::string& address) {
   devices.front()->SetNarrowValue("socket", address.substr(colon + 1));
 }
 
-// Whether the first device has child devices to put into groups.
-bool hasLamps() {
+bool groupsLamps() {
   const auto devices = workbench::DeviceCatalogue::devices();
-  return !devices.empty() && !workbench::LampGroups(*devices.front()).lamps().empty();
+  return !devices.empty() && canGroupLamps(*devices.front());
 }
 
 void printExchanges(const workbench::ExchangeRecord& record) {
@@ -95,7 +94,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(options.tour, ignored);
   Tour tour(window, frontEnd, exchange, options.tour);
   int status = 0;
-  tour.start(journey(hasLamps(), workspace.log() != nullptr), [&](const QString& failure) {
+  tour.start(journey(groupsLamps(), workspace.log() != nullptr), [&](const QString& failure) {
     if (!failure.isEmpty()) {
       std::fprintf(stderr, "lamp-editor: %s\n", qPrintable(failure));
       status = TourFailed;

@@ -5,6 +5,8 @@
 
 #include "editor/qt_text.h"
 #include "editor/window/document_text.h"
+#include "workbench/page_values.h"
+#include "workbench/read_back.h"
 #include "workbench/section_name.h"
 
 namespace editor {
@@ -13,14 +15,33 @@ namespace {
 using host::TextId;
 using workbench::JournalEntry;
 
-constexpr std::array Captions = {TextId::ExchangeTime,    TextId::HistoryUser,
-                                 TextId::HistoryDevice,   TextId::ExchangeSection,
-                                 TextId::ExchangeCommand, TextId::ExchangeResult};
+constexpr std::array Captions = {TextId::ExchangeTime, TextId::HistoryUser, TextId::HistoryDevice,
+                                 TextId::ExchangeSection, TextId::ExchangeResult};
 
 QString resultOf(const JournalEntry& entry) {
   if (!entry.ok) return QString::fromStdString(entry.error).section('\n', 0, 0);
   return caption(TextId::ExchangeSucceeded) + ", " +
          caption(TextId::HistoryMilliseconds, static_cast<int>(entry.milliseconds));
+}
+
+// A value a line, as many as a person reads.
+QString changesOf(const JournalEntry& entry) {
+  constexpr std::size_t MostLines = 200;
+  XmlDocument sent;
+  XmlDocument before;
+  if (entry.before.empty() || !sent.Parse(entry.document) || !before.Parse(entry.before)) return {};
+  const auto* now = workbench::sectionElement(sent, entry.section);
+  const auto* then = workbench::sectionElement(before, workbench::readSectionOf(entry.section));
+  if (now == nullptr || then == nullptr) return {};
+  QString text;
+  std::size_t lines = 0;
+  for (const auto& change : workbench::compareReadBack(*now, *then).notTaken) {
+    if (lines++ == MostLines) return text + QStringLiteral("…\n");
+    text += caption(TextId::HistoryChange, XCBasicString::FromUtf8(change.what),
+                    XCBasicString::FromUtf8(change.now), XCBasicString::FromUtf8(change.sent)) +
+            "\n";
+  }
+  return text;
 }
 
 }  // namespace
@@ -55,6 +76,7 @@ QString HistoryModel::sentText(const JournalEntry& entry) {
                     XCBasicString::FromUtf8(std::to_string(entry.upload->bytes)),
                     XCBasicString::FromUtf8(entry.upload->sha256)) +
             "\n\n";
+  if (const QString changes = changesOf(entry); !changes.isEmpty()) text += changes + "\n";
   return text + sectionText(entry.document, entry.section);
 }
 
@@ -79,8 +101,6 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
       return QString::fromStdString(entry.deviceName.empty() ? entry.address : entry.deviceName);
     case sectionColumn:
       return QString::fromStdString(entry.section);
-    case commandColumn:
-      return entry.command;
     case resultColumn:
       return resultOf(entry);
     default:

@@ -10,7 +10,7 @@ namespace editor {
 /// Entries of the journal, the latest first.
 class HistoryModel : public QAbstractTableModel {
  public:
-  enum Column { timeColumn, userColumn, deviceColumn, sectionColumn, commandColumn, resultColumn };
+  enum Column { timeColumn, userColumn, deviceColumn, sectionColumn, resultColumn };
 
   void show(std::vector<workbench::JournalEntry> entries);
   /// The captions are to be read again.
@@ -21,7 +21,8 @@ class HistoryModel : public QAbstractTableModel {
   }
   /// A moment of the journal in the local time, as the host's dialogs write dates.
   static QString momentOf(const std::string& when);
-  /// What was sent, with a file's name and digest in place of its content, and the error in front.
+  /// What was sent, with a file's name and digest in place of its content. The error stands in
+  /// front of it, and what it changed of what was read before.
   static QString sentText(const workbench::JournalEntry& entry);
   /// What was read of the section before, or that nothing was.
   static QString beforeText(const workbench::JournalEntry& entry);

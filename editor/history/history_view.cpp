@@ -2,9 +2,11 @@
 
 #include <QtGui/QFontDatabase>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
@@ -18,8 +20,8 @@ using host::TextId;
 using workbench::JournalEntry;
 
 // Sample texts that give the columns their widths.
-constexpr const char* Samples[] = {"00/00/0000 00:00:00_", "engineer_", "Main street___",
-                                   "Section_", "Command_"};
+constexpr const char* Samples[] = {"00/00/0000 00:00:00__", "engineer_", "Main street___",
+                                   "Section_", "Done, 00000 ms__"};
 
 QPlainTextEdit* documentPane(QWidget* parent) {
   auto* pane = new QPlainTextEdit(parent);
@@ -44,6 +46,8 @@ QWidget* column(QSplitter* parent, QWidget* head, QWidget* body) {
 HistoryView::HistoryView(const workbench::SendJournal& journal, QWidget* parent)
     : QWidget(parent),
       journal_(journal),
+      splitter_(new QSplitter(Qt::Horizontal, this)),
+      listTitle_(new QLabel(this)),
       sections_(new QComboBox(this)),
       table_(new QTableView(this)),
       empty_(new QLabel(table_)),
@@ -52,17 +56,22 @@ HistoryView::HistoryView(const workbench::SendJournal& journal, QWidget* parent)
       sent_(documentPane(this)),
       before_(documentPane(this)) {
   makeTable();
-  auto* splitter = new QSplitter(Qt::Horizontal, this);
-  splitter->setChildrenCollapsible(false);
-  column(splitter, sections_, table_);
-  column(splitter, sentTitle_, sent_);
-  column(splitter, beforeTitle_, before_);
-  splitter->setSizes({1500, 720, 720});
+  splitter_->setChildrenCollapsible(false);
+  auto* head = new QWidget(this);
+  auto* row = new QHBoxLayout(head);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(listTitle_);
+  row->addWidget(sections_, 1);
+  listTitle_->hide();
+  column(splitter_, head, table_);
+  column(splitter_, sentTitle_, sent_);
+  column(splitter_, beforeTitle_, before_);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 2, 0, 0);
-  layout->addWidget(splitter);
+  layout->addWidget(splitter_);
   retranslate();
   connect(sections_, &QComboBox::currentIndexChanged, this, [this] { reload(); });
+  connect(splitter_, &QSplitter::splitterMoved, this, [this] { dividedByHand_ = true; });
   connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this] { showChosen(); });
 }
@@ -99,6 +108,7 @@ void HistoryView::fixSection(const std::string& section) {
   sections_->addItem(QString::fromStdString(section), QString::fromStdString(section));
   sections_->setEnabled(false);
   sections_->hide();
+  listTitle_->show();
 }
 
 void HistoryView::noteSend() {
@@ -109,10 +119,26 @@ void HistoryView::noteSend() {
 void HistoryView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (stale_) reload();
+  divide();
+}
+
+void HistoryView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  divide();
+}
+
+// The list gets what its columns need, the documents share the rest.
+void HistoryView::divide() {
+  if (dividedByHand_) return;
+  int list = table_->horizontalHeader()->length() - table_->columnWidth(HistoryModel::resultColumn);
+  list += table_->fontMetrics().horizontalAdvance(Samples[HistoryModel::resultColumn]);
+  list += 2 * table_->frameWidth() + table_->verticalScrollBar()->sizeHint().width();
+  const int rest = std::max(splitter_->width() - list, list) / 2;
+  splitter_->setSizes({list, rest, rest});
 }
 
 void HistoryView::retranslate() {
-  sentTitle_->setText(caption(TextId::ExchangeSent));
+  listTitle_->setText(caption(TextId::TabHistory));
   beforeTitle_->setText(caption(TextId::HistoryReadBefore));
   empty_->setText(caption(TextId::HistoryEmpty));
   fillSections();
@@ -136,7 +162,10 @@ void HistoryView::fillSections() {
 
 void HistoryView::reload() {
   stale_ = false;
-  table_->setColumnHidden(HistoryModel::deviceColumn, !device_.empty());
+  if (table_->isColumnHidden(HistoryModel::deviceColumn) == device_.empty()) {
+    table_->setColumnHidden(HistoryModel::deviceColumn, !device_.empty());
+    divide();
+  }
   const std::string section = sections_->currentData().toString().toStdString();
   model_.show(journal_.entries(
       [&](const JournalEntry& entry) {
@@ -160,6 +189,8 @@ void HistoryView::choose(int row) {
 
 void HistoryView::showChosen() {
   const JournalEntry* entry = chosen();
+  sentTitle_->setText(entry ? caption(TextId::HistorySentBy, entry->command)
+                            : caption(TextId::ExchangeSent));
   sent_->setPlainText(entry ? HistoryModel::sentText(*entry) : QString());
   before_->setPlainText(entry ? HistoryModel::beforeText(*entry) : QString());
   if (onChosen) onChosen();

@@ -10,6 +10,7 @@
 class QComboBox;
 class QLabel;
 class QPlainTextEdit;
+class QSplitter;
 class QTableView;
 
 namespace editor {
@@ -39,15 +40,19 @@ class HistoryView : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void makeTable();
   void fillSections();
   void reload();
   void showChosen();
+  void divide();
 
   const workbench::SendJournal& journal_;
   HistoryModel model_;
+  QSplitter* splitter_;
+  QLabel* listTitle_;
   QComboBox* sections_;
   QTableView* table_;
   QLabel* empty_;
@@ -57,6 +62,7 @@ class HistoryView : public QWidget {
   QPlainTextEdit* before_;
   std::string device_;
   bool stale_ = true;
+  bool dividedByHand_ = false;
 };
 
 }  // namespace editor

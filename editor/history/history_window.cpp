@@ -16,6 +16,7 @@ using host::TextId;
 using workbench::JournalEntry;
 
 constexpr QSize FirstSize(980, 480);
+constexpr int ButtonMargin = 8;  // pixels beside a caption
 // Of what the page did not take, as many lines as a person reads.
 constexpr qsizetype MostLines = 8;
 
@@ -55,6 +56,8 @@ HistoryWindow::HistoryWindow(const workbench::SendJournal& journal, const PageSu
   outcome_->setWordWrap(true);
   outcome_->hide();
   auto* close = new QPushButton(caption(TextId::Close), this);
+  for (QPushButton* button : {former_, sent_, close})
+    button->setMinimumWidth(button->sizeHint().width() + 2 * ButtonMargin);
   auto* row = new QHBoxLayout;
   row->addWidget(former_);
   row->addWidget(sent_);

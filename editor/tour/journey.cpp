@@ -1,13 +1,19 @@
 #include "editor/tour/journey.h"
 
 #include <QtGui/QAction>
+#include <algorithm>
+#include <iterator>
 
 #include "editor/qt_text.h"
+#include "workbench/lamp_groups.h"
 
 namespace editor {
 namespace {
 
 using Steps = std::vector<Tour::Step>;
+
+// Of lamps that are selected, and of those on a street.
+constexpr const char* OwnGroups[] = {"Entrance", "Harbour"};
 
 Tour::Step picture(const char* name) {
   return [name](Tour& tour) { tour.picture(name); };
@@ -169,13 +175,13 @@ Steps groupLamps() {
           picture("lamps-selected"),
           darkPicture("lamps-selected-dark"),
           action(host::TextId::ActionNewGroup),
-          type("name", "Entrance"),
+          type("name", OwnGroups[0]),
           picture("group-of-selected-lamps"),
           click("ok"),
           picture("group-in-the-tree"),
           darkPicture("group-in-the-tree-dark"),
           action(host::TextId::ActionNewGroup),
-          type("name", "Harbour"),
+          type("name", OwnGroups[1]),
           type("reference", "harbour"),
           picture("group-by-reference"),
           click("addMatching"),
@@ -196,9 +202,17 @@ Steps defineDevice() {
 
 }  // namespace
 
-Steps journey(bool hasLamps, bool hasHistory) {
+bool canGroupLamps(const XmlDocument::XmlNode& device) {
+  const workbench::LampGroups groups(device);
+  return !groups.lamps().empty() &&
+         std::none_of(std::begin(OwnGroups), std::end(OwnGroups), [&](const char* name) {
+           return groups.nameFault(XCBasicString::FromUtf8(name).str(), nullptr).has_value();
+         });
+}
+
+Steps journey(bool groupsLamps, bool hasHistory) {
   Steps steps = {picture("main-window")};
-  if (hasLamps) steps += groupLamps();
+  if (groupsLamps) steps += groupLamps();
   steps += {click("device"), picture("configuration-menu")};
   steps += changeGeneralSettings();
   if (hasHistory) steps += lookBack();

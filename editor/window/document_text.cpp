@@ -16,6 +16,18 @@ QString cutText(std::string text) {
          (cut ? QStringLiteral("\n…\n") : QString());
 }
 
+// Many attributes in the first element's line are read one below the other.
+QString unfolded(QString text) {
+  constexpr qsizetype LongestLine = 60;
+  const qsizetype end = text.indexOf('\n');
+  QString line = text.left(end);
+  if (line.size() <= LongestLine) return text;
+  // Quotes inside of a value are written as entities.
+  line.replace("\" ", "\"\n  ");
+  line.replace(line.indexOf(' '), 1, "\n  ");
+  return end < 0 ? line : line + text.mid(end);
+}
+
 }  // namespace
 
 QString documentText(const std::string& xml) {
@@ -32,7 +44,7 @@ QString sectionText(const std::string& xml, const std::string& section) {
   XmlDocument alone;
   alone.Create(element->TagName()) = *element;
   std::string text = alone.ToString(XmlDocument::Layout::indented);
-  return cutText(text.substr(text.find('\n') + 1));
+  return unfolded(cutText(text.substr(text.find('\n') + 1)));
 }
 
 }  // namespace editor

@@ -1,6 +1,5 @@
 #include "editor/window/exchange_model.h"
 
-#include <QtGui/QColor>
 #include <array>
 
 #include "editor/qt_text.h"
@@ -17,6 +16,9 @@ using workbench::ExchangeEntry;
 enum Column { timeColumn, sectionColumn, commandColumn, resultColumn };
 constexpr std::array Captions = {TextId::ExchangeTime, TextId::ExchangeSection,
                                  TextId::ExchangeCommand, TextId::ExchangeResult};
+
+// A person reads the whole of it beside the list.
+constexpr qsizetype LongestTip = 1'000;
 
 QString titled(TextId title, const std::string& xml) {
   const QString text = documentText(xml);
@@ -80,6 +82,8 @@ QVariant ExchangeModel::data(const QModelIndex& index, int role) const {
   const ExchangeEntry& entry = entryAt(index.row());
   const qsizetype place = times_.size() - 1 - index.row();
   if (role == Qt::ToolTipRole && !entry.error.empty()) return QString::fromStdString(entry.error);
+  if (role == Qt::ToolTipRole && remarks_.contains(entry.number))
+    return remarks_.value(entry.number).details.left(LongestTip).trimmed();
   if (role != Qt::DisplayRole) return {};
   switch (index.column()) {
     case timeColumn:

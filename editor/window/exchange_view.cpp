@@ -9,7 +9,7 @@ namespace editor {
 namespace {
 
 // Sample texts that give the columns their widths: a time, a section, a command's number.
-constexpr const char* Samples[] = {"00:00:00__", "Section___", "Command___"};
+constexpr const char* Samples[] = {"00:00:00_", "Section_", "Command_"};
 
 }  // namespace
 

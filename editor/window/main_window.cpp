@@ -37,6 +37,13 @@ constexpr unsigned NodesReloadedMessage = 1025;
 
 constexpr QSize FirstSize(1060, 700);
 
+// In lines that a person compares one by one.
+XCBasicString inLines(std::string fingerprint) {
+  constexpr std::size_t Line = 8 * 3;  // bytes with the colon behind each
+  for (std::size_t at = Line - 1; at < fingerprint.size(); at += Line) fingerprint[at] = '\n';
+  return XCBasicString::FromUtf8(fingerprint);
+}
+
 }  // namespace
 
 MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
@@ -63,7 +70,7 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
   workspace_.channel().setJudge([this](const workbench::CertificateQuestion& question) {
     const XCBasicString text =
         XCBasicString::Format(XCLoadString(TextId::CertificateUnknown), question.address,
-                              question.cause, XCBasicString::FromUtf8(question.fingerprint));
+                              question.cause, inLines(question.fingerprint));
     return frontEnd_.ask({nullptr, text, host::MessageButtons::yesNo,
                           host::MessageIcon::warning}) == host::MessageAnswer::yes;
   });

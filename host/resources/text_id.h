@@ -386,6 +386,8 @@ enum class TextId : int {
   ValuesRefused = 60413,  // takes the values
   NoValuesForPage = 60414,
   HistoryUpload = 60415,  // takes name, bytes and digest
+  HistoryChange = 60416,  // takes what, what was read before and what was sent
+  HistorySentBy = 60417,  // takes the command's number
   ReadBackSwitch = 60420,
   ReadBackTaken = 60421,       // takes the number
   ReadBackNotTaken = 60422,    // takes how many were not taken and of how many

@@ -45,6 +45,7 @@ TEST_F(History, ListsTheSendsOfTheDeviceWithWhatWasReadBefore) {
   EXPECT_EQ(entry.deviceId, "{A}");
   EXPECT_NE(entry.document.find("name=\"new\""), std::string::npos);
   EXPECT_NE(entry.before.find("name=\"old\""), std::string::npos);
+  EXPECT_TRUE(editor::HistoryModel::sentText(entry).startsWith("[60416](name,old,new)\n"));
   window_->history()->showDevice("{B}");
   EXPECT_EQ(window_->history()->model().rowCount(), 0);
 }

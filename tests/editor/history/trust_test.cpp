@@ -50,7 +50,7 @@ TEST_F(Trust, TheFingerprintIsShownAndYesTrustsItUntilItIsForgotten) {
   EXPECT_FALSE(canForget());
   EXPECT_EQ(read(0).status, host::ExchangeReply::Status::succeeded);
   EXPECT_TRUE(question_.startsWith("[60440](127.0.0.1:")) << question_.toStdString();
-  EXPECT_TRUE(question_.contains(QString::fromStdString(server_.fingerprint())));
+  EXPECT_TRUE(question_.replace('\n', ':').contains(QString::fromStdString(server_.fingerprint())));
   question_.clear();
   EXPECT_EQ(read(0).status, host::ExchangeReply::Status::succeeded);
   EXPECT_EQ(question_, "") << "it is asked once";
