@@ -1,9 +1,7 @@
 """Every page through every fault of the controller."""
 
-import concurrent.futures
 import json
 import pathlib
-import re
 import shutil
 import sys
 import tempfile
@@ -12,20 +10,13 @@ import urllib.request
 
 from fault_table import FAULTS, REASON
 from harness import Controller
-from page_faults import pass_through
+from page_faults import table_of_tests
 from page_table import PAGES
 
 WORKERS = 6  # most of the time is waiting
 
 
-class FaultTable(unittest.TestCase):
-    maxDiff = None
-    running = {}
-
-    def check(self, page):
-        future = self.running.get(page.name)
-        wrong = future.result() if future else pass_through(page, FAULTS)
-        self.assertEqual("", "\n".join(wrong))
+FaultTable, load_tests = table_of_tests("FaultTable", PAGES, lambda page: FAULTS, WORKERS)
 
 
 class CommandLine(unittest.TestCase):
@@ -49,22 +40,6 @@ class CommandLine(unittest.TestCase):
         self.addCleanup(controller.stop)
         self.assertEqual(controller.curl(1, "<deviceCfg><L01/></deviceCfg>"), (422, REASON))
         self.assertEqual(controller.curl(1, "<deviceCfg><L01/></deviceCfg>")[0], 200)
-
-
-def add_test(page):
-    name = "test_" + re.sub(r"\W+", "_", page.name)
-    setattr(FaultTable, name, lambda self: self.check(page))
-
-
-for each in PAGES:
-    add_test(each)
-
-
-def load_tests(_loader, tests, _pattern):
-    """The whole table is wanted: the pages go through it side by side."""
-    pool = concurrent.futures.ThreadPoolExecutor(WORKERS)
-    FaultTable.running = {page.name: pool.submit(pass_through, page, FAULTS) for page in PAGES}
-    return tests
 
 
 if __name__ == "__main__":

@@ -1,8 +1,6 @@
 """Every exchange over a network whose calls fail, are interrupted, or move a few bytes at a time."""
 
-import concurrent.futures
 import errno
-import re
 import sys
 import unittest
 from dataclasses import dataclass
@@ -10,7 +8,7 @@ from dataclasses import dataclass
 from failing_calls import FOREVER, FailingCalls
 from fault_table import ADDRESS, CLOSED, FINE, TIMED_OUT, Outcome, failing, lost
 from harness import Script
-from page_faults import Street, pass_through
+from page_faults import Street, table_of_tests
 from page_table import PAGES
 
 WORKERS = 2
@@ -80,31 +78,8 @@ class BrokenNetwork(Street):
         self.calls.clear()
 
 
-class NetworkFaults(unittest.TestCase):
-    maxDiff = None
-    running = {}
-
-    def check(self, page):
-        future = self.running.get(page.name)
-        wrong = future.result() if future else pass_through(page, faults_of(page), BrokenNetwork)
-        self.assertEqual("", "\n".join(wrong))
-
-
-def add_test(page):
-    name = "test_" + re.sub(r"\W+", "_", page.name)
-    setattr(NetworkFaults, name, lambda self: self.check(page))
-
-
-for each in PAGES:
-    add_test(each)
-
-
-def load_tests(_loader, tests, _pattern):
-    """The whole table is wanted: the pages go through it side by side."""
-    pool = concurrent.futures.ThreadPoolExecutor(WORKERS)
-    NetworkFaults.running = {page.name: pool.submit(pass_through, page, faults_of(page), BrokenNetwork)
-                             for page in PAGES}
-    return tests
+NetworkFaults, load_tests = table_of_tests("NetworkFaults", PAGES, faults_of, WORKERS,
+                                           BrokenNetwork)
 
 
 if __name__ == "__main__":

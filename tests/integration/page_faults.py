@@ -4,11 +4,13 @@ Whatever happens on the wire, the user reads the message that belongs to it, the
 entries, the controller holds all of a change or nothing of it, and a second OK succeeds.
 """
 
+import concurrent.futures
 import pathlib
 import re
 import shutil
 import tempfile
 import traceback
+import unittest
 import xml.etree.ElementTree as ElementTree
 from datetime import datetime
 
@@ -273,3 +275,30 @@ def pass_through(page, faults, make_street=Street):
     finally:
         street.end()
     return wrong
+
+
+def table_of_tests(name, pages, faults_of, workers, make_street=Street):
+    """A test case with a test for every page, and load_tests for its module: the whole table is
+    wanted, so the pages go through it side by side."""
+    running = {}
+
+    class Table(unittest.TestCase):
+        maxDiff = None
+
+        def check(self, page):
+            future = running.get(page.name)
+            wrong = future.result() if future else pass_through(page, faults_of(page), make_street)
+            self.assertEqual("", "\n".join(wrong))
+
+    for page in pages:
+        setattr(Table, "test_" + re.sub(r"\W+", "_", page.name),
+                lambda self, page=page: self.check(page))
+    Table.__name__ = Table.__qualname__ = name
+
+    def load_tests(_loader, tests, _pattern):
+        pool = concurrent.futures.ThreadPoolExecutor(workers)
+        for page in pages:
+            running[page.name] = pool.submit(pass_through, page, faults_of(page), make_street)
+        return tests
+
+    return Table, load_tests
