@@ -9,6 +9,7 @@
 #include <chrono>
 #include <system_error>
 
+#include "host/services/descriptor.h"
 #include "host/services/files.h"
 #include "workbench/file_lock.h"
 #include "workbench/state_folder.h"
@@ -19,20 +20,6 @@ namespace {
 // Another program holds the lock for the time of one line; one that was stopped meanwhile does not
 // keep this one from writing.
 constexpr std::chrono::milliseconds Patience{200};
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 bool failed(const std::filesystem::path& file, int error, std::string& cause) {
   cause = file.string() + ": " + std::generic_category().message(error);
@@ -69,14 +56,16 @@ bool SendJournal::append(const JournalEntry& entry, std::string& cause) const {
   const auto size = std::filesystem::file_size(file(0), missing);
   if (alone && !missing && size > 0 && size + line.size() > limits_.fileBytes) rotate();
 
-  const Descriptor out(
-      ::open(file(0).c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+  const host::Descriptor out(host::uninterrupted([&] {
+    return ::open(file(0).c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  }));
   struct stat before {};
-  if (out.number() < 0 || ::fstat(out.number(), &before) != 0) return failed(file(0), errno, cause);
+  if (!out.good() || ::fstat(out.number(), &before) != 0) return failed(file(0), errno, cause);
   if ((before.st_mode & 0077) != 0 && ::fchmod(out.number(), 0600) != 0)
     return failed(file(0), errno, cause);
   if (endsInMidLine(out.number(), before.st_size)) line.insert(0, 1, '\n');
-  const ssize_t written = ::write(out.number(), line.data(), line.size());
+  const ssize_t written =
+      host::uninterrupted([&] { return ::write(out.number(), line.data(), line.size()); });
   if (written == static_cast<ssize_t>(line.size())) {
     // A file system that can't flush has the line all the same.
     static_cast<void>(::fdatasync(out.number()));

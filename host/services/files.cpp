@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "host/services/descriptor.h"
+
 namespace host {
 namespace {
 
@@ -24,30 +26,6 @@ bool failed(std::string& cause, int error) {
   cause = reason(error);
   return false;
 }
-
-// Calls until no signal comes between.
-template <class Call>
-auto uninterrupted(const Call& call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
-
-// Closes a descriptor on every way out.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  int number() const { return number_; }
-  bool good() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 bool writeAll(int descriptor, std::string_view content, std::string& cause) {
   while (!content.empty()) {
