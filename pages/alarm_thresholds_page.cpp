@@ -125,20 +125,25 @@ host::ListColumn identityColumn() {
   return lamp::attributeColumn(TextId::Identifier, attribute::Id, IdentityShare);
 }
 
-bool isOld(const Node& node) {
-  return lamp::compareVersions(node.attribute(FirmwareOfNode), NewFirmware) ==
-         lamp::VersionOrder::firstOlder;
-}
+/// Tells nodes with the old thresholds from those with the new ones. A street has few versions of
+/// the firmware: those seen last are not taken apart again. The documents of the nodes that it
+/// was asked about must outlive it.
+class Generations {
+ public:
+  bool isOld(const Node& node) {
+    const host::XmlText firmware = node.attribute(FirmwareOfNode, place_);
+    if (firmware == lastOld_) return true;  // a node without a version is old, too
+    if (firmware == lastNew_) return false;
+    const bool old = lamp::compareVersions(firmware, NewFirmware) == lamp::VersionOrder::firstOlder;
+    (old ? lastOld_ : lastNew_) = firmware;
+    return old;
+  }
 
-bool isNew(const Node& node) {
-  return !isOld(node);
-}
-
-const lamp::RowRewrite& rewriteByGeneration(const Node& node) {
-  static const lamp::RowRewrite oldRewrite = rewriteOf(OldThresholds);
-  static const lamp::RowRewrite newRewrite = rewriteOf(NewThresholds);
-  return isOld(node) ? oldRewrite : newRewrite;
-}
+ private:
+  host::XmlText lastOld_;
+  host::XmlText lastNew_;
+  std::size_t place_ = 0;
+};
 
 host::LayoutItem pair(int firstLabel, int firstEdit, int left, int right) {
   return XCHoritzontalLayout({layout::labelled(firstLabel + left, firstEdit + left, 1),
@@ -208,10 +213,23 @@ bool CDlgE07CfgZelLampManager::OnInitDialog() {
   copy_.take(Document());
   if (const Node* alarms = copy_.section())
     activation_.showStamp(alarms->getAttribute(attribute::Stamp));
-  oldRows_.fill(copy_.section(), isOld, 0);
-  newRows_.fill(copy_.section(), isNew, 0);
+  fillLists();
   if (!hasOldNodes()) hideOldNodes();
   return SettingsPage::OnInitDialog();
+}
+
+void CDlgE07CfgZelLampManager::fillLists() {
+  Node* alarms = copy_.section();
+  if (alarms == nullptr) return;
+  host::ListControl& oldNodes = oldRows_.list();
+  host::ListControl& newNodes = newRows_.list();
+  oldNodes.clearRows();
+  newNodes.clearRows();
+  Generations generations;
+  for (Node& node : alarms->Children())
+    (generations.isOld(node) ? oldNodes : newNodes).addRow({&node});
+  oldNodes.selectOnly(0);
+  newNodes.selectOnly(0);
 }
 
 void CDlgE07CfgZelLampManager::showCaptions() {
@@ -263,5 +281,12 @@ bool CDlgE07CfgZelLampManager::Write() {
   const std::optional<XCBasicString> stamp = activation_.checkedStamp();
   if (!stamp) return false;
   Node* alarms = copy_.prepareWrite(Document(), lamp::section::AlarmsWrite, *stamp);
-  return alarms != nullptr && lamp::rewriteRows(*alarms, rewriteByGeneration) && writeCfg(false);
+  if (alarms == nullptr) return false;
+  const lamp::RowRewrite ofOld = rewriteOf(OldThresholds);
+  const lamp::RowRewrite ofNew = rewriteOf(NewThresholds);
+  Generations generations;
+  const auto choose = [&](const Node& node) -> const lamp::RowRewrite& {
+    return generations.isOld(node) ? ofOld : ofNew;
+  };
+  return lamp::rewriteRows(*alarms, choose) && writeCfg(false);
 }

@@ -27,6 +27,7 @@ class CDlgE07CfgZelLampManager : public lamp::SettingsPage {
   void OnOldEditChanged(int editId) { oldRows_.editChanged(editId); }
   void OnNewEditChanged(int editId) { newRows_.editChanged(editId); }
   bool hasOldNodes() const { return oldRows_.list().rowCount() > 0; }
+  void fillLists();
   void showCaptions();
   void hideOldNodes();
 

@@ -6,15 +6,17 @@ namespace lamp {
 namespace {
 
 // Takes the first component off a version: its leading digits without leading zeros, so that 0
-// is empty and, of two components, the one with more digits is the greater.
+// is empty and, of two components, the one with more digits is the greater. By hand, character by
+// character: components are short, and lists ask for the version of every row.
 template <class View>
 View takeComponent(View& version) {
-  const std::size_t dot = std::min(version.find('.'), version.size());
-  View piece = version.substr(0, dot);
-  version.remove_prefix(std::min(dot + 1, version.size()));
-  const auto isDigit = [](auto c) { return c >= '0' && c <= '9'; };
-  piece = {piece.begin(), std::find_if_not(piece.begin(), piece.end(), isDigit)};
-  piece.remove_prefix(std::min(piece.find_first_not_of('0'), piece.size()));
+  std::size_t at = 0;
+  while (at < version.size() && version[at] == '0') ++at;
+  const std::size_t begin = at;
+  while (at < version.size() && version[at] >= '0' && version[at] <= '9') ++at;
+  const View piece = version.substr(begin, at - begin);
+  while (at < version.size() && version[at] != '.') ++at;
+  version.remove_prefix(std::min(at + 1, version.size()));
   return piece;
 }
 
@@ -23,8 +25,12 @@ VersionOrder compare(View first, View second) {
   while (!first.empty() || !second.empty()) {
     const View a = takeComponent(first);
     const View b = takeComponent(second);
-    if (a == b) continue;
-    const bool older = a.size() != b.size() ? a.size() < b.size() : a < b;
+    std::size_t same = 0;
+    if (a.size() == b.size()) {
+      while (same < a.size() && a[same] == b[same]) ++same;
+      if (same == a.size()) continue;
+    }
+    const bool older = a.size() != b.size() ? a.size() < b.size() : a[same] < b[same];
     return older ? VersionOrder::firstOlder : VersionOrder::firstNewer;
   }
   return VersionOrder::equal;

@@ -99,11 +99,13 @@ bool CDlgE05CfgZelLampManager::refuse(std::size_t row, int editId, std::u16strin
 // is well it is the last row.
 bool CDlgE05CfgZelLampManager::Validate() {
   host::ListControl& nodes = List(Id::Nodes);
+  std::size_t timePlace = 0;
+  std::size_t powerPlace = 0;
   for (std::size_t row = 0; row < nodes.rowCount(); ++row) {
     const XmlDocument::XmlNode& node = *nodes.element(row);
-    if (node.attribute(TimeAttribute).empty())
+    if (node.attribute(TimeAttribute, timePlace).empty())
       return refuse(row, Id::Time, XCLoadString(TextId::FieldInvalid));
-    const host::XmlText power = node.attribute(PowerAttribute);
+    const host::XmlText power = node.attribute(PowerAttribute, powerPlace);
     if (power.empty() || power.toInt() > HighestPower)
       return refuse(
           row, Id::Power,

@@ -100,8 +100,12 @@ int stepMinute(const Node& owner, int step) {
   return owner.attribute(nameOf(Minutes, step)).toInt();
 }
 
-host::XmlText intervalTime(const Node& owner, int step) {
-  return owner.attribute(nameOf(Times, step));
+int stepHour(const Node& owner, int step, StepPlaces& places) {
+  return owner.attribute(nameOf(Hours, step), places.hour).toInt();
+}
+
+int stepMinute(const Node& owner, int step, StepPlaces& places) {
+  return owner.attribute(nameOf(Minutes, step), places.minute).toInt();
 }
 
 XCBasicString stepTime(const Node& owner, ProgramKind kind, int step) {
@@ -120,6 +124,10 @@ void setStepTime(Node& owner, ProgramKind kind, int step, const XCBasicString& t
 
 host::XmlName powerAttribute(int step) {
   return nameOf(Powers, step);
+}
+
+host::XmlName durationAttribute(int step) {
+  return nameOf(Times, step);
 }
 
 const std::vector<host::XmlName>& programAttributes(ProgramKind kind) {

@@ -28,8 +28,6 @@ constexpr int HighestPower = 100;  ///< in percent
 /// stands of an interval program. What is missing reads as 0, or as an empty text.
 XCBasicString stepTime(const XmlDocument::XmlNode& owner, ProgramKind kind, int step);
 
-/// The duration of an interval program's step as it stands; empty where it is missing.
-host::XmlText intervalTime(const XmlDocument::XmlNode& owner, int step);
 /// Takes a step's time from an edit. In a clock program the first two characters are the hour, and
 /// those from the fourth on the minute.
 void setStepTime(XmlDocument::XmlNode& owner, ProgramKind kind, int step,
@@ -41,6 +39,19 @@ int stepMinute(const XmlDocument::XmlNode& owner, int step);
 
 /// The attribute that holds a step's power, in percent.
 host::XmlName powerAttribute(int step);
+/// The attribute that holds the duration of an interval program's step.
+host::XmlName durationAttribute(int step);
+
+/// Where a step's attributes stood in the row before: rows that are looked at one after the other
+/// mostly look alike.
+struct StepPlaces {
+  std::size_t duration = 0;
+  std::size_t hour = 0;
+  std::size_t minute = 0;
+  std::size_t power = 0;
+};
+int stepHour(const XmlDocument::XmlNode& owner, int step, StepPlaces& places);
+int stepMinute(const XmlDocument::XmlNode& owner, int step, StepPlaces& places);
 
 /// The attributes of a program as it is sent and stored, in their order. A clock program has no
 /// start of its first step.

@@ -26,13 +26,14 @@ int idOf(int firstId, int step, Part part) {
 std::vector<RowField> rowFields(int firstId, ProgramKind kind) {
   std::vector<RowField> fields;
   for (int step = 1; step <= ProgramSteps; ++step) {
-    RowField time;
-    time.editId = idOf(firstId, step, Time);
-    time.read = [kind, step](const Node& row) { return stepTime(row, kind, step); };
-    time.write = [kind, step](Node& row, const XCBasicString& text) {
-      setStepTime(row, kind, step, text);
-    };
-    fields.push_back(std::move(time));
+    if (kind == ProgramKind::interval)
+      fields.push_back({idOf(firstId, step, Time), durationAttribute(step)});
+    else
+      fields.push_back({idOf(firstId, step, Time), std::nullopt,
+                        [step](const Node& row) { return stepTime(row, ProgramKind::clock, step); },
+                        [step](Node& row, const XCBasicString& text) {
+                          setStepTime(row, ProgramKind::clock, step, text);
+                        }});
     fields.push_back({idOf(firstId, step, Power), powerAttribute(step)});
   }
   return fields;
@@ -111,32 +112,32 @@ ProgramFields::Fault ProgramFields::outOfRange(int labelId, int editId, int high
                                         dialog_.GetDlgItemText(labelId), 0, highest)};
 }
 
-std::optional<ProgramFields::Fault> ProgramFields::timeFault(const Node& owner, int step) const {
-  const int labelId = idOf(firstId_, step, TimeLabel);
-  const int editId = idOf(firstId_, step, Time);
-  if (kind_ == ProgramKind::interval) {
-    if (!intervalTime(owner, step).empty()) return std::nullopt;
-    return Fault{editId, XCLoadString(TextId::FieldInvalid)};
-  }
-  // The first step's start is not sent, so that it may hold anything.
-  if (step == 1) return std::nullopt;
+ProgramFields::Wrong ProgramFields::wrongIn(const Node& owner, int step, StepPlaces& places) const {
   const auto beyond = [](int number, int highest) { return number < 0 || number > highest; };
-  if (beyond(stepHour(owner, step), HighestHour)) return outOfRange(labelId, editId, HighestHour);
-  if (beyond(stepMinute(owner, step), HighestMinute))
-    return outOfRange(labelId, editId, HighestMinute);
-  return std::nullopt;
+  if (kind_ == ProgramKind::interval) {
+    if (owner.attribute(durationAttribute(step), places.duration).empty()) return Wrong::duration;
+  } else if (step > 1) {  // the first step's start is not sent, so that it may hold anything
+    if (beyond(stepHour(owner, step, places), HighestHour)) return Wrong::hour;
+    if (beyond(stepMinute(owner, step, places), HighestMinute)) return Wrong::minute;
+  }
+  const host::XmlText power = owner.attribute(powerAttribute(step), places.power);
+  return power.empty() || power.toInt() > HighestPower ? Wrong::power : Wrong::nothing;
 }
 
-std::optional<ProgramFields::Fault> ProgramFields::powerFault(const Node& owner, int step) const {
-  const host::XmlText power = owner.attribute(powerAttribute(step));
-  if (!power.empty() && power.toInt() <= HighestPower) return std::nullopt;
-  return outOfRange(idOf(firstId_, step, PowerLabel), idOf(firstId_, step, Power), HighestPower);
+ProgramFields::Fault ProgramFields::faultOf(Wrong wrong, int step) const {
+  const int time = idOf(firstId_, step, Time);
+  if (wrong == Wrong::duration) return {time, XCLoadString(TextId::FieldInvalid)};
+  if (wrong == Wrong::power)
+    return outOfRange(idOf(firstId_, step, PowerLabel), idOf(firstId_, step, Power), HighestPower);
+  return outOfRange(idOf(firstId_, step, TimeLabel), time,
+                    wrong == Wrong::hour ? HighestHour : HighestMinute);
 }
 
-std::optional<ProgramFields::Fault> ProgramFields::firstFault(const Node& owner) const {
+std::optional<ProgramFields::Fault> ProgramFields::firstFault(const Node& owner,
+                                                              Places& places) const {
   for (int step = 1; step <= ProgramSteps; ++step) {
-    if (auto fault = timeFault(owner, step)) return fault;
-    if (auto fault = powerFault(owner, step)) return fault;
+    const Wrong wrong = wrongIn(owner, step, places[static_cast<std::size_t>(step - 1)]);
+    if (wrong != Wrong::nothing) return faultOf(wrong, step);
   }
   return std::nullopt;
 }
@@ -149,9 +150,10 @@ void ProgramFields::selectAfresh(std::size_t row) {
 
 bool ProgramFields::validate() {
   const host::ListControl& rows = rows_.list();
+  Places places;
   for (std::size_t row = 0; row < rows.rowCount(); ++row) {
     const Node* owner = rows.element(row);
-    const std::optional<Fault> fault = owner == nullptr ? std::nullopt : firstFault(*owner);
+    const std::optional<Fault> fault = owner == nullptr ? std::nullopt : firstFault(*owner, places);
     if (!fault) continue;
     selectAfresh(row);
     dialog_.MessageBox(fault->message);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -49,9 +50,11 @@ class ProgramFields {
     int editId = 0;
     XCBasicString message;
   };
-  std::optional<Fault> timeFault(const XmlDocument::XmlNode& owner, int step) const;
-  std::optional<Fault> powerFault(const XmlDocument::XmlNode& owner, int step) const;
-  std::optional<Fault> firstFault(const XmlDocument::XmlNode& owner) const;
+  using Places = std::array<StepPlaces, ProgramSteps>;
+  enum class Wrong { nothing, duration, hour, minute, power };
+  Wrong wrongIn(const XmlDocument::XmlNode& owner, int step, StepPlaces& places) const;
+  Fault faultOf(Wrong wrong, int step) const;
+  std::optional<Fault> firstFault(const XmlDocument::XmlNode& owner, Places& places) const;
   Fault outOfRange(int labelId, int editId, int highest) const;
   void selectAfresh(std::size_t row);
 

@@ -224,11 +224,7 @@ bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
     id = known;
     return true;
   }
-  const std::size_t size = std::strlen(text);
-  const auto unit = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  std::size_t slot = size;
-  if (size > 0) slot += 31U * unit(0) + 7U * unit(size / 2) + 3U * unit(size - 1);
-  std::uint32_t& recent = recentNames_[slot % recentNames_.size()];
+  std::uint32_t& recent = recentNames_[slotOf(text)];
   if (recent != Unknown && isNamed(text, recent)) {
     id = recent;
     return true;
@@ -236,6 +232,18 @@ bool Builder::name(const char* text, std::uint32_t known, std::uint32_t& id) {
   if (!newName(text, id)) return false;
   recent = id;
   return true;
+}
+
+// Names of one document mostly differ in their length or in one of three characters. The factor
+// spreads what differs little over the whole table.
+std::size_t Builder::slotOf(const char* name) const {
+  const std::size_t size = std::strlen(name);
+  const auto unit = [&](std::size_t at) {
+    return std::uint32_t(static_cast<unsigned char>(name[at]));
+  };
+  std::uint32_t mixed = static_cast<std::uint32_t>(size);
+  if (size > 0) mixed += unit(0) << 24 | unit(size / 2) << 16 | unit(size - 1) << 8;
+  return mixed * 0x9E3779B1U >> (32 - RecentBits);
 }
 
 // Compares with the terminator, which the library has set behind the name.
@@ -260,11 +268,16 @@ Builder::KnownName::KnownName(std::string_view name) : text(name.data()), size(n
 
 bool Builder::newName(const char* text, std::uint32_t& id) {
   const std::string_view view(text);
+  if (const auto known = names_.find(view); known != names_.end()) {
+    id = known->second;
+    return true;
+  }
   if (!isXmlName(view))
     return fail(text, "\"" + std::string(view.substr(0, 40)) + "\" is not a name");
-  id = view.size() <= LongestName ? XmlName(view).id() : 0;
-  if (view.size() > LongestName || (names_.insert(id).second && names_.size() > limits_.names))
+  if (view.size() > LongestName || names_.size() == limits_.names)
     return fail(text, "too many or too long names of elements and attributes");
+  id = XmlName(view).id();
+  names_.emplace(xmlNameText(id), id);
   if (knownNames_.size() <= id) knownNames_.resize(id + 1);
   knownNames_[id] = KnownName(xmlNameText(id));
   return true;

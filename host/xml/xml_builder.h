@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "host/xml/xml_document.h"
@@ -61,22 +61,24 @@ class Builder {
   bool decodeReference(std::string_view raw, std::size_t& at, std::u16string& out);
   bool name(const char* text, std::uint32_t known, std::uint32_t& id);
   bool newName(const char* text, std::uint32_t& id);
+  std::size_t slotOf(const char* name) const;
   bool isNamed(const char* text, std::uint32_t id) const;
   bool fail(const char* place, std::string cause);
   void noteLines(std::string_view buffer);
   void locate(XmlError& error) const;
 
   static constexpr std::uint32_t Unknown = ~0U;
+  static constexpr unsigned RecentBits = 8;
 
   Storage& storage_;
   const XmlLimits& limits_;
   const char* begin_ = nullptr;
   const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
-  std::unordered_set<std::uint32_t> names_;
-  std::array<std::uint32_t, 64> recentNames_;  // numbers, each where its text leads
-  std::vector<KnownName> knownNames_;          // by number, those of names_
-  std::vector<Attribute> attributes_;          // of the element at hand, and room for more
+  std::unordered_map<std::string_view, std::uint32_t> names_;  // their numbers
+  std::array<std::uint32_t, 1U << RecentBits> recentNames_;    // numbers, each where its text leads
+  std::vector<KnownName> knownNames_;                          // by number, those of names_
+  std::vector<Attribute> attributes_;  // of the element at hand, and room for more
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -107,6 +107,9 @@ class HOST_API XmlDocument::XmlNode {
   XCBasicString getAttribute(host::XmlName name, const XCBasicString& absent = {}) const;
   /// The attribute's text without a copy; empty when it is absent.
   host::XmlText attribute(host::XmlName name) const;
+  /// As above, for walks over elements that look alike: @p place, 0 at first, is where the
+  /// attribute stood in the element before and is looked at before all others.
+  host::XmlText attribute(host::XmlName name, std::size_t& place) const;
   bool hasAttribute(host::XmlName name) const;
   /// Changes the attribute or adds it behind the others.
   void setAttribute(host::XmlName name, std::u16string_view text);
@@ -205,6 +208,7 @@ class HOST_API XmlDocument::XmlNode {
   host::xml::Attribute* findAttribute(host::XmlName name) const;
   void setAttributeText(host::XmlName name, host::XmlText text);
   void reserveAttributes(std::size_t count);
+  bool takeRun(XmlNode& from, std::span<const host::XmlName> names);
   void setStoredText(host::XmlText text);
   XmlNode* append(std::uint32_t tag);
   void unlink();

@@ -103,6 +103,15 @@ XmlText XmlNode::attribute(XmlName name) const {
   return found ? found->text() : XmlText();
 }
 
+XmlText XmlNode::attribute(XmlName name, std::size_t& place) const {
+  if (place < attributeCount_ && attributes_[place].name == name.id())
+    return attributes_[place].text();
+  const Attribute* found = findAttribute(name);
+  if (found == nullptr) return {};
+  place = static_cast<std::size_t>(found - attributes_);
+  return found->text();
+}
+
 bool XmlNode::hasAttribute(XmlName name) const {
   return findAttribute(name) != nullptr;
 }
@@ -146,6 +155,7 @@ void XmlNode::reserveAttributes(std::size_t count) {
 }
 
 void XmlNode::takeAttributes(XmlNode& from, std::span<const XmlName> names) {
+  if (takeRun(from, names)) return;
   reserveAttributes(std::min(attributeCount_ + names.size(), MostAttributes));
   for (const XmlName name : names) {
     Attribute* taken = from.findAttribute(name);
@@ -154,6 +164,25 @@ void XmlNode::takeAttributes(XmlNode& from, std::span<const XmlName> names) {
     std::copy(taken + 1, from.attributes_ + from.attributeCount_, taken);
     --from.attributeCount_;
   }
+}
+
+// Where the other element has the attributes one behind the other, as it mostly has, they stay in
+// its memory: what follows them moves in front of them, and its end belongs to this element.
+bool XmlNode::takeRun(XmlNode& from, std::span<const XmlName> names) {
+  if (attributeCount_ > 0 || names.empty()) return false;
+  Attribute* const end = from.attributes_ + from.attributeCount_;
+  Attribute* const first = from.findAttribute(names.front());
+  if (first == nullptr || static_cast<std::size_t>(end - first) < names.size()) return false;
+  for (std::size_t i = 1; i < names.size(); ++i)
+    if (first[i].name != names[i].id()) return false;
+  Attribute* const behind = first + names.size();
+  attributes_ = behind == end ? first : std::rotate(first, behind, end);
+  const auto taken = static_cast<std::uint16_t>(names.size());
+  const auto left = static_cast<std::uint16_t>(from.attributeCount_ - taken);
+  attributeCount_ = taken;
+  attributeCapacity_ = static_cast<std::uint16_t>(from.attributeCapacity_ - left);
+  from.attributeCount_ = from.attributeCapacity_ = left;
+  return true;
 }
 
 bool XmlNode::eraseAttribute(XmlName name) {

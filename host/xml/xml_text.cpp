@@ -24,9 +24,9 @@ void XmlText::appendUtf8(std::string& out) const {
     out += narrowView();
 }
 
-bool XmlText::equals(XmlText other) const {
-  if (size() != other.size()) return false;
-  if (empty() || (data_ == other.data_ && size_ == other.size_)) return true;
+// Of texts of one size.
+bool XmlText::hasSameUnits(XmlText other) const {
+  if (empty()) return true;
   if (isWide() == other.isWide())
     return std::memcmp(data_, other.data_, isWide() ? size() * 2 : size()) == 0;
   const auto [wide, narrow] = isWide() ? std::pair(*this, other) : std::pair(other, *this);
@@ -49,11 +49,10 @@ int XmlText::toInt() const {
   if (!isWide() && size() <= 9) {
     int number = 0;
     const std::string_view digits = narrowView();
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    if (!digits.empty() && std::all_of(digits.begin(), digits.end(), isDigit)) {
-      for (const char c : digits) number = 10 * number + (c - '0');
-      return number;
-    }
+    std::size_t at = 0;
+    while (at < digits.size() && digits[at] >= '0' && digits[at] <= '9')
+      number = 10 * number + (digits[at++] - '0');
+    if (at == digits.size() && at > 0) return number;
   }
   // Numbers are short: what lies beyond 32 characters can't change a value held at int's limits
   // unless it is padded with more blanks or zeros than anyone writes.

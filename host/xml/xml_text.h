@@ -53,7 +53,12 @@ class HOST_API XmlText {
   static constexpr std::size_t MaxSize = 0x7FFFFFFF;
 
  private:
-  bool equals(XmlText other) const;
+  // Most texts that are compared differ in their size or lie in the same place.
+  bool equals(XmlText other) const {
+    if (size() != other.size()) return false;
+    return (data_ == other.data_ && size_ == other.size_) || hasSameUnits(other);
+  }
+  bool hasSameUnits(XmlText other) const;
 
   const void* data_ = nullptr;
   std::uint32_t size_ = 0;

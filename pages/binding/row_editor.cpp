@@ -33,17 +33,56 @@ void RowEditor::fill(Node* section, const std::function<bool(const Node&)>& isRo
   if (fillRows(list(), section, isRow)) list().selectOnly(selectedRow);
 }
 
-XCBasicString RowEditor::commonValue(const RowField& field) const {
+namespace {
+
+// What the rows looked at so far have in common in one field.
+class CommonValue {
+ public:
+  CommonValue(const RowField& field, const Node& first) : field_(field) {
+    if (field.read)
+      made_ = field.read(first);
+    else
+      text_ = first.attribute(*field.attribute, place_);
+  }
+
+  /// False once a row differs.
+  bool agrees(const Node& other) {
+    if (common_)
+      common_ = field_.read ? field_.read(other) == made_
+                            : other.attribute(*field_.attribute, place_) == text_;
+    return common_;
+  }
+
+  XCBasicString value() const {
+    if (!common_) return {};
+    return field_.read ? made_ : text_.toString();
+  }
+
+ private:
+  const RowField& field_;
+  XCBasicString made_;
+  host::XmlText text_;
+  std::size_t place_ = 0;
+  bool common_ = true;
+};
+
+}  // namespace
+
+// All fields of a row before those of the next one: at many rows, each is fetched from memory once.
+std::vector<XCBasicString> RowEditor::commonValues() const {
   const host::ListControl& rows = list();
   const auto& selected = rows.selection();
-  const Node& first = *rows.element(selected.front());
-  const XCBasicString value = field.read ? field.read(first) : first.getAttribute(*field.attribute);
-  const auto agrees = [&](std::size_t row) {
-    const Node& other = *rows.element(row);
-    return field.read ? field.read(other) == value
-                      : other.attribute(*field.attribute) == std::u16string_view(value);
-  };
-  return std::all_of(selected.begin() + 1, selected.end(), agrees) ? value : XCBasicString();
+  std::vector<CommonValue> common;
+  for (const RowField& field : fields_) common.emplace_back(field, *rows.element(selected.front()));
+  for (std::size_t i = 1; i < selected.size(); ++i) {
+    const Node& other = *rows.element(selected[i]);
+    bool any = false;
+    for (CommonValue& value : common) any = value.agrees(other) || any;
+    if (!any) break;
+  }
+  std::vector<XCBasicString> values;
+  for (const CommonValue& value : common) values.push_back(value.value());
+  return values;
 }
 
 void RowEditor::selectionChanged() {
@@ -53,7 +92,9 @@ void RowEditor::selectionChanged() {
   if (selected.empty() || !std::all_of(selected.begin(), selected.end(), hasElement)) return;
   const bool before = syncEdits_;
   syncEdits_ = false;
-  for (const RowField& field : fields_) dialog_.SetDlgItemText(field.editId, commonValue(field));
+  const std::vector<XCBasicString> values = commonValues();
+  for (std::size_t i = 0; i < fields_.size(); ++i)
+    dialog_.SetDlgItemText(fields_[i].editId, values[i]);
   syncEdits_ = before;
 }
 
@@ -65,13 +106,18 @@ void RowEditor::editChanged(int editId) {
   if (field == fields_.end()) return;
   const XCBasicString& text = dialog_.GetDlgItemText(editId);
   host::ListControl& rows = list();
+  const Node* first = nullptr;  // its text serves all others
   for (const std::size_t row : rows.selection()) {
     Node* element = rows.element(row);
     if (element == nullptr) break;
-    if (field->write)
+    if (field->write) {
       field->write(*element, text);
-    else
+    } else if (first != nullptr) {
+      element->copyAttribute(*first, *field->attribute);
+    } else {
       element->setAttribute(*field->attribute, text);
+      first = element;
+    }
   }
   rows.cellsChanged();
 }

@@ -9,8 +9,8 @@
 
 namespace lamp {
 
-/// One edit below a list and what it edits of the rows' elements: an attribute, or what `read` makes
-/// of the element and `write` puts into it.
+/// One edit below a list and what it edits of the rows' elements: an attribute, or what `read`
+/// makes of the element and `write` puts into it.
 struct RowField {
   int editId = 0;
   std::optional<host::XmlName> attribute = std::nullopt;
@@ -23,9 +23,9 @@ host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attr
                                  int share = 1);
 host::ListColumn attributeColumn(host::TextId caption, host::XmlName attribute, int share = 1);
 
-/// Replaces a list's rows by the children of @p section that @p isRow accepts (all when it is empty),
-/// in their order, each bound to its element; nothing is selected. False without a section: the
-/// list stays as it is.
+/// Replaces a list's rows by the children of @p section that @p isRow accepts (all when it is
+/// empty), in their order, each bound to its element; nothing is selected. False without a section:
+/// the list stays as it is.
 bool fillRows(host::ListControl& list, XmlDocument::XmlNode* section,
               const std::function<bool(const XmlDocument::XmlNode&)>& isRow);
 
@@ -39,8 +39,8 @@ class RowEditor {
       : dialog_(dialog), listId_(listId), fields_(std::move(fields)) {}
 
   /// Fills the list as fillRows does and selects a row. Without a section the list stays as it is.
-  void fill(XmlDocument::XmlNode* section, const std::function<bool(const XmlDocument::XmlNode&)>& isRow,
-            std::size_t selectedRow);
+  void fill(XmlDocument::XmlNode* section,
+            const std::function<bool(const XmlDocument::XmlNode&)>& isRow, std::size_t selectedRow);
 
   /// Shows in each edit the value common to all selected rows, nothing where they differ. Without
   /// a selected row the edits stay.
@@ -56,7 +56,7 @@ class RowEditor {
   host::ListControl& list() const { return dialog_.List(listId_); }
 
  private:
-  XCBasicString commonValue(const RowField& field) const;
+  std::vector<XCBasicString> commonValues() const;
 
   XCBaseDlg& dialog_;
   int listId_;

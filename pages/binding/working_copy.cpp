@@ -1,15 +1,16 @@
 #include "pages/binding/working_copy.h"
 
+#include <utility>
+
 namespace lamp {
 
-void WorkingCopy::take(const XmlDocument& reply) {
+void WorkingCopy::take(XmlDocument& reply) {
   if (reply.Root() == nullptr) return;
-  *untouched_.Root() = *reply.Root();
-  *working_.Root() = *reply.Root();
+  untouched_ = std::move(reply);
+  *working_.Root() = *untouched_.Root();
 }
 
-XmlDocument::XmlNode* WorkingCopy::prepareWrite(XmlDocument& document,
-                                                host::XmlName writeSection) {
+XmlDocument::XmlNode* WorkingCopy::prepareWrite(XmlDocument& document, host::XmlName writeSection) {
   const XmlDocument::XmlNode* edited = section();
   return edited == nullptr ? nullptr : &writeCopy(document, *edited, writeSection);
 }

@@ -14,8 +14,9 @@ class WorkingCopy {
     working_.Create(section);
   }
 
-  /// Takes both copies of a reply; a reply without root leaves them empty.
-  void take(const XmlDocument& reply);
+  /// Makes both copies of a reply, which itself becomes the untouched one: a page's document is
+  /// made anew for its write. A reply without root stays, and leaves them empty.
+  void take(XmlDocument& reply);
   /// Whether the copies differ: a value changed back counts as unchanged.
   bool changed() const { return !(*working_.Root() == *untouched_.Root()); }
 
@@ -43,8 +44,8 @@ class WorkingCopy {
 XmlDocument::XmlNode& writeCopy(XmlDocument& document, const XmlDocument::XmlNode& source,
                                 host::XmlName writeSection);
 
-/// Gives an element the activation date, in the place of the stamp that it was read with. False when
-/// that fails.
+/// Gives an element the activation date, in the place of the stamp that it was read with. False
+/// when that fails.
 bool setActivationDate(XmlDocument::XmlNode& element, const XCBasicString& stamp);
 
 }  // namespace lamp

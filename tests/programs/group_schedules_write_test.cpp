@@ -250,7 +250,7 @@ TEST_F(GroupSchedules, CancelSendsNothing) {
 }
 
 TEST(GroupSchedulesWrite, AnEmptySectionIsSentWithItsAttributesAlone) {
-  const XmlDocument reply =
+  XmlDocument reply =
       support::parsedXml("<deviceCfg><ZelLamp><L17 Fh='1' version='2'/></ZelLamp></deviceCfg>");
   lamp::WorkingCopy copy(lamp::section::ClockProgramsRead);
   copy.take(reply);

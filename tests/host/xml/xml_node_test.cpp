@@ -85,6 +85,46 @@ TEST(XmlAttributes, CopyingSharesTheTextWithADocumentThatMayGo) {
   EXPECT_XML_EQ("<a narrow=\"ascii\" wide=\"añb\" empty=\"\" absent=\"\"/>", target);
 }
 
+TEST(XmlAttributes, AnAttributeIsFoundWhereverThePlaceToLookAtFirstPoints) {
+  const XmlDocument document = support::parsedXml("<r><a x='1' y='2'/><b y='3'/><c z='4'/></r>");
+  const Node& first = *document.Root()->FirstChild();
+  const Node& second = *first.NextSibling();
+  std::size_t place = 7;
+  EXPECT_TRUE(first.attribute("y", place) == u"2");
+  EXPECT_EQ(place, 1U);
+  EXPECT_TRUE(first.attribute("y", place) == u"2");
+  EXPECT_TRUE(second.attribute("y", place) == u"3");
+  EXPECT_EQ(place, 0U);
+  EXPECT_TRUE(second.NextSibling()->attribute("y", place).empty());
+  EXPECT_EQ(place, 0U);
+}
+
+TEST(XmlAttributes, AttributesThatAreTakenLeaveTheOthersInTheirOrder) {
+  for (const char* xml : {"<r a='1' b='2' x='3' y='4'/>", "<r a='1' x='3' y='4' b='2'/>",
+                          "<r x='3' y='4' a='1' b='2'/>", "<r y='4' a='1' x='3' b='2'/>"}) {
+    XmlDocument document = support::parsedXml(xml);
+    Node& child = document.Root()->NewChild("c");
+    const host::XmlName taken[] = {"x", "y"};
+    child.takeAttributes(*document.Root(), taken);
+    EXPECT_XML_EQ("<r a='1' b='2'><c x='3' y='4'/></r>", document) << xml;
+    EXPECT_TRUE(child.attributeText(0) == u"3") << xml;
+    EXPECT_TRUE(document.Root()->attributeText(0) == u"1") << xml;
+  }
+}
+
+TEST(XmlAttributes, BothElementsTakeMoreAttributesAfterSomeMovedFromOneToTheOther) {
+  XmlDocument document = support::parsedXml("<r a='1' x='2' y='3' b='4'/>");
+  Node& child = document.Root()->NewChild("c");
+  const host::XmlName taken[] = {"x", "y"};
+  child.takeAttributes(*document.Root(), taken);
+  for (const char* name : {"d", "e", "f"}) {
+    document.Root()->setAttribute(name, u"r");
+    child.setAttribute(name, u"c");
+  }
+  EXPECT_XML_EQ("<r a='1' b='4' d='r' e='r' f='r'><c x='2' y='3' d='c' e='c' f='c'/></r>",
+                document);
+}
+
 TEST(XmlText, ComparesOrdinallyWhateverItsWidth) {
   const XmlDocument document =
       support::parsedXml("<r a=\"abc\" b=\"abd\" c=\"ab\" d=\"abñ\" e=\"abc\" f=\"\"/>");

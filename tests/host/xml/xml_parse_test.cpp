@@ -192,6 +192,23 @@ TEST(XmlParse, TheLimitOfNamesCountsDifferentOnes) {
   EXPECT_NE(error.cause.find("too many"), std::string::npos) << error.cause;
 }
 
+TEST(XmlParse, ManyNamesInTurnAreToldApart) {
+  std::string xml = "<r>";
+  for (int row = 0; row < 3; ++row)
+    for (int i = 0; i < 1000; ++i) {
+      const std::string number = std::to_string(i);
+      xml += "<n" + number + " a" + number + "=\"" + number + "\" b" + number + "=\"\"/>";
+    }
+  const XmlDocument document = support::parsedXml(xml + "</r>");
+  int i = 0;
+  for (const XmlDocument::XmlNode& child : document.Root()->Children()) {
+    const std::string number = std::to_string(i++ % 1000);
+    ASSERT_EQ(child.Tag(), "n" + number);
+    ASSERT_EQ(child.attributeName(0).text(), "a" + number);
+    ASSERT_EQ(child.attributeName(1).text(), "b" + number);
+  }
+}
+
 TEST(XmlParse, ANameHasALongestLength) {
   XmlError error;
   XmlDocument document;
