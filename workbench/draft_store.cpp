@@ -58,6 +58,9 @@ std::optional<Draft> DraftStore::load() const {
   if (!rows.is_object()) return std::nullopt;
   for (const auto& [key, row] : rows.items())
     if (!read(row, draft.values.rows[XCBasicString::FromUtf8(key).str()])) return std::nullopt;
+  const json tasks = object.value("tasks", json(std::string()));
+  if (!tasks.is_string()) return std::nullopt;
+  draft.values.tasks = tasks.get<std::string>();
   if (draft.values.empty()) return std::nullopt;
   return draft;
 }
@@ -72,7 +75,9 @@ bool DraftStore::save(const Draft& draft) const {
     out.name(XCBasicString(key).ToUtf8());
     write(out, row);
   }
-  out.endObject().endObject();
+  out.endObject();
+  if (!draft.values.tasks.empty()) out.member("tasks", draft.values.tasks);
+  out.endObject();
   std::filesystem::path fresh = file_;
   fresh += ".new";
   host::FileSystem& files = host::fileSystem();

@@ -4,6 +4,7 @@
 
 #include "workbench/control_value.h"
 #include "workbench/credential_mask.h"
+#include "workbench/task_put.h"
 
 namespace workbench {
 namespace {
@@ -45,13 +46,13 @@ std::vector<PageSnapshot::Bound> PageSnapshot::boundLists(const XCBaseDlg& page)
   return bound;
 }
 
-PageSnapshot::PageSnapshot(const XCBaseDlg& page) {
+PageSnapshot::PageSnapshot(const XCBaseDlg& page) : tasks_(tasksOn(page)) {
   for (const Bound& bound : boundLists(page))
     for (std::size_t row = 0; row < bound.list->rowCount(); ++row)
       if (const Node* element = bound.list->element(row))
         for (const host::XmlName name : bound.attributes)
           rows_[element].push_back(element->getAttribute(name));
-  const bool rows = hasRows(page);
+  const bool rows = hasRows(page) || !tasks_.empty();
   for (const auto& control : page.Controls())
     if (takesValues(*control) && !isSecret(*control) &&
         (!rows || control->name() == ActivationField))
@@ -78,6 +79,7 @@ PageValues PageSnapshot::changed(const XCBaseDlg& page) const {
     if (control == nullptr) continue;
     if (std::u16string now = valueIn(*control); now != before) values.fields[name] = std::move(now);
   }
+  if (std::string now = tasksOn(page); now != tasks_) values.tasks = std::move(now);
   return values;
 }
 

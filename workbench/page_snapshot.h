@@ -9,7 +9,7 @@ namespace workbench {
 
 /// How a page stood when it opened, to tell later what was entered since: the fields of a
 /// page without rows; of one with rows their values that have an edit of the same name, and the
-/// activation date. Passwords are not looked at.
+/// activation date; the periodic tasks. Passwords are not looked at.
 class PageSnapshot {
  public:
   explicit PageSnapshot(const XCBaseDlg& page);
@@ -25,6 +25,7 @@ class PageSnapshot {
   static std::vector<Bound> boundLists(const XCBaseDlg& page);
 
   PageValues::Row fields_;
+  std::string tasks_;
   std::unordered_map<const XmlDocument::XmlNode*, std::vector<XCBasicString>> rows_;
 };
 

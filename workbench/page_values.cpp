@@ -1,10 +1,12 @@
 #include "workbench/page_values.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "host/ui/user_input.h"
 #include "workbench/control_value.h"
+#include "workbench/task_put.h"
 
 namespace workbench {
 namespace {
@@ -60,6 +62,7 @@ class Entry {
   }
 
   void putFields(const PageValues::Row& fields) {
+    std::vector<std::pair<const std::string*, host::Outcome>> entered;
     for (const auto& [name, value] : fields) {
       Control* control = page_.FindControl(name);
       if (control == nullptr || !takesValues(*control)) continue;
@@ -67,11 +70,14 @@ class Entry {
         ++report_.same;
         continue;
       }
-      const host::Outcome outcome = enter(user_, *control, value);
-      if (outcome && valueIn(*control) == value)
+      entered.emplace_back(&name, enter(user_, *control, value));
+    }
+    // Looked at in the end: fields that exclude one another change each other.
+    for (const auto& [name, outcome] : entered) {
+      if (outcome && valueIn(*page_.FindControl(*name)) == fields.at(*name))
         ++report_.put;
       else
-        refuse(name, outcome);
+        refuse(*name, outcome);
     }
   }
 
@@ -157,7 +163,14 @@ PageValues valuesOf(const Node& section) {
 }
 
 PutReport putValues(XCBaseDlg& page, const PageValues& values) {
-  return Entry(page).put(values);
+  PutReport report = Entry(page).put(values);
+  XmlDocument tasks;
+  if (values.tasks.empty() || !tasks.Parse(values.tasks)) return report;
+  PutReport more = putTasks(page, *tasks.Root());
+  report.put += more.put;
+  report.same += more.same;
+  std::move(more.refused.begin(), more.refused.end(), std::back_inserter(report.refused));
+  return report;
 }
 
 }  // namespace workbench

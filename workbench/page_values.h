@@ -15,8 +15,10 @@ struct PageValues {
   using Row = std::map<std::string, std::u16string>;
   Row fields;
   std::map<std::u16string, Row> rows;
+  /// All periodic tasks, as a section of their own in UTF-8; empty where they are not meant.
+  std::string tasks = {};
 
-  bool empty() const { return fields.empty() && rows.empty(); }
+  bool empty() const { return fields.empty() && rows.empty() && tasks.empty(); }
   bool operator==(const PageValues&) const = default;
 };
 
@@ -24,7 +26,7 @@ struct PageValues {
 const XmlDocument::XmlNode* sectionElement(const XmlDocument& document, const std::string& section);
 
 /// The values of a section as it is read or as it is written: attributes that a written row has in
-/// a child of its own count as the row's. Masked passwords are left out.
+/// a child of its own count as the row's. Masked passwords are left out, tasks too.
 PageValues valuesOf(const XmlDocument::XmlNode& section);
 
 /// The identity of a row's element, empty when it has none.
@@ -39,7 +41,8 @@ struct PutReport {
 };
 
 /// Types @p values into an open page, by the rules that hold for its user: fields whose control has
-/// the name of the attribute, and rows of its lists through the edit with the attribute's name.
+/// the name of the attribute, rows of its lists through the edit with the attribute's name, and the
+/// tasks as putTasks() does.
 /// Nothing is sent. The selection of the lists is as before in the end.
 PutReport putValues(XCBaseDlg& page, const PageValues& values);
 

@@ -6,8 +6,8 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "editor/qt_text.h"
-#include "workbench/page_values.h"
 #include "workbench/section_name.h"
+#include "workbench/section_put.h"
 
 namespace editor {
 namespace {
@@ -98,7 +98,7 @@ void HistoryWindow::put(const std::string& xml, const std::string& section) {
   workbench::PutReport report;
   if (document.Parse(xml))
     if (const XmlDocument::XmlNode* element = workbench::sectionElement(document, section))
-      report = workbench::putValues(page_.dialog(), workbench::valuesOf(*element));
+      report = workbench::putSection(page_.dialog(), *element);
   page_.noteChange();
   outcome_->setText(textOf(report));
   outcome_->show();

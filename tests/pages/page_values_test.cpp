@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "pages/general_settings_page.h"
+#include "pages/inputs_outputs_page.h"
 #include "pages/node_power_page.h"
 #include "pages/node_table_page.h"
+#include "pages/scheduled_tasks_page.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/lamp_manager.h"
 #include "tests/support/xml_compare.h"
+#include "workbench/section_put.h"
 
 namespace {
 
@@ -32,7 +35,9 @@ class PageValuesTest : public testing::Test {
   PutReport put(const std::string& section) {
     PutReport report;
     driver.perform([&](host::UserInput&, XCBaseDlg& page) {
-      report = workbench::putValues(page, values(section));
+      XmlDocument document;
+      EXPECT_TRUE(document.Parse(section));
+      report = workbench::putSection(page, *document.Root());
       return host::Outcome{};
     });
     return report;
@@ -101,6 +106,114 @@ TEST_F(PageValuesTest, ASentPowerTableGoesIntoThePage) {
           "<Node nodeId='2'><Interval time='7' power='500'/></Node></E05>");
   EXPECT_EQ(report.put, 3U);
   EXPECT_EQ(report.same, 1U);
+}
+
+TEST_F(PageValuesTest, FormerLinesGoIntoTheSwitchesAndModesOfInputsAndOutputs) {
+  open<CDlgE13CfgZelLampManager>(
+      "<L13 offsetSunRise='1' offsetSunSet='2'><Input Dir='1' Value='0' SponEnable='N'/>"
+      "<Output Dir='1' Value='0' Ocaso='N' Orto='Y' In1='N' On='N' Off='N'/>"
+      "<Output Dir='2' Value='0' Ocaso='N' Orto='N' In1='N' On='N' Off='Y'/></L13>");
+  const PutReport report =
+      put("<L13 offsetSunRise='10' offsetSunSet='2'><Input Dir='1' Value='1' SponEnable='Y'/>"
+          "<Output Dir='1' Value='1' Ocaso='Y' Orto='N' In1='N' On='Y' Off='N'/>"
+          "<Output Dir='2' Value='0' Ocaso='N' Orto='N' In1='N' On='N' Off='N'/></L13>");
+  EXPECT_TRUE(report.refused.empty()) << report.refused[0];
+  // The sunset's box unchecks the sunrise's.
+  EXPECT_EQ(report.put, 5U);
+  EXPECT_EQ(driver.channel().count(), 0U);
+  driver.click("ok");
+  ASSERT_EQ(driver.channel().count(), 1U);
+  const std::string sent = driver.channel().last().request;
+  for (const char* piece : {"offsetSunRise=\"10\"", "SponEnable=\"Y\"", "Ocaso=\"Y\" Orto=\"N\"",
+                            "On=\"Y\" Off=\"N\"", "On=\"N\" Off=\"N\""})
+    EXPECT_NE(sent.find(piece), std::string::npos) << piece << " in " << sent;
+}
+
+TEST_F(PageValuesTest, SwitchesThatExcludeEachOtherAreNotBothPut) {
+  open<CDlgE13CfgZelLampManager>(
+      "<L13><Output Dir='1' Value='0' Ocaso='N' Orto='N' On='N' Off='N'/></L13>");
+  const PutReport report =
+      put("<L13><Output Dir='1' Value='0' Ocaso='Y' Orto='Y' On='N' Off='N'/></L13>");
+  EXPECT_EQ(report.put, 1U);
+  ASSERT_EQ(report.refused.size(), 1U);
+  EXPECT_EQ(report.refused[0].substr(0, 14), "output1.Ocaso:");
+}
+
+constexpr const char* TaskOne =
+    "<TP TpTar='1' TpHi='20240605100000S' TpPer='00000001000000' TpCompl='Y' TpNode='' TpPrio='2'>"
+    "<TpPro TpReq='L03' TpSend='Y' TpStore='N'/><TpPro TpReq='L09' TpSend='N' TpStore='Y'/></TP>";
+constexpr const char* OtherTaskOne =
+    "<TP TpTar='1' TpHi='20241201083000W' TpPer='00000200063000' TpCompl='Y' TpNode='' TpPrio='3'>"
+    "<TpPro TpReq='L15' TpSend='Y' TpStore='Y'/></TP>";
+constexpr const char* TaskTwo =
+    "<TP TpTar='2' TpHi='20240101000000W' TpPer='00000000060000' TpCompl='Y' TpNode='' TpPrio='1'>"
+    "<TpPro TpReq='L09' TpSend='Y' TpStore='Y'/></TP>";
+
+class TasksPutTest : public PageValuesTest {
+ protected:
+  void openTasks(const std::string& tasks) {
+    open<CDlgE02CfgZelLampManager>("<L02>" + tasks + "</L02>");
+  }
+  std::string sent() {
+    driver.click("ok");
+    return driver.channel().count() == 1U ? driver.channel().last().request : "nothing";
+  }
+};
+
+TEST_F(TasksPutTest, AFormerTaskIsChangedWithItsActionsBothWays) {
+  for (const auto& [now, former] : {std::pair{OtherTaskOne, TaskOne}, {TaskOne, OtherTaskOne}}) {
+    openTasks(now + std::string(TaskTwo));
+    driver.select("tasks", {1});
+    const PutReport report = put("<L02>" + std::string(former) + TaskTwo + "</L02>");
+    EXPECT_TRUE(report.refused.empty()) << report.refused[0];
+    EXPECT_GE(report.put, 5U);
+    EXPECT_EQ(driver.selection("tasks"), std::vector<std::size_t>{1});
+    EXPECT_XML_EQ("<deviceCfg><E02>" + std::string(former) + TaskTwo + "</E02></deviceCfg>",
+                  sent());
+  }
+}
+
+TEST_F(TasksPutTest, ATaskThatIsThereAsItWasIsLeftAlone) {
+  openTasks(TaskOne);
+  const PutReport report = put(std::string("<E02>") + TaskOne + "</E02>");
+  EXPECT_EQ(report.put, 0U);
+  EXPECT_EQ(report.same, 11U);
+  EXPECT_EQ(sent(), "nothing");
+}
+
+TEST_F(TasksPutTest, AnAddedTaskGoesAndADeletedOneComesBack) {
+  openTasks(TaskOne + std::string(TaskTwo));
+  EXPECT_EQ(put(std::string("<L02>") + TaskOne + "</L02>").put, 1U);
+  EXPECT_EQ(driver.column("tasks", 0), std::vector<std::string>{"1"});
+  driver.click("cancel");
+  openTasks(TaskOne);
+  const PutReport report = put(std::string("<L02>") + TaskOne + TaskTwo + "</L02>");
+  EXPECT_TRUE(report.refused.empty()) << report.refused[0];
+  EXPECT_XML_EQ("<deviceCfg><E02>" + std::string(TaskOne) + TaskTwo + "</E02></deviceCfg>", sent());
+}
+
+TEST_F(TasksPutTest, WhatWasSentToDeleteATaskDeletesItAgain) {
+  openTasks(TaskOne + std::string(TaskTwo));
+  put("<E02><TP TpTar='1' TpHi='20240605100000S' TpPer=''/>" + std::string(TaskTwo) + "</E02>");
+  EXPECT_EQ(driver.column("tasks", 0), std::vector<std::string>{"2"});
+}
+
+TEST_F(TasksPutTest, ATaskThatGetsAnotherNumberIsTold) {
+  openTasks(TaskTwo);
+  const PutReport report = put(std::string("<L02>") + TaskOne + TaskTwo + "</L02>");
+  ASSERT_EQ(report.refused.size(), 1U);
+  EXPECT_EQ(report.refused[0], "1: the page gives the task the number 3");
+}
+
+TEST_F(TasksPutTest, WhatThePageHasNoFieldForIsTold) {
+  openTasks(TaskTwo);
+  const PutReport report =
+      put("<L02><TP TpTar='2' TpHi='x' TpPer='00000000060000' TpCompl='Y' TpNode='' TpPrio='7'>"
+          "<TpPro TpReq='L44' TpSend='Y' TpStore='Y'/></TP></L02>");
+  ASSERT_EQ(report.refused.size(), 3U);
+  EXPECT_EQ(report.refused[0].substr(0, 8), "2: TpHi:");
+  EXPECT_EQ(report.refused[1].substr(0, 10), "2: TpPrio:");
+  EXPECT_EQ(report.refused[2].substr(0, 18), "2: TpPro[1] TpReq:");
 }
 
 TEST_F(PageValuesTest, SectionsAreFoundInRequestsAndReplies) {

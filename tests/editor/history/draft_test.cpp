@@ -127,6 +127,31 @@ TEST_F(Draft, RowsOfATableComeBack) {
         }});
 }
 
+TEST_F(Draft, ATaskThatWasAddedComesBack) {
+  controller_.hold("L02",
+                   "<L02><TP TpTar='1' TpHi='20240605100000S' TpPer='00000001000000' TpCompl='Y' "
+                   "TpNode='' TpPrio='2'><TpPro TpReq='L03' TpSend='Y' TpStore='N'/></TP></L02>");
+  const auto numbers = [this] {
+    const auto& tasks = dynamic_cast<host::ListControl&>(control("tasks"));
+    std::string text;
+    for (std::size_t row = 0; row < tasks.rowCount(); ++row)
+      text += tasks.element(row)->getAttribute(host::XmlName("TpTar")).ToUtf8() + " ";
+    return text;
+  };
+  start();
+  work({press("tasks"), press("newTask"), press("newAction"), awaitDraft(), [this] {
+          std::filesystem::copy_file(drafts().at(0), folder_.path() / "kept");
+          kept_ = drafts().at(0);
+        }});
+  EXPECT_TRUE(drafts().empty());
+  std::filesystem::copy_file(folder_.path() / "kept", kept_);
+  start();
+  work({press("tasks"), [] {}, answerOffer(0), [&] { EXPECT_EQ(numbers(), "1 2 "); }, press("ok"),
+        [] {}});
+  ASSERT_EQ(controller_.writes().size(), 1U);
+  EXPECT_NE(controller_.writes()[0].find("TpTar=\"2\""), std::string::npos);
+}
+
 constexpr const char* FolderVariable = "LAMP_DRAFT_FOLDER";
 
 // The other half of the next test: in a process of its own somebody types and waits to be killed.
