@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures the XML model, the pages, the steps that touch every row, the command channel, the editor
 # and the start of the programs beside their bare counterparts, in one run, and leaves the table in out/bench.md and out/bench.json.
-#   ./bench.sh           1,000, 10,000 and 100,000 nodes
+#   ./bench.sh           1,000, 10,000 and 100,000 nodes, pages and steps up to 400,000
 #   ./bench.sh --quick   up to 10,000 nodes, within a minute once it is built
 # Ends with status 1 when a bar is missed.
 set -euo pipefail

@@ -151,6 +151,7 @@ int main(int argc, char** argv) {
       whole->Arg(nodes);
       work->Arg(nodes);
     }
+    whole->Arg(bench::FarTooMany);
   }
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;

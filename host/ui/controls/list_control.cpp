@@ -38,11 +38,16 @@ struct ListControl::KeyIndex {
 
 namespace {
 
-// FNV-1a over the code units.
-std::uint32_t hashOf(std::u16string_view text) {
+// FNV-1a over the code units: a text has one hash, whichever way it is kept.
+template <class View>
+std::uint32_t hashOfUnits(View text) {
   std::uint32_t hash = 0x811C9DC5U;
-  for (const char16_t unit : text) hash = (hash ^ unit) * 0x01000193U;
+  for (const auto unit : text) hash = (hash ^ static_cast<std::uint16_t>(unit)) * 0x01000193U;
   return hash;
+}
+
+std::uint32_t hashOf(XmlText text) {
+  return text.isWide() ? hashOfUnits(text.wideView()) : hashOfUnits(text.narrowView());
 }
 
 }  // namespace
@@ -76,6 +81,7 @@ void ListControl::clearRows() {
   order_.clear();
   place_.clear();
   extras_.clear();
+  ownCells_.clear();
   selection_.clear();
   flags_.clear();
   sorted_.reset();
@@ -117,6 +123,8 @@ XCBasicString ListControl::cell(std::size_t row, std::size_t column) const {
 
 void ListControl::setCell(std::size_t row, std::size_t column, std::u16string_view text) {
   extra(row).cells[column] = text;
+  if (ownCells_.size() <= column) ownCells_.resize(column + 1);
+  ownCells_[column] = true;
   keys_.erase(column);
   changed(Change::cells);
 }
@@ -157,14 +165,28 @@ ListControl::KeyIndex& ListControl::keyIndex(std::size_t column) const {
   if (!isNew) return index;
   index.slots.resize(std::bit_ceil(2 * rows_.size() + 1));
   index.next.resize(rows_.size(), KeyIndex::None);
-  // From the last row on, so that the first one with a text stands in its slot.
-  for (auto row = static_cast<std::uint32_t>(rows_.size()); row-- > 0;) {
-    const XCBasicString text = cell(place_.empty() ? row : place_[row], column);
+  const auto add = [&](std::uint32_t row, XmlText text, auto hasText) {
     const std::uint32_t hash = hashOf(text);
-    KeyIndex::Slot& slot =
-        index.slotOf(hash, [&](std::uint32_t other) { return rowShows(other, column, text); });
+    KeyIndex::Slot& slot = index.slotOf(hash, hasText);
     index.next[row] = slot.row;
     slot = {hash, row};
+  };
+  const bool plain = showsPlainAttribute(column);
+  std::size_t places[2] = {};
+  const auto attributeOf = [&](std::uint32_t row, std::size_t& place) {
+    const XmlDocument::XmlNode* element = rows_[row].element;
+    return element ? element->attribute(*columns_[column].attribute, place) : XmlText();
+  };
+  // From the last row on, so that the first one with a text stands in its slot.
+  for (auto row = static_cast<std::uint32_t>(rows_.size()); row-- > 0;) {
+    if (plain) {
+      const XmlText text = attributeOf(row, places[0]);
+      add(row, text, [&](std::uint32_t other) { return attributeOf(other, places[1]) == text; });
+    } else {
+      const XCBasicString text = cell(place_.empty() ? row : place_[row], column);
+      add(row, XmlText::wide(text),
+          [&](std::uint32_t other) { return rowShows(other, column, text); });
+    }
   }
   return index;
 }
@@ -173,7 +195,9 @@ std::optional<std::size_t> ListControl::findRow(std::size_t column,
                                                 std::u16string_view text) const {
   KeyIndex& index = keyIndex(column);
   std::uint32_t row =
-      index.slotOf(hashOf(text), [&](std::uint32_t other) { return rowShows(other, column, text); })
+      index
+          .slotOf(hashOfUnits(text),
+                  [&](std::uint32_t other) { return rowShows(other, column, text); })
           .row;
   if (row == KeyIndex::None) return std::nullopt;
   if (place_.empty()) return row;
@@ -221,9 +245,8 @@ void ListControl::addToSelection(std::size_t row) {
 
 bool ListControl::showsPlainAttribute(std::size_t column) const {
   const ListColumn& definition = columns_[column];
-  return definition.attribute && !definition.cell &&
-         std::none_of(extras_.begin(), extras_.end(),
-                      [column](const auto& own) { return own.second.cells.contains(column); });
+  const bool hasOwnCells = column < ownCells_.size() && ownCells_[column];
+  return definition.attribute && !definition.cell && !hasOwnCells;
 }
 
 void ListControl::cellsChanged() {
@@ -236,20 +259,20 @@ void ListControl::cellsChanged() {
 void ListControl::sortRows(ListSort order) {
   const ListColumn& column = columns_[order.column];
   if (column.number && sortByNumbers(column, order.descending)) return;
+  const auto byRow = [](std::uint32_t row) { return row; };
   if (column.compare)
-    return sortKeyed(
-        order.descending, [&](std::uint32_t row) { return row; },
-        [&](std::uint32_t a, std::uint32_t b) { return column.compare(rows_[a], rows_[b]) < 0; });
+    return sortKeyed(order.descending, byRow, [&](const auto& a, const auto& b) {
+      return column.compare(rows_[a.row], rows_[b.row]) < 0;
+    });
   if (showsPlainAttribute(order.column))
     return sortByAttribute(*column.attribute, order.descending);
   std::vector<XCBasicString> texts(rows_.size());
   for (std::size_t row = 0; row < rows_.size(); ++row) texts[at(row)] = cell(row, order.column);
-  sortKeyed(
-      order.descending, [&](std::uint32_t row) { return row; },
-      [&](std::uint32_t a, std::uint32_t b) { return texts[a] < texts[b]; });
+  sortKeyed(order.descending, byRow,
+            [&](const auto& a, const auto& b) { return texts[a.row] < texts[b.row]; });
 }
 
-// Puts order_ into the stable order of keys.
+// Puts order_ into the stable order of keys, each with its row.
 template <class KeyOf, class Before>
 void ListControl::sortKeyed(bool descending, KeyOf keyOf, Before before) {
   struct Keyed {
@@ -261,10 +284,9 @@ void ListControl::sortKeyed(bool descending, KeyOf keyOf, Before before) {
   for (const std::uint32_t row : order_) keyed.push_back({keyOf(row), row});
   if (descending)
     std::stable_sort(keyed.begin(), keyed.end(),
-                     [&](const Keyed& a, const Keyed& b) { return before(b.key, a.key); });
+                     [&](const Keyed& a, const Keyed& b) { return before(b, a); });
   else
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [&](const Keyed& a, const Keyed& b) { return before(a.key, b.key); });
+    std::stable_sort(keyed.begin(), keyed.end(), before);
   std::transform(keyed.begin(), keyed.end(), order_.begin(),
                  [](const Keyed& one) { return one.row; });
 }
@@ -279,19 +301,14 @@ bool ListControl::sortByNumbers(const ListColumn& column, bool descending) {
     numbers.push_back(*number);
   }
   sortKeyed(
-      descending, [&](std::uint32_t row) { return numbers[row]; }, std::less<>());
+      descending, [&](std::uint32_t row) { return numbers[row]; },
+      [](const auto& a, const auto& b) { return a.key < b.key; });
   return true;
 }
 
 namespace {
 
-// A text, and eight of its characters as a number of the same order, behind those that all the
-// texts have in common. For texts that are all narrow.
-struct TextKey {
-  std::uint64_t front = 0;
-  XmlText text;
-};
-
+// Eight characters of a narrow text as a number of the same order.
 std::uint64_t eightFrom(XmlText text, std::size_t at) {
   std::uint64_t front = 0;
   const std::string_view bytes = text.narrowView();
@@ -309,21 +326,23 @@ std::size_t commonFront(XmlText a, XmlText b, std::size_t most) {
 
 }  // namespace
 
+// While all texts are narrow, the key is eight characters behind those that all have in common; the
+// texts are looked at only where it is the same. What is moved while sorting stays small.
 void ListControl::sortByAttribute(XmlName attribute, bool descending) {
-  std::vector<TextKey> keys(rows_.size());
+  std::vector<XmlText> texts(rows_.size());
   bool narrow = true;
   std::size_t common = XmlText::MaxSize;
+  std::size_t place = 0;
   for (std::size_t row = 0; row < rows_.size(); ++row) {
-    if (rows_[row].element) keys[row].text = rows_[row].element->attribute(attribute);
-    narrow = narrow && !keys[row].text.isWide();
-    if (narrow) common = commonFront(keys[0].text, keys[row].text, common);
+    if (rows_[row].element) texts[row] = rows_[row].element->attribute(attribute, place);
+    narrow = narrow && !texts[row].isWide();
+    if (narrow) common = commonFront(texts[0], texts[row], common);
   }
-  if (narrow)
-    for (TextKey& key : keys) key.front = eightFrom(key.text, common);
   sortKeyed(
-      descending, [&](std::uint32_t row) { return keys[row]; },
-      [](const TextKey& a, const TextKey& b) {
-        return a.front != b.front ? a.front < b.front : a.text.compare(b.text) < 0;
+      descending,
+      [&](std::uint32_t row) { return narrow ? eightFrom(texts[row], common) : std::uint64_t(0); },
+      [&](const auto& a, const auto& b) {
+        return a.key != b.key ? a.key < b.key : texts[a.row].compare(texts[b.row]) < 0;
       });
 }
 

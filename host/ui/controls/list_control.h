@@ -126,6 +126,7 @@ class HOST_API ListControl : public Control {
   std::vector<std::uint32_t> order_;  // from place to row; empty while nothing is sorted
   std::vector<std::uint32_t> place_;  // from row to place, with order_
   std::unordered_map<std::uint32_t, Extra> extras_;
+  std::vector<bool> ownCells_;  // by column: whether a row shows a text of its own there
   std::vector<std::size_t> selection_;
   std::vector<std::uint8_t> flags_;
   std::optional<ListSort> sorted_;

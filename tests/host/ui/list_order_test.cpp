@@ -122,17 +122,19 @@ TEST_F(ListOrder, NumbersAreUsedWhileAllRowsHaveOne) {
 
 TEST_F(ListOrder, TheRowOfATextIsTheFirstAsSorted) {
   std::mt19937 random(11);
-  fill(randomTexts(random, u"", u"abc", 3));
-  for (const bool sorted : {false, true}) {
-    if (sorted) {
-      list_.sort({0, true});
-      list_.sort({0, false});
+  for (const std::u16string_view alphabet : {u"abc", u"ab\u00E9"}) {
+    fill(randomTexts(random, u"", alphabet, 3));
+    for (const bool sorted : {false, true}) {
+      if (sorted) {
+        list_.sort({0, true});
+        list_.sort({0, false});
+      }
+      std::map<std::u16string, std::size_t> first;
+      for (std::size_t row = 0; row < list_.rowCount(); ++row)
+        first.try_emplace(list_.cell(row, 0).str(), row);
+      for (const auto& [text, row] : first) EXPECT_EQ(list_.findRow(0, text), row);
+      EXPECT_EQ(list_.findRow(0, u"abcd"), std::nullopt);
     }
-    std::map<std::u16string, std::size_t> first;
-    for (std::size_t row = 0; row < list_.rowCount(); ++row)
-      first.try_emplace(list_.cell(row, 0).str(), row);
-    for (const auto& [text, row] : first) EXPECT_EQ(list_.findRow(0, text), row);
-    EXPECT_EQ(list_.findRow(0, u"abcd"), std::nullopt);
   }
 }
 
@@ -141,6 +143,24 @@ TEST_F(ListOrder, ManyRowsWithOneTextAreFoundAsQuicklyAsOthers) {
   fill(std::vector<std::u16string>(100000, u"Lamp"));
   EXPECT_EQ(list_.findRow(0, u"Lamp"), 0U);
   EXPECT_EQ(list_.findRow(0, u"lamp"), std::nullopt);
+}
+
+TEST_F(ListOrder, TextsOfTheirOwnInAnotherColumnAreNotWalkedOverWhenARowIsLookedFor) {
+  // With a walk over them at each row this would take minutes.
+  fill(std::vector<std::u16string>(50000, u"Lamp"));
+  list_.setColumns({list_.columns()[0], ListColumn()});
+  for (std::size_t row = 0; row < list_.rowCount(); ++row) list_.setCell(row, 1, u"own");
+  for (std::size_t row = 0; row < list_.rowCount(); ++row) ASSERT_EQ(list_.findRow(0, u"Lamp"), 0U);
+}
+
+TEST_F(ListOrder, TextsOfTheirOwnAreForgottenWithTheRows) {
+  fill({u"b", u"a"});
+  list_.setCell(0, 0, u"own");
+  list_.sort({0, false});
+  EXPECT_EQ(order(), (std::vector<std::size_t>{1, 0}));
+  fill({u"d", u"c"});
+  EXPECT_EQ(list_.findRow(0, u"own"), std::nullopt);
+  EXPECT_EQ(list_.findRow(0, u"c"), 1U);
 }
 
 TEST_F(ListOrder, NothingIsFoundInAnEmptyList) {
