@@ -48,7 +48,7 @@ def run(programs, quick, out):
         command = [str(programs / name), f"--benchmark_out={raw}", "--benchmark_out_format=json",
                    "--benchmark_enable_random_interleaving=true"]
         if quick:
-            command += ["--benchmark_repetitions=3", "--benchmark_min_time=0.01",
+            command += ["--benchmark_repetitions=7", "--benchmark_min_time=0.01",
                         "--benchmark_filter=/(1000|10000)(/|$)"]
         else:
             command += ["--benchmark_repetitions=7", "--benchmark_min_time=0.05"]
