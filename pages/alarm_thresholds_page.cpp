@@ -132,7 +132,8 @@ class Generations {
  public:
   bool isOld(const Node& node) {
     const host::XmlText firmware = node.attribute(FirmwareOfNode, place_);
-    if (firmware == lastOld_) return true;  // a node without a version is old, too
+    // No version is the oldest one there is, and what stands here before any was seen.
+    if (firmware.empty() || firmware == lastOld_) return true;
     if (firmware == lastNew_) return false;
     const bool old = lamp::compareVersions(firmware, NewFirmware) == lamp::VersionOrder::firstOlder;
     (old ? lastOld_ : lastNew_) = firmware;

@@ -86,6 +86,19 @@ TEST_F(AlarmThresholdsPage, TheFirmwareTellsTheGeneration) {
   }
 }
 
+TEST_F(AlarmThresholdsPage, EveryNodeIsToldByItsOwnFirmwareWhateverStandsBeforeIt) {
+  open(R"(<Node Id="1" vf="0.2.9"/><Node Id="2"/><Node Id="3" vf="0.3.0"/><Node Id="4"/>
+          <Node Id="5" vf="x"/><Node vf="0.3.0" Id="6"/><Node Id="7" vf=""/><Node Id="8" vf="1"/>
+          <Node Id="9" vf="0.2.9"/>)");
+  const auto identities = [&](const char* list) {
+    std::string all;
+    for (const auto& row : driver.rows(list)) all += row.front();
+    return all;
+  };
+  EXPECT_EQ(identities("oldNodes"), "124579");
+  EXPECT_EQ(identities("newNodes"), "368");
+}
+
 TEST_F(AlarmThresholdsPage, WithoutOldNodesOnlyTheNewOnesAreVisible) {
   open(R"(<Node Id="1" vf="0.3.0"/>)");
   for (int id = 6561; id <= 6579; ++id) EXPECT_FALSE(driver.visible(id)) << id;
