@@ -20,7 +20,8 @@ struct ReadBackReport {
 };
 
 /// Compares a section as it was sent with the same section as it was read afterwards: every value
-/// that was sent, and no other. Stamps and masked passwords are left out.
+/// that was sent, and no other. Stamps, masked passwords and the states of inputs and outputs are
+/// left out; a value that is not there counts as an empty one.
 ReadBackReport compareReadBack(const XmlDocument::XmlNode& sent, const XmlDocument::XmlNode& read);
 
 }  // namespace workbench

@@ -33,6 +33,32 @@ TEST(ReadBack, AValueThatIsOtherOrGoneIsTold) {
   EXPECT_EQ(report.notTaken[1].now, "");
 }
 
+TEST(ReadBack, ATaskThatWasDeletedIsTakenWhenItIsGone) {
+  constexpr const char* Sent =
+      "<E02><TP TpTar='1' TpHi='a' TpPer=''><TpPro TpReq='L03'/></TP>"
+      "<TP TpTar='4' TpHi='b' TpPer='1'><TpPro TpReq='L09'/><TpPro TpReq='L15'/></TP></E02>";
+  const ReadBackReport taken = compare(
+      Sent,
+      "<L02><TP TpTar='4' TpHi='b' TpPer='1'><TpPro TpReq='L09'/><TpPro TpReq='L15'/></TP></L02>");
+  EXPECT_TRUE(taken.notTaken.empty()) << taken.notTaken[0].what;
+  const ReadBackReport kept =
+      compare(Sent,
+              "<L02><TP TpTar='1' TpHi='a' TpPer='7'/><TP TpTar='4' TpHi='b' TpPer='1'>"
+              "<TpPro TpReq='L09'/></TP></L02>");
+  ASSERT_EQ(kept.notTaken.size(), 2U);
+  EXPECT_EQ(kept.notTaken[0].what, "TP[1] TpPer");
+  EXPECT_EQ(kept.notTaken[0].now, "7");
+  EXPECT_EQ(kept.notTaken[1].what, "TP[4] TpPro[2] TpReq");
+}
+
+TEST(ReadBack, OutputsAreKnownByTheirNumberAndTheirStateIsNotCompared) {
+  const ReadBackReport report =
+      compare("<E13><Output Dir='3' Value='0' On='Y'/><Output Dir='2' Value='0' On='N'/></E13>",
+              "<L13><Output Dir='2' Value='0' On='Y'/><Output Dir='3' Value='1' On='Y'/></L13>");
+  ASSERT_EQ(report.notTaken.size(), 1U);
+  EXPECT_EQ(report.notTaken[0].what, "Output[2] On");
+}
+
 TEST(ReadBack, RowsAreFoundByTheirNodeInAnyOrderAndForm) {
   const ReadBackReport report = compare(
       "<E05 ActDate='20250315100000W'><Node nodeId='1'><Interval time='5' power='50'/></Node>"
