@@ -39,4 +39,16 @@ Control* controlNamedLike(const XCBaseDlg& page, std::string_view attribute) {
   return nullptr;
 }
 
+Control* editOfRows(const XCBaseDlg& page, const host::ListControl& list,
+                    std::string_view attribute) {
+  const std::string& name = list.name();
+  const auto capital =
+      std::find_if(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+  if (capital != name.end())
+    if (Control* own =
+            controlNamedLike(page, std::string(name.begin(), capital) + std::string(attribute)))
+      return own;
+  return controlNamedLike(page, attribute);
+}
+
 }  // namespace workbench

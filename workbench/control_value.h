@@ -17,4 +17,9 @@ std::u16string valueIn(const host::Control& control);
 /// The control that takes values and has the name of an attribute, in whatever case; null for none.
 host::Control* controlNamedLike(const XCBaseDlg& page, std::string_view attribute);
 
+/// The control in which the rows of @p list show an attribute; null for none. Of two lists,
+/// "oldRows" and "newRows", one may have edits "newTime" of its own beside the other's "time".
+host::Control* editOfRows(const XCBaseDlg& page, const host::ListControl& list,
+                          std::string_view attribute);
+
 }  // namespace workbench

@@ -35,11 +35,10 @@ std::vector<PageSnapshot::Bound> PageSnapshot::boundLists(const XCBaseDlg& page)
     const auto* list = dynamic_cast<const host::ListControl*>(control.get());
     const Node* first = list != nullptr && list->rowCount() > 0 ? list->element(0) : nullptr;
     if (first == nullptr || rowKey(*first).empty()) continue;
-    Bound entry{.list = list, .attributes = {}};
-    for (std::size_t i = 0; i < first->attributeCount(); ++i) {
-      const host::XmlName name = first->attributeName(i);
-      const host::Control* edit = controlNamedLike(page, host::xmlNameText(name.id()));
-      if (edit != nullptr && !isSecret(*edit)) entry.attributes.push_back(name);
+    Bound entry{.list = list, .values = {}};
+    for (RowValue& value : RowValue::allOf(*first)) {
+      const host::Control* edit = editOfRows(page, *list, value.name());
+      if (edit != nullptr && !isSecret(*edit)) entry.values.push_back(std::move(value));
     }
     bound.push_back(std::move(entry));
   }
@@ -50,8 +49,7 @@ PageSnapshot::PageSnapshot(const XCBaseDlg& page) : tasks_(tasksOn(page)) {
   for (const Bound& bound : boundLists(page))
     for (std::size_t row = 0; row < bound.list->rowCount(); ++row)
       if (const Node* element = bound.list->element(row))
-        for (const host::XmlName name : bound.attributes)
-          rows_[element].push_back(element->getAttribute(name));
+        for (const RowValue& value : bound.values) rows_[element].push_back(value.of(*element));
   const bool rows = hasRows(page) || !tasks_.empty();
   for (const auto& control : page.Controls())
     if (takesValues(*control) && !isSecret(*control) &&
@@ -66,11 +64,10 @@ PageValues PageSnapshot::changed(const XCBaseDlg& page) const {
       const Node* element = list.list->element(row);
       const auto before = rows_.find(element);
       if (element == nullptr || before == rows_.end()) continue;
-      for (std::size_t i = 0; i < list.attributes.size() && i < before->second.size(); ++i) {
-        XCBasicString now = element->getAttribute(list.attributes[i]);
+      for (std::size_t i = 0; i < list.values.size() && i < before->second.size(); ++i) {
+        std::u16string now = list.values[i].of(*element);
         if (now == before->second[i]) continue;
-        values.rows[rowKey(*element)][std::string(host::xmlNameText(list.attributes[i].id()))] =
-            now.str();
+        values.rows[rowKey(*element)][list.values[i].name()] = std::move(now);
       }
     }
   }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "workbench/page_values.h"
+#include "workbench/row_value.h"
 
 namespace workbench {
 
@@ -20,13 +21,13 @@ class PageSnapshot {
  private:
   struct Bound {
     const host::ListControl* list;
-    std::vector<host::XmlName> attributes;
+    std::vector<RowValue> values;
   };
   static std::vector<Bound> boundLists(const XCBaseDlg& page);
 
   PageValues::Row fields_;
   std::string tasks_;
-  std::unordered_map<const XmlDocument::XmlNode*, std::vector<XCBasicString>> rows_;
+  std::unordered_map<const XmlDocument::XmlNode*, std::vector<std::u16string>> rows_;
 };
 
 }  // namespace workbench

@@ -6,6 +6,7 @@
 
 #include "host/ui/user_input.h"
 #include "workbench/control_value.h"
+#include "workbench/row_value.h"
 #include "workbench/task_put.h"
 
 namespace workbench {
@@ -28,6 +29,19 @@ void addAttributes(const Node& element, PageValues::Row& row) {
     const std::string name(host::xmlNameText(element.attributeName(i).id()));
     const XCBasicString text = element.attributeText(i).toString();
     if (isValue(name, text)) row.try_emplace(name, text.str());
+  }
+}
+
+// The hour and the minute of a step are typed into one edit.
+void joinTimes(PageValues::Row& row) {
+  std::vector<std::string> hours;
+  for (const auto& [name, value] : row)
+    if (name.starts_with("hour") && RowValue::nameFor(name) != name) hours.push_back(name);
+  for (const std::string& hour : hours) {
+    const std::string minute = "min" + hour.substr(hour.size() - 1);
+    row.try_emplace(RowValue::nameFor(hour), clockTime(row[hour], row[minute]));
+    row.erase(hour);
+    row.erase(minute);
   }
 }
 
@@ -90,8 +104,9 @@ class Entry {
       const auto wanted = values.rows.find(rowKey(*element));
       if (wanted == values.rows.end()) continue;
       for (const auto& [name, value] : wanted->second) {
-        if (!element->hasAttribute(host::XmlName(name)) || editOf(name) == nullptr) continue;
-        if (element->getAttribute(host::XmlName(name)) == value)
+        const RowValue attribute(name);
+        if (!attribute.isIn(*element) || editOf(list, name) == nullptr) continue;
+        if (attribute.of(*element) == value)
           ++report_.same;
         else
           gestures[{name, value}].push_back(row);
@@ -111,10 +126,10 @@ class Entry {
       const auto first = rows.begin() + static_cast<std::ptrdiff_t>(at);
       host::Outcome outcome =
           user_.select(list, {first, first + static_cast<std::ptrdiff_t>(together)});
-      if (outcome) outcome = enter(user_, *editOf(name), value);
+      if (outcome) outcome = enter(user_, *editOf(list, name), value);
       for (std::size_t i = at; i < at + together; ++i) {
         const Node& element = *list.element(rows[i]);
-        if (element.getAttribute(host::XmlName(name)) == value)
+        if (RowValue(name).of(element) == value)
           ++report_.put;
         else
           refuse(XCBasicString(rowKey(element)).ToUtf8() + ": " + name, outcome);
@@ -122,16 +137,16 @@ class Entry {
     }
   }
 
-  Control* editOf(const std::string& name) {
-    const auto [place, isNew] = edits_.try_emplace(name, nullptr);
-    if (isNew) place->second = controlNamedLike(page_, name);
+  Control* editOf(const ListControl& list, const std::string& name) {
+    const auto [place, isNew] = edits_.try_emplace({&list, name}, nullptr);
+    if (isNew) place->second = editOfRows(page_, list, name);
     return place->second;
   }
 
   XCBaseDlg& page_;
   UserInput user_;
   PutReport report_;
-  std::map<std::string, Control*> edits_;
+  std::map<std::pair<const ListControl*, std::string>, Control*> edits_;
 };
 
 }  // namespace
@@ -158,6 +173,7 @@ PageValues valuesOf(const Node& section) {
     addAttributes(child, row);
     // With several of them it would not be told which one is meant.
     if (child.ChildCount() == 1) addAttributes(*child.FirstChild(), row);
+    joinTimes(row);
   }
   return values;
 }

@@ -26,7 +26,8 @@ struct PageValues {
 const XmlDocument::XmlNode* sectionElement(const XmlDocument& document, const std::string& section);
 
 /// The values of a section as it is read or as it is written: attributes that a written row has in
-/// a child of its own count as the row's. Masked passwords are left out, tasks too.
+/// a child of its own count as the row's, and the times of a program are joined as RowValue says.
+/// Masked passwords are left out, tasks too.
 PageValues valuesOf(const XmlDocument::XmlNode& section);
 
 /// The identity of a row's element, empty when it has none.

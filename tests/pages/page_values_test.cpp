@@ -2,14 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "pages/alarm_thresholds_page.h"
 #include "pages/general_settings_page.h"
 #include "pages/inputs_outputs_page.h"
 #include "pages/node_power_page.h"
 #include "pages/node_table_page.h"
 #include "pages/scheduled_tasks_page.h"
+#include "programs/group_schedules_page.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/lamp_manager.h"
 #include "tests/support/xml_compare.h"
+#include "workbench/page_snapshot.h"
 #include "workbench/section_put.h"
 
 namespace {
@@ -20,10 +23,10 @@ using workbench::PutReport;
 /// The values that the editor's history puts back into open pages.
 class PageValuesTest : public testing::Test {
  protected:
-  template <class Page>
-  void open(const std::string& section) {
+  template <class Page, class... Arguments>
+  void open(const std::string& section, Arguments... arguments) {
     driver.channel().replyWith("<main><ZelLamp Id='LM'>" + section + "</ZelLamp></main>");
-    driver.show<Page>(&manager.driver, nullptr);
+    driver.show<Page>(&manager.driver, nullptr, arguments...);
     ASSERT_EQ(driver.top(), support::TopKind::dialog);
     driver.channel().forget();
   }
@@ -214,6 +217,56 @@ TEST_F(TasksPutTest, WhatThePageHasNoFieldForIsTold) {
   EXPECT_EQ(report.refused[0].substr(0, 8), "2: TpHi:");
   EXPECT_EQ(report.refused[1].substr(0, 10), "2: TpPrio:");
   EXPECT_EQ(report.refused[2].substr(0, 18), "2: TpPro[1] TpReq:");
+}
+
+constexpr const char* ClockNodes =
+    "<L17><Node Id='1' hour1='18' min1='5' power1='100' hour2='22' min2='15' power2='80' hour3='1' "
+    "min3='0' power3='60' hour4='5' min4='45' power4='40'/>"
+    "<Node Id='2' power1='100' hour2='22' min2='15' power2='80' hour3='01' min3='0' power3='60' "
+    "hour4='6' min4='0' power4='40'/></L17>";
+
+TEST_F(PageValuesTest, TimesByTheClockAreTypedIntoOneField) {
+  open<CDlgE06CfgZelLampManager>(ClockNodes, lamp::ProgramKind::clock);
+  const PutReport report =
+      put("<E17 ActDate='x'><Node nodeId='1'><Interval power1='100' hour2='23' min2='05' "
+          "power2='80' hour3='01' min3='00' power3='50' hour4='05' min4='45' power4='40'/></Node>"
+          "</E17>");
+  EXPECT_TRUE(report.refused.empty()) << report.refused[0];
+  EXPECT_EQ(report.put, 2U);
+  EXPECT_EQ(report.same, 5U);
+  driver.click("ok");
+  ASSERT_EQ(driver.channel().count(), 1U);
+  const std::string sent = driver.channel().last().request;
+  EXPECT_NE(sent.find("hour2=\"23\" min2=\"05\" power2=\"80\""), std::string::npos) << sent;
+  EXPECT_NE(sent.find("power3=\"50\""), std::string::npos) << sent;
+}
+
+TEST_F(PageValuesTest, ATimeByTheClockThatWasTypedIsAmongWhatChanged) {
+  open<CDlgE06CfgZelLampManager>(ClockNodes, lamp::ProgramKind::clock);
+  const workbench::PageSnapshot opened(driver.dialog());
+  driver.select("nodes", {1});
+  driver.type("time2", "2345");
+  const PageValues changed = opened.changed(driver.dialog());
+  EXPECT_TRUE(changed.fields.empty());
+  ASSERT_EQ(changed.rows.size(), 1U);
+  EXPECT_EQ(changed.rows.at(u"2"), (PageValues::Row{{"time2", u"23:45"}}));
+}
+
+// The lists of old and new nodes have thresholds of the same name, each with an edit of its own.
+TEST_F(PageValuesTest, ThresholdsOfNewNodesLeaveTheOldOnesAlone) {
+  open<CDlgE07CfgZelLampManager>(
+      "<L07><Node Id='1' vf='0.2.9' blinkActive='35' blinkTime='30' blinkTimes='5'/>"
+      "<Node Id='2' vf='0.3.2' powerLamp='70' blinkTime='30' blinkTimes='5'/></L07>");
+  const PutReport report =
+      put("<L07><Node Id='1' vf='0.2.9' blinkActive='36' blinkTime='30' blinkTimes='5'/>"
+          "<Node Id='2' vf='0.3.2' powerLamp='70' blinkTime='40' blinkTimes='6'/></L07>");
+  EXPECT_TRUE(report.refused.empty()) << report.refused[0];
+  EXPECT_EQ(report.put, 3U);
+  EXPECT_EQ(report.same, 3U);
+  driver.click("ok");
+  const std::string sent = driver.channel().last().request;
+  EXPECT_NE(sent.find("blinkActive=\"36\" blinkTime=\"30\""), std::string::npos) << sent;
+  EXPECT_NE(sent.find("blinkTime=\"40\" blinkTimes=\"6\""), std::string::npos) << sent;
 }
 
 TEST_F(PageValuesTest, SectionsAreFoundInRequestsAndReplies) {
