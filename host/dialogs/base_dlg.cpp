@@ -209,7 +209,8 @@ void XCBaseDlg::DispatchPosted() {
   if (dispatching_) return;
   dispatching_ = true;
   while (!posted_.empty() && !ended_) {
-    const auto [message, parameter] = posted_.front();
+    const int message = posted_.front().first;
+    const int parameter = posted_.front().second;
     posted_.pop_front();
     if (const auto* entry = findEntry(GetMessageMap(), Notice::posted, message))
       attempt([&] { entry->call(*this, {parameter, parameter}); });
