@@ -9,10 +9,8 @@ import tarfile
 import threading
 import unittest
 
-from harness import BIN, Script, StreetTest, declare
+from harness import SANITIZED, Script, StreetTest, declare
 
-SANITIZED = b"__asan_init" in (BIN / "lamp-script").read_bytes()
-# Under the address sanitizer everything is slow, and what is freed stays in memory.
 MEBIBYTES = 8 if SANITIZED else 64
 SECTIONS = [f"L{number:02}" for number in range(1, 18)]
 

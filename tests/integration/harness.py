@@ -18,6 +18,10 @@ import xml.etree.ElementTree as ElementTree
 from http.client import HTTPConnection
 
 BIN = pathlib.Path(os.environ["LAMP_BIN"])
+_SCRIPT = (BIN / "lamp-script").read_bytes()
+# Under a sanitizer everything is slow and takes memory; under the one for threads even more so.
+THREADS_SANITIZED = b"__tsan_init" in _SCRIPT
+SANITIZED = THREADS_SANITIZED or b"__asan_init" in _SCRIPT
 
 
 class Controller:
