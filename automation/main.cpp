@@ -10,6 +10,7 @@
 #include "automation/options.h"
 #include "automation/session.h"
 #include "host/services/files.h"
+#include "workbench/core_dumps.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  workbench::forbidCoreDumps();
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

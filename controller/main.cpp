@@ -1,4 +1,5 @@
 #include <malloc.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -178,6 +179,11 @@ void shareMemory() {
 #endif
 }
 
+// The settings hold passwords: nothing of this process's memory is left when it ends by a fault.
+void forbidCoreDumps() {
+  ::prctl(PR_SET_DUMPABLE, 0);
+}
+
 int run(const std::vector<std::string>& arguments) {
   Options options;
   if (const std::string fault = parseOptions(arguments, options); !fault.empty()) {
@@ -218,6 +224,7 @@ int run(const std::vector<std::string>& arguments) {
 int main(int argc, char** argv) {
   lamp::controller::leaveEarlierLifeBehind();
   lamp::controller::shareMemory();
+  lamp::controller::forbidCoreDumps();
   try {
     return lamp::controller::run(std::vector<std::string>(argv + 1, argv + argc));
   } catch (const std::exception& fault) {

@@ -10,6 +10,7 @@
 #include "editor/window/main_window.h"
 #include "editor/window/start.h"
 #include "host/services/setup.h"
+#include "workbench/core_dumps.h"
 
 namespace {
 
@@ -49,6 +50,7 @@ void printExchanges(const workbench::ExchangeRecord& record) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  workbench::forbidCoreDumps();
   QCoreApplication::setApplicationName("lamp-editor");
   QStringList arguments;
   for (int at = 1; at < argc; ++at) arguments << QString::fromLocal8Bit(argv[at]);

@@ -1,6 +1,7 @@
 #include "workbench/journal_entry.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "workbench/json_writer.h"
 
@@ -67,11 +68,11 @@ std::optional<JournalEntry> JournalEntry::read(std::string_view line) {
       !take(object, "milliseconds", false, entry.milliseconds))
     return std::nullopt;
   if (const auto upload = object.find("upload"); upload != object.end() && upload->is_object()) {
-    entry.upload.emplace();
-    if (!take(*upload, "name", false, entry.upload->name) ||
-        !take(*upload, "bytes", false, entry.upload->bytes) ||
-        !take(*upload, "sha256", false, entry.upload->sha256))
+    JournalEntry::Upload taken;
+    if (!take(*upload, "name", false, taken.name) || !take(*upload, "bytes", false, taken.bytes) ||
+        !take(*upload, "sha256", false, taken.sha256))
       return std::nullopt;
+    entry.upload = std::move(taken);
   }
   return entry;
 }

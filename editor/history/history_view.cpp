@@ -12,6 +12,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "editor/qt_text.h"
+#include "editor/window/record_table.h"
 
 namespace editor {
 namespace {
@@ -78,19 +79,7 @@ HistoryView::HistoryView(const workbench::SendJournal& journal, QWidget* parent)
 
 void HistoryView::makeTable() {
   table_->setModel(&model_);
-  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  table_->setSelectionMode(QAbstractItemView::SingleSelection);
-  table_->setShowGrid(false);
-  table_->setWordWrap(false);
-  table_->setTabKeyNavigation(false);
-  table_->verticalHeader()->hide();
-  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
-  table_->horizontalHeader()->setHighlightSections(false);
-  table_->horizontalHeader()->setStretchLastSection(true);
-  table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  int columnNumber = 0;
-  for (const char* sample : Samples)
-    table_->setColumnWidth(columnNumber++, table_->fontMetrics().horizontalAdvance(sample));
+  makeRecordTable(*table_, Samples);
   empty_->setWordWrap(true);
   empty_->setAlignment(Qt::AlignCenter);
   auto* over = new QVBoxLayout(table_);

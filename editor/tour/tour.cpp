@@ -17,6 +17,7 @@
 #include "editor/renderers/list_view.h"
 #include "editor/renderers/year_renderer.h"
 #include "editor/renderers/year_view.h"
+#include "editor/tour/covered_passwords.h"
 #include "editor/tour/dark_palette.h"
 #include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
@@ -225,6 +226,8 @@ void Tour::requireReasons() const {
 
 void Tour::picture(const QString& name) {
   requireReasons();
+  const DialogWindow* top = frontEnd_.topWindow();
+  const CoveredPasswords covered(top == nullptr ? nullptr : &top->body());
   QCoreApplication::sendPostedEvents();
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
   const QString path = QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());

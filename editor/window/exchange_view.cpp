@@ -1,9 +1,10 @@
 #include "editor/window/exchange_view.h"
 
 #include <QtGui/QFontDatabase>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTableView>
+
+#include "editor/window/record_table.h"
 
 namespace editor {
 namespace {
@@ -20,19 +21,7 @@ ExchangeView::ExchangeView(const workbench::ExchangeRecord& record, QWidget* par
       documents_(new QPlainTextEdit(this)) {
   setChildrenCollapsible(false);
   table_->setModel(&model_);
-  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  table_->setSelectionMode(QAbstractItemView::SingleSelection);
-  table_->setShowGrid(false);
-  table_->setWordWrap(false);
-  table_->setTabKeyNavigation(false);
-  table_->verticalHeader()->hide();
-  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
-  table_->horizontalHeader()->setHighlightSections(false);
-  table_->horizontalHeader()->setStretchLastSection(true);
-  table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  int column = 0;
-  for (const char* sample : Samples)
-    table_->setColumnWidth(column++, table_->fontMetrics().horizontalAdvance(sample));
+  makeRecordTable(*table_, Samples);
   documents_->setReadOnly(true);
   documents_->setLineWrapMode(QPlainTextEdit::NoWrap);
   documents_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
