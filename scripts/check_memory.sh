@@ -23,6 +23,7 @@ fi
 printf '%s\n' "${programs[@]}" | xargs -P "$(nproc)" -I{} sh -c '
   valgrind --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite \
     --show-leak-kinds=definite --num-callers=30 --fair-sched=try \
+    --suppressions=tests/memory_suppressions.supp \
     build/dev/bin/{} --gtest_brief=1 >build/dev/{}.memcheck 2>&1
   status=$?
   echo "{}: status $status: $(tail -1 build/dev/{}.memcheck)"
