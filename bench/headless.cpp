@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "host/resources/texts.h"
+#include "tests/support/sequential_ids.h"
 
 namespace bench {
 namespace {
@@ -32,20 +33,6 @@ void expectDone(const host::Outcome& outcome, std::string_view name) {
 class Headless::StandingClock : public host::Clock {
  public:
   XCDateTime now() const override { return {2025, 3, 15, 10, 0, 0}; }
-};
-
-class Headless::CountingIds : public host::IdSource {
- public:
-  std::array<std::uint8_t, 16> next() override {
-    ++given_;
-    std::array<std::uint8_t, 16> bytes{};
-    for (std::size_t i = 0; i < 4; ++i)
-      bytes[15 - i] = static_cast<std::uint8_t>(given_ >> (8 * i));
-    return bytes;
-  }
-
- private:
-  std::uint32_t given_ = 0;
 };
 
 class Headless::Channel : public host::CommandChannel {
@@ -93,7 +80,7 @@ class Headless::Settings : public host::EditorSettings {
 
 Headless::Headless()
     : clock_(std::make_unique<StandingClock>()),
-      ids_(std::make_unique<CountingIds>()),
+      ids_(std::make_unique<support::SequentialIds>()),
       channel_(std::make_unique<Channel>(*this)),
       user_(std::make_unique<ScriptedUser>(*this)),
       settings_(std::make_unique<Settings>()) {

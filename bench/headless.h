@@ -32,7 +32,6 @@ class Headless {
 
  private:
   class StandingClock;
-  class CountingIds;
   class Channel;
   class ScriptedUser;
   class Settings;
@@ -41,7 +40,7 @@ class Headless {
   Script script_;
   std::size_t written_ = 0;
   std::unique_ptr<StandingClock> clock_;
-  std::unique_ptr<CountingIds> ids_;
+  std::unique_ptr<host::IdSource> ids_;
   std::unique_ptr<Channel> channel_;
   std::unique_ptr<ScriptedUser> user_;
   std::unique_ptr<Settings> settings_;

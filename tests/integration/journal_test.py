@@ -21,8 +21,8 @@ class Journal(unittest.TestCase):
         self.addCleanup(self.controller.stop)
         declare(self.folder / "configuration", self.controller.port)
 
-    def change_time_zone(self, state):
-        """Sends one change of the general settings; answers what every command was answered."""
+    def choose_time_zone(self, state):
+        """Presses OK on another time zone; answers the user and what came back."""
         script = Script(self.folder / "configuration", "--state", str(state))
         self.addCleanup(script.end)
         script.do("editor.configure", device="Main street")
@@ -30,7 +30,11 @@ class Journal(unittest.TestCase):
         script.do("click", id=6358)
         chosen = script.controls()["TimeZone"]["selected"]
         script.do("choose", id="TimeZone", item=0 if chosen != 0 else 1)
-        script.do("click", id="ok")
+        return script, script.do("click", id="ok")
+
+    def change_time_zone(self, state):
+        """Sends one change of the general settings; answers what every command was answered."""
+        script, _ = self.choose_time_zone(state)
         exchanges = script.exchanges()
         script.close_all()
         self.assertEqual(script.end(), 0)
@@ -58,14 +62,8 @@ class Journal(unittest.TestCase):
 
     def test_a_refused_write_is_on_record_with_its_text(self):
         self.controller.order("refuse:The lamps are asleep.@2")
-        script = Script(self.folder / "configuration", "--state", str(self.folder / "state"))
-        self.addCleanup(script.end)
-        script.do("editor.configure", device="Main street")
-        script.do("click", id="device")
-        script.do("click", id=6358)
-        chosen = script.controls()["TimeZone"]["selected"]
-        script.do("choose", id="TimeZone", item=0 if chosen != 0 else 1)
-        self.assertEqual(script.do("click", id="ok")["top"]["kind"], "message")
+        script, answer = self.choose_time_zone(self.folder / "state")
+        self.assertEqual(answer["top"]["kind"], "message")
         script.close_all()
         text = (self.folder / "state" / "journal" / "sends.jsonl").read_text(encoding="utf-8")
         entry = json.loads(text)
