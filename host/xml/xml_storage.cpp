@@ -98,6 +98,8 @@ Storage::~Storage() {
 }
 
 void Storage::openSlab() {
+  // First the room to note it: where memory ends between the two, a slab would be lost.
+  if (slabs_.size() == slabs_.capacity()) slabs_.reserve(2 * slabs_.size() + 1);
   void* place = ::operator new(Slab::Bytes, std::align_val_t(Slab::Bytes));
   slabs_.push_back(new (place) Slab{this});
   nextNode_ = static_cast<char*>(place) + 64;  // the elements stay on cache-line boundaries
