@@ -169,7 +169,12 @@ void Transfer::takeFingerprint() {
 
 int Transfer::prerequisite(void* self, char*, char*, int, int) {
   auto& transfer = *static_cast<Transfer*>(self);
-  transfer.takeFingerprint();
+  try {
+    transfer.takeFingerprint();
+  } catch (const std::bad_alloc&) {
+    transfer.noMemory_ = true;
+    return CURL_PREREQFUNC_ABORT;
+  }
   transfer.refusedCertificate_ = transfer.post_.onlyLook || transfer.fingerprint_.empty() ||
                                  transfer.fingerprint_ != transfer.post_.onlyCertificate;
   return transfer.refusedCertificate_ ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
