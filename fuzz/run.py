@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the fuzz targets, as many at once as there are processors, and prints what they did; see ./fuzz.sh."""
+"""Runs the fuzz targets, one a processor at a time, and prints what they did; see ./fuzz.sh."""
 import argparse
 import concurrent.futures
 import os
