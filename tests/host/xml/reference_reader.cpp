@@ -2,6 +2,8 @@
 
 #include <libxml/parser.h>
 
+#include <string_view>
+
 namespace reference {
 namespace {
 
@@ -31,6 +33,8 @@ bool isLeaf(const xmlNode* element) {
 
 std::string content(const xmlNode* element) {
   std::string out = "(" + qualified(element);
+  for (const xmlNs* ns = element->nsDef; ns != nullptr; ns = ns->next)
+    out += " xmlns" + (ns->prefix ? ":" + chars(ns->prefix) : "") + "=" + chars(ns->href) + ";";
   for (const xmlAttr* a = element->properties; a != nullptr; a = a->next) {
     xmlChar* value = xmlNodeListGetString(element->doc, a->children, 1);
     out += " " + qualified(a) + "=" + chars(value) + ";";
@@ -46,13 +50,21 @@ std::string content(const xmlNode* element) {
   return out + " " + (isLeaf(element) ? text : withoutBlanks(text)) + children + ")";
 }
 
+bool declaresNamespace(std::string_view name) {
+  return name == "xmlns" || name.starts_with("xmlns:");
+}
+
+// The reference keeps declarations of namespaces apart, so that they come first here, too.
 std::string content(const Element& element, const xmlNode* reference) {
   std::string out = "(" + std::string(element.Tag());
-  for (std::size_t i = 0; i < element.attributeCount(); ++i) {
-    out += " " + std::string(element.attributeName(i).text()) + "=";
-    element.attributeText(i).appendUtf8(out);
-    out += ";";
-  }
+  for (const bool declaration : {true, false})
+    for (std::size_t i = 0; i < element.attributeCount(); ++i) {
+      const std::string name(element.attributeName(i).text());
+      if (declaresNamespace(name) != declaration) continue;
+      out += " " + name + "=";
+      element.attributeText(i).appendUtf8(out);
+      out += ";";
+    }
   std::string text;
   element.text().appendUtf8(text);
   const xmlNode* other = reference->children;

@@ -20,7 +20,7 @@ using Document = std::unique_ptr<xmlDoc, Free>;
 Document read(const std::string& xml);
 
 /// What the reference sees in a document, in a form of its own: "(tag name=value;... text
-/// (child)...)". For documents that declare no namespaces: here those are attributes like others.
+/// (child)...)". Declarations of namespaces are attributes like others and stand before them.
 std::string content(const xmlDoc& document);
 
 /// The same of what was read here. Text beside other pieces is compared without its blanks: those
