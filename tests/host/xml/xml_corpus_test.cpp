@@ -25,6 +25,8 @@ struct Refusal {
 constexpr Refusal Refusals[] = {
     {"document type", "entities and what they include are nothing that a controller sends"},
     {"levels", "what is nested deeper would only wear out the stack of who walks over it"},
+    {"is not UTF-8", "documents are UTF-8; other encodings only hide what stands in them"},
+    {"character with the code 0", "XML has none; the other reader takes it for the document's end"},
     {"names", "names are kept as long as the process, so that there is a bound to them"},
 };
 
