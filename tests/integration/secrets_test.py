@@ -7,6 +7,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import time
 import unittest
 
 from harness import BIN, declare
@@ -30,6 +31,7 @@ class CoreDumps(unittest.TestCase):
         """Aborts the program when `started(process)` returns; answers whether it was dumped."""
         process = subprocess.Popen(command, cwd=self.folder, stdin=subprocess.PIPE,
                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                   env={**os.environ, "QT_QPA_PLATFORM": "offscreen"},
                                    preexec_fn=allow_dumps, text=True)
         started(process)
         process.send_signal(signal.SIGABRT)
@@ -53,6 +55,16 @@ class CoreDumps(unittest.TestCase):
             self.assertIn("hunter2", process.stdout.readline())
 
         self.expect_no_dump([BIN / "lamp-script", "--config", "configuration"], started)
+
+    def test_the_editor_leaves_none(self):
+        declare(self.folder / "configuration", 1)
+        lock = self.folder / "configuration" / "configuration.lock"
+
+        def started(process):
+            while not lock.exists() and process.poll() is None:
+                time.sleep(0.02)
+
+        self.expect_no_dump([BIN / "lamp-editor", "--config", "configuration"], started)
 
     def test_the_controller_leaves_none(self):
         self.expect_no_dump([BIN / "lamp-controller", "--port", "0"],
