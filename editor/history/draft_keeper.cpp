@@ -1,6 +1,7 @@
 #include "editor/history/draft_keeper.h"
 
 #include "editor/history/history_model.h"
+#include "editor/history/put_report_text.h"
 #include "editor/qt_text.h"
 #include "workbench/send_log.h"
 
@@ -51,8 +52,12 @@ void DraftKeeper::offer() {
        XCBasicString::Format(XCLoadString(host::TextId::DraftOffer), XCBasicString(hostText(when))),
        host::MessageButtons::yesNo, host::MessageIcon::question});
   if (answer != host::MessageAnswer::yes) return;
-  workbench::putValues(page_.dialog(), found_->values);
+  const workbench::PutReport report = workbench::putValues(page_.dialog(), found_->values);
   page_.noteChange();
+  // The controller may have changed since; what is lost is told.
+  if (!report.refused.empty())
+    frontEnd_.ask({&page_.dialog(), XCBasicString(hostText(putReportText(report))),
+                   host::MessageButtons::ok, host::MessageIcon::warning});
 }
 
 }  // namespace editor

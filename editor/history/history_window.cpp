@@ -5,6 +5,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include "editor/history/put_report_text.h"
 #include "editor/qt_text.h"
 #include "workbench/section_name.h"
 #include "workbench/section_put.h"
@@ -17,25 +18,6 @@ using workbench::JournalEntry;
 
 constexpr QSize FirstSize(980, 480);
 constexpr int ButtonMargin = 8;  // pixels beside a caption
-// Of what the page did not take, as many lines as a person reads.
-constexpr qsizetype MostLines = 8;
-
-QString textOf(const workbench::PutReport& report) {
-  if (report.known() == 0) return caption(TextId::NoValuesForPage);
-  QString text =
-      caption(TextId::ValuesPut, static_cast<int>(report.put), static_cast<int>(report.same));
-  if (report.refused.empty()) return text;
-  QStringList lines;
-  for (const std::string& line : report.refused) {
-    if (lines.size() == MostLines) {
-      lines << QStringLiteral("…");
-      break;
-    }
-    lines << QString::fromStdString(line);
-  }
-  const QString refused = lines.join('\n');
-  return text + "\n" + caption(TextId::ValuesRefused, hostText(refused));
-}
 
 }  // namespace
 
@@ -100,7 +82,7 @@ void HistoryWindow::put(const std::string& xml, const std::string& section) {
     if (const XmlDocument::XmlNode* element = workbench::sectionElement(document, section))
       report = workbench::putSection(page_.dialog(), *element);
   page_.noteChange();
-  outcome_->setText(textOf(report));
+  outcome_->setText(putReportText(report));
   outcome_->show();
 }
 

@@ -108,6 +108,22 @@ TEST_F(Draft, NoLeavesThePageAsItWasRead) {
   EXPECT_TRUE(drafts().empty());
 }
 
+TEST_F(Draft, WhatThePageRefusesIsToldAndTheRestIsPutIn) {
+  crash();
+  std::ofstream(kept_) << R"({"when":"2025-03-15T10:00:00.000Z",)"
+                       << R"("fields":{"name":"typed","TimeZone":"?"}})";
+  start();
+  work({press("general"), [] {}, answerOffer(0),
+        [this] {
+          QMessageBox* told = offer();
+          ASSERT_NE(told, nullptr);
+          EXPECT_TRUE(told->text().startsWith("[60412](1,0)")) << told->text().toStdString();
+          EXPECT_TRUE(told->text().contains("TimeZone")) << told->text().toStdString();
+          told->buttons().at(0)->click();
+        },
+        [this] { EXPECT_EQ(text("name"), "typed"); }, press("cancel"), [] {}});
+}
+
 TEST_F(Draft, ADamagedDraftIsNotOffered) {
   crash();
   std::ofstream(kept_) << "{\"when\":\"x\",\"fields\":{\"name\":";
