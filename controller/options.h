@@ -13,9 +13,9 @@ struct Options {
   int port = 8080;
   std::string listen = "127.0.0.1";
   std::vector<std::string> hostNames;  ///< by which browsers may know it
-  std::string id;        ///< empty: made from the seed
-  std::string state;     ///< file or folder; empty: nothing is kept
-  std::string calendar;  ///< calendar file; empty: none
+  std::string id;                      ///< empty: made from the seed
+  std::string state;                   ///< file or folder; empty: nothing is kept
+  std::string calendar;                ///< calendar file; empty: none
   StreetPlan street;
   double speed = 1;         ///< seconds of the controller per second
   bool deliver = false;     ///< send reports and ask the time server

@@ -161,9 +161,8 @@ void XCDeviceCfgZelLampManager::ShowIdentity() {
   const auto* general = lamp::sectionOf(Document(), lamp::section::GeneralRead);
   if (general == nullptr) return;
   SetDlgItemText(Id::Model, general->getAttribute(ModelAttribute));
-  SetDlgItemText(Id::Firmware,
-                 general->getAttribute(FirmwareVersion) + u" / " +
-                     general->getAttribute(CommunicationFirmwareVersion));
+  SetDlgItemText(Id::Firmware, general->getAttribute(FirmwareVersion) + u" / " +
+                                   general->getAttribute(CommunicationFirmwareVersion));
   SetDlgItemText(Id::Manufactured, general->getAttribute(YearOfManufacture));
 }
 

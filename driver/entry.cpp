@@ -12,7 +12,9 @@ namespace {
 constexpr std::size_t FlagForBoards = 2;
 constexpr std::size_t FlagForInputs = 4;
 
-XCDriverDevice* deviceOf(XCDriver* driver) { return dynamic_cast<XCDriverDevice*>(driver); }
+XCDriverDevice* deviceOf(XCDriver* driver) {
+  return dynamic_cast<XCDriverDevice*>(driver);
+}
 
 bool configure(CWnd* parent, XCDriver* driver) {
   CDlgOptionsZelLampManager dialog(parent, deviceOf(driver));
@@ -20,9 +22,8 @@ bool configure(CWnd* parent, XCDriver* driver) {
 }
 
 bool refuseList(CWnd* parent) {
-  host::services().frontEnd().ask(
-      {parent, XCLoadString(host::TextId::NotAvailableForDeviceType),
-       host::MessageButtons::ok, host::MessageIcon::none});
+  host::services().frontEnd().ask({parent, XCLoadString(host::TextId::NotAvailableForDeviceType),
+                                   host::MessageButtons::ok, host::MessageIcon::none});
   return false;
 }
 

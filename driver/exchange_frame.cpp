@@ -5,15 +5,21 @@ namespace {
 
 constexpr std::u16string_view BlankLine = u"\r\n\r\n";
 
-int number(Command command) { return static_cast<int>(command); }
+int number(Command command) {
+  return static_cast<int>(command);
+}
 
 XmlDocument::XmlNode& requestFor(XmlDocument& document, host::XmlName section) {
   return document.Create(element::DeviceCfg).NewChild(section);
 }
 
 // Weekdays count from 1 = Sunday.
-int lastSundayOfMarch(int year) { return 31 - (XCDateTime(year, 3, 31).DayOfWeek() - 1); }
-int lastSundayOfOctober(int year) { return 32 - XCDateTime(year, 10, 31).DayOfWeek(); }
+int lastSundayOfMarch(int year) {
+  return 31 - (XCDateTime(year, 3, 31).DayOfWeek() - 1);
+}
+int lastSundayOfOctober(int year) {
+  return 32 - XCDateTime(year, 10, 31).DayOfWeek();
+}
 
 }  // namespace
 

@@ -44,25 +44,25 @@ class Registration {
     module_.name = "zellampmanager";
     namespace number = lamp::page_template;
     namespace device = lamp::device_template;
-    module_.templates = {{number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
-                         {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
-                         {number::ScheduledTasks, CDlgE02CfgZelLampManager::Template},
-                         {number::Firmware, CDlgE03CfgZelLampManager::Template},
-                         {number::InputsOutputs, CDlgE13CfgZelLampManager::Template},
-                         {device::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
-                         {device::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
-                         {device::NodeUpdate, XCUpdateNodesZelLampManager::Template},
-                         {number::NodeTable, CDlgE04CfgZelLampManager::Template},
-                         {number::NodePower, CDlgE05CfgZelLampManager::Template},
-                         {number::AlarmThresholds, CDlgE07CfgZelLampManager::Template},
-                         {number::NodeRemoval, CDlgE08CfgZelLampManager::Template},
-                         {number::Blacklist, CDlgE09CfgZelLampManager::Template},
-                         {number::NodeCommand, CDlgE11CfgZelLampManager::Template},
-                         {number::GroupSchedules, CDlgE06CfgZelLampManager::Template},
-                         {number::CalendarEditor, XCDeviceCalendarZelLAMPManager::Template},
-                         {number::DayTypeEditor, XCDeviceCalendarDayTypesZelLAMPManager::Template},
-                         {number::CalendarSelection,
-                          XCDeviceCalendarSelectionZelLAMPManager::Template}};
+    module_.templates = {
+        {number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
+        {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
+        {number::ScheduledTasks, CDlgE02CfgZelLampManager::Template},
+        {number::Firmware, CDlgE03CfgZelLampManager::Template},
+        {number::InputsOutputs, CDlgE13CfgZelLampManager::Template},
+        {device::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
+        {device::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
+        {device::NodeUpdate, XCUpdateNodesZelLampManager::Template},
+        {number::NodeTable, CDlgE04CfgZelLampManager::Template},
+        {number::NodePower, CDlgE05CfgZelLampManager::Template},
+        {number::AlarmThresholds, CDlgE07CfgZelLampManager::Template},
+        {number::NodeRemoval, CDlgE08CfgZelLampManager::Template},
+        {number::Blacklist, CDlgE09CfgZelLampManager::Template},
+        {number::NodeCommand, CDlgE11CfgZelLampManager::Template},
+        {number::GroupSchedules, CDlgE06CfgZelLampManager::Template},
+        {number::CalendarEditor, XCDeviceCalendarZelLAMPManager::Template},
+        {number::DayTypeEditor, XCDeviceCalendarDayTypesZelLAMPManager::Template},
+        {number::CalendarSelection, XCDeviceCalendarSelectionZelLAMPManager::Template}};
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
     host::registerModule(module_);

@@ -16,7 +16,8 @@ enum Id { ClockLabel = host::privateId(0), Clock, SetClock, FirstField = host::p
 // What stands where in the page's list of frames.
 constexpr std::size_t DateFrame = 7;
 
-const std::vector<lamp::FieldChoice> NoYes = {{TextId::SettingNo, u'N'}, {TextId::SettingYes, u'Y'}};
+const std::vector<lamp::FieldChoice> NoYes = {{TextId::SettingNo, u'N'},
+                                              {TextId::SettingYes, u'Y'}};
 const std::vector<lamp::FieldChoice> PriorityChoices = {{TextId::PriorityNo, u'N'},
                                                         {TextId::SettingYes, u'Y'}};
 const std::vector<lamp::FieldChoice> FilterChoices = {
@@ -24,10 +25,13 @@ const std::vector<lamp::FieldChoice> FilterChoices = {
 const std::vector<lamp::FieldChoice> ReportFormatChoices = {
     {TextId::ReportFormatStandard, u'0'}, {TextId::ReportFormatAlternative, u'1'}};
 // The zones' names are the page's own in every language.
-const std::vector<lamp::FieldChoice> TimeZones = {
-    {u"Madrid - París - Berlin", u'0'}, {u"Londres - Lisboa", u'1'}, {u"Atenas - Helsinki", u'2'},
-    {u"Buenos Aires", u'3'},            {u"Brasil", u'4'},           {u"Colombia", u'5'},
-    {u"Centro América", u'6'}};
+const std::vector<lamp::FieldChoice> TimeZones = {{u"Madrid - París - Berlin", u'0'},
+                                                  {u"Londres - Lisboa", u'1'},
+                                                  {u"Atenas - Helsinki", u'2'},
+                                                  {u"Buenos Aires", u'3'},
+                                                  {u"Brasil", u'4'},
+                                                  {u"Colombia", u'5'},
+                                                  {u"Centro América", u'6'}};
 
 const FieldSpec Fields[] = {
     {"AccInacTimeout", FieldKind::digits, TextId::InactivityTimeout, TextId::MinutesUnit},
@@ -64,12 +68,14 @@ const FieldSpec Fields[] = {
     {"TimeZone", FieldKind::choice, TextId::TimeZone, TextId::None, TimeZones},
 };
 
-constexpr lamp::FieldFrame Frames[] = {
-    {TextId::Communication, 2},  {TextId::Ntp, 2},    {TextId::Ftp, 8},
-    {TextId::Mail, 5},           {TextId::Nodes, 8},  {TextId::FilterInterval, 3},
-    {TextId::Others, 3},         {TextId::ControllerClock, 1}};
+constexpr lamp::FieldFrame Frames[] = {{TextId::Communication, 2}, {TextId::Ntp, 2},
+                                       {TextId::Ftp, 8},           {TextId::Mail, 5},
+                                       {TextId::Nodes, 8},         {TextId::FilterInterval, 3},
+                                       {TextId::Others, 3},        {TextId::ControllerClock, 1}};
 
-lamp::FieldSet makeFields() { return {Fields, Frames, Id::FirstField}; }
+lamp::FieldSet makeFields() {
+  return {Fields, Frames, Id::FirstField};
+}
 
 }  // namespace
 
@@ -107,17 +113,15 @@ bool CDlgE01CfgZelLampManager::OnInitDialog() {
   clock_.initialise();
   const XmlDocument::XmlNode* section = Section();
   fields_.fill(*this, section);
-  if (section != nullptr)
-    clock_.showStampPieces(section->getAttribute(lamp::attribute::Stamp));
+  if (section != nullptr) clock_.showStampPieces(section->getAttribute(lamp::attribute::Stamp));
   return SettingsPage::OnInitDialog();
 }
 
 void CDlgE01CfgZelLampManager::Layout() {
   host::LayoutItem date = fields_.frameLayout(DateFrame);
-  date.items.insert(date.items.begin(),
-                    XCHoritzontalLayout({layout::control(Id::ClockLabel),
-                                         layout::control(Id::Clock, 1),
-                                         layout::control(Id::SetClock)}));
+  date.items.insert(date.items.begin(), XCHoritzontalLayout({layout::control(Id::ClockLabel),
+                                                             layout::control(Id::Clock, 1),
+                                                             layout::control(Id::SetClock)}));
   const auto column = [this](std::initializer_list<std::size_t> frames) {
     std::vector<host::LayoutItem> items;
     for (const std::size_t frame : frames) items.push_back(fields_.frameLayout(frame));
@@ -141,7 +145,6 @@ void CDlgE01CfgZelLampManager::OnSetClock() {
   const std::optional<XCBasicString> stamp = clock_.checkedStamp();
   if (!stamp) return;
   XmlDocument command;
-  lamp::beginWrite(command, lamp::section::ClockWrite)
-      .setAttribute(lamp::attribute::Date, *stamp);
+  lamp::beginWrite(command, lamp::section::ClockWrite).setAttribute(lamp::attribute::Date, *stamp);
   lamp::sendOnce(*this, lamp::Command::setClock, command);
 }

@@ -72,14 +72,13 @@ bool CDlgE04CfgZelLampManager::OnInitDialog() {
 }
 
 void CDlgE04CfgZelLampManager::Layout() {
-  SetLayout(XCVerticalLayout(
-      {layout::box(Id::NodesGroup,
-                   {layout::control(Id::Nodes, 1),
-                    layout::labelled(Id::ReferenceLabel, Id::Reference),
-                    layout::labelled(Id::LatitudeLabel, Id::Latitude),
-                    layout::labelled(Id::LongitudeLabel, Id::Longitude)},
-                   1),
-       layout::okCancelRow()}));
+  SetLayout(XCVerticalLayout({layout::box(Id::NodesGroup,
+                                          {layout::control(Id::Nodes, 1),
+                                           layout::labelled(Id::ReferenceLabel, Id::Reference),
+                                           layout::labelled(Id::LatitudeLabel, Id::Latitude),
+                                           layout::labelled(Id::LongitudeLabel, Id::Longitude)},
+                                          1),
+                              layout::okCancelRow()}));
 }
 
 bool CDlgE04CfgZelLampManager::refuse(std::size_t row, TextId message, int editId) {

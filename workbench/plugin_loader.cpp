@@ -40,9 +40,11 @@ bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
   handle_ = ::dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle_ == nullptr) {
     const std::string error = lastError();
-    cause = shown + (isOfAnotherHost(error) ? " was built for another version of this program; "
-                                              "install the two together: "
-                                            : " can't be loaded: ") + error;
+    cause = shown +
+            (isOfAnotherHost(error) ? " was built for another version of this program; "
+                                      "install the two together: "
+                                    : " can't be loaded: ") +
+            error;
     return false;
   }
   const auto entry = std::bit_cast<Entry>(::dlsym(handle_, EntryName));

@@ -9,8 +9,8 @@ namespace editor {
 /// document stays as it is.
 QString documentText(const std::string& xml);
 
-/// The same of one section of a request or a reply, its own attributes one below the other when they
-/// are many; the whole document where it lacks the section.
+/// The same of one section of a request or a reply, its own attributes one below the other when
+/// they are many; the whole document where it lacks the section.
 QString sectionText(const std::string& xml, const std::string& section);
 
 }  // namespace editor

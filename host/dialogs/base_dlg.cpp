@@ -141,19 +141,30 @@ bool XCBaseDlg::OnInitDialog() {
   UpdateData(false);
   return true;
 }
-void XCBaseDlg::OnOK() { EndDialog(IDOK); }
-void XCBaseDlg::OnCancel() { EndDialog(IDCANCEL); }
-void XCBaseDlg::OnClose() { OnCancel(); }
+void XCBaseDlg::OnOK() {
+  EndDialog(IDOK);
+}
+void XCBaseDlg::OnCancel() {
+  EndDialog(IDCANCEL);
+}
+void XCBaseDlg::OnClose() {
+  OnCancel();
+}
 void XCBaseDlg::DoDataExchange(CDataExchange*) {}
-const host::MessageMap* XCBaseDlg::GetMessageMap() const { return nullptr; }
+const host::MessageMap* XCBaseDlg::GetMessageMap() const {
+  return nullptr;
+}
 
 void XCBaseDlg::Layout() {
   host::LayoutItem column;
-  for (const auto& control : controls_) column.items.push_back(host::layout::control(control->id()));
+  for (const auto& control : controls_)
+    column.items.push_back(host::layout::control(control->id()));
   SetLayout(std::move(column));
 }
 
-bool XCBaseDlg::addUriParams(XCBasicString&, bool) { return true; }
+bool XCBaseDlg::addUriParams(XCBasicString&, bool) {
+  return true;
+}
 
 Control* XCBaseDlg::FindControl(int id) const {
   const auto found = std::find_if(controls_.begin(), controls_.end(),
@@ -170,8 +181,8 @@ Control* XCBaseDlg::FindControl(std::string_view name) const {
 Control& XCBaseDlg::GetDlgItem(int id) const {
   Control* found = FindControl(id);
   if (found == nullptr)
-    throw std::logic_error("the template " + std::to_string(templateNumber_) +
-                           " has no control " + std::to_string(id));
+    throw std::logic_error("the template " + std::to_string(templateNumber_) + " has no control " +
+                           std::to_string(id));
   return *found;
 }
 
@@ -203,7 +214,9 @@ int XCBaseDlg::MessageBox(std::u16string_view text, host::MessageButtons buttons
       host::services().frontEnd().ask({this, XCBasicString(text), buttons, icon}));
 }
 
-void XCBaseDlg::PostMessage(int message, int parameter) { posted_.emplace_back(message, parameter); }
+void XCBaseDlg::PostMessage(int message, int parameter) {
+  posted_.emplace_back(message, parameter);
+}
 
 void XCBaseDlg::DispatchPosted() {
   if (dispatching_) return;
@@ -231,7 +244,9 @@ void XCBaseDlg::onNotice(Control& control, Notice notice, int parameter) {
   if (control.id() == IDCANCEL) PressCancel();
 }
 
-void XCBaseDlg::onChanged(Control&) { tellFrontEnd(); }
+void XCBaseDlg::onChanged(Control&) {
+  tellFrontEnd();
+}
 
 void XCBaseDlg::tellFrontEnd() {
   if (shown_) host::services().frontEnd().dialogChanged(*this);
@@ -243,9 +258,15 @@ void XCBaseDlg::EndDialog(int result) {
   tellFrontEnd();
 }
 
-void XCBaseDlg::PressOk() { attempt([this] { OnOK(); }); }
-void XCBaseDlg::PressCancel() { attempt([this] { OnCancel(); }); }
-void XCBaseDlg::PressClose() { attempt([this] { OnClose(); }); }
+void XCBaseDlg::PressOk() {
+  attempt([this] { OnOK(); });
+}
+void XCBaseDlg::PressCancel() {
+  attempt([this] { OnCancel(); });
+}
+void XCBaseDlg::PressClose() {
+  attempt([this] { OnClose(); });
+}
 
 void XCBaseDlg::TurnOffOtherRadios(Control& chosen) {
   const auto at = std::find_if(controls_.begin(), controls_.end(),
@@ -262,8 +283,7 @@ void XCBaseDlg::TurnOffOtherRadios(Control& chosen) {
 bool XCBaseDlg::exchange(int command, host::CommandKind kind, XmlDocument& document) {
   XCBasicString uri;
   addUriParams(uri, true);
-  host::ExchangeReply reply =
-      host::services().channel().exchange({command, kind, uri, &document});
+  host::ExchangeReply reply = host::services().channel().exchange({command, kind, uri, &document});
   using Status = host::ExchangeReply::Status;
   silentFailure_ = reply.status == Status::cancelled;
   error_ = reply.status == Status::failed ? reply.error : XCBasicString();

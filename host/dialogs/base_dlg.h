@@ -96,8 +96,7 @@ class HOST_API XCBaseDlg : public CWnd, private host::ControlOwner {
   void SetLayout(host::LayoutItem layout);
 
   /// Asks in a message box in front of this dialog; returns IDOK, IDCANCEL, IDRETRY, IDYES or IDNO.
-  int MessageBox(std::u16string_view text,
-                 host::MessageButtons buttons = host::MessageButtons::ok,
+  int MessageBox(std::u16string_view text, host::MessageButtons buttons = host::MessageButtons::ok,
                  host::MessageIcon icon = host::MessageIcon::none);
   int MessageBox(host::TextId text, host::MessageButtons buttons = host::MessageButtons::ok,
                  host::MessageIcon icon = host::MessageIcon::none) {

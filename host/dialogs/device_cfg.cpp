@@ -47,10 +47,10 @@ bool XCBaseDeviceCfg::writeCfg(bool wait) {
 
 bool XCBaseDeviceCfg::addUriParams(XCBasicString& uri, bool first) {
   static const Parameter parameters[] = {
-      {u"driver", "driver", u""},         {u"type", "type", u""},
-      {u"identifier", "identifier", u""}, {u"address", "address", u""},
-      {u"socket", "socket", u"8080"},     {u"ftpAddress", "ftpAddress", u""},
-      {u"ftpPort", "ftpPort", u"21"},     {u"ftpUser", "ftpUser", u""},
+      {u"driver", "driver", u""},          {u"type", "type", u""},
+      {u"identifier", "identifier", u""},  {u"address", "address", u""},
+      {u"socket", "socket", u"8080"},      {u"ftpAddress", "ftpAddress", u""},
+      {u"ftpPort", "ftpPort", u"21"},      {u"ftpUser", "ftpUser", u""},
       {u"ftpPassword", "ftpPassword", u""}};
   for (const Parameter& parameter : parameters) {
     XCBasicString value = device_ ? device_->Value(parameter.child) : XCBasicString();

@@ -59,8 +59,9 @@ void XCDlgDriverDeviceCfg::OnOK() {
 
 void XCDlgDriverDeviceCfg::Layout() {
   SetLayout(XCVerticalLayout(
-      {layout::labelled(Id::NameLabel, Id::NameEdit), layout::labelled(Id::DescriptionLabel, Id::DescriptionEdit),
+      {layout::labelled(Id::NameLabel, Id::NameEdit),
+       layout::labelled(Id::DescriptionLabel, Id::DescriptionEdit),
        layout::box(Id::ViewGroup, {layout::control(Id::HistoricCheck),
-                               layout::labelled(Id::PeriodLabel, Id::PeriodEdit)}),
+                                   layout::labelled(Id::PeriodLabel, Id::PeriodEdit)}),
        layout::stretch(), layout::okCancelRow()}));
 }

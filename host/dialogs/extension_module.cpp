@@ -19,9 +19,13 @@ const DialogTemplate& TemplateSource::get() const {
   return *made_;
 }
 
-void registerModule(const ExtensionModule& module) { modules().push_back(&module); }
+void registerModule(const ExtensionModule& module) {
+  modules().push_back(&module);
+}
 
-void unregisterModule(const ExtensionModule& module) { std::erase(modules(), &module); }
+void unregisterModule(const ExtensionModule& module) {
+  std::erase(modules(), &module);
+}
 
 const DialogTemplate* findTemplate(int number) {
   for (const ExtensionModule* module : modules())

@@ -24,8 +24,8 @@ struct DeviceDialogClass {
       create;
 };
 
-/// A template, ready or made when it is first asked for. A module registers while it is loaded, when
-/// its tables may not be initialised yet: it gives the functions that make its templates.
+/// A template, ready or made when it is first asked for. A module registers while it is loaded,
+/// when its tables may not be initialised yet: it gives the functions that make its templates.
 class HOST_API TemplateSource {
  public:
   TemplateSource(DialogTemplate ready) : number_(ready.number), made_(std::move(ready)) {}

@@ -10,14 +10,14 @@ DialogTemplate optionsTemplate() {
   const auto numbered = [](int number, std::string name, TextId text = TextId::None) {
     return button(XCDlgOptions::ButtonId(number), std::move(name), text);
   };
-  return {OptionsTemplate,
-          "XCDlgOptions",
-          "",
-          {numbered(0, "driver", TextId::DriverSettings),
-           numbered(1, "device", TextId::DeviceSettings), hidden(numbered(2, "host1")),
-           hidden(numbered(3, "host2")), hidden(numbered(4, "host3")),
-           hidden(numbered(5, "generic1")), hidden(numbered(6, "generic2")),
-           hidden(numbered(7, "generic3")), okButton(TextId::Close, "EXIT-16.png")}};
+  return {
+      OptionsTemplate,
+      "XCDlgOptions",
+      "",
+      {numbered(0, "driver", TextId::DriverSettings), numbered(1, "device", TextId::DeviceSettings),
+       hidden(numbered(2, "host1")), hidden(numbered(3, "host2")), hidden(numbered(4, "host3")),
+       hidden(numbered(5, "generic1")), hidden(numbered(6, "generic2")),
+       hidden(numbered(7, "generic3")), okButton(TextId::Close, "EXIT-16.png")}};
 }
 
 DialogTemplate driverDeviceTemplate() {
@@ -37,11 +37,11 @@ DialogTemplate driverDeviceTemplate() {
 DialogTemplate identificationTemplate() {
   using Id = IdentificationControl;
   // The entry has no limit: a name that is too long is answered, not cut.
-  return {IdentificationTemplate,
-          "CDlgIntroduceIdentification",
-          "",
-          {label(Id::Label, "label"), edit(Id::Entry, "identification"), okButton(),
-           cancelButton()}};
+  return {
+      IdentificationTemplate,
+      "CDlgIntroduceIdentification",
+      "",
+      {label(Id::Label, "label"), edit(Id::Entry, "identification"), okButton(), cancelButton()}};
 }
 
 DialogTemplate fastSelectionTemplate() {
@@ -56,12 +56,11 @@ DialogTemplate fastSelectionTemplate() {
                       "",
                       {group(Id::MonthsGroup, "months", TextId::Months)}};
   for (int i = 0; i < MonthCount; ++i)
-    made.controls.push_back(check(Id::FirstMonth + i, "month" + std::to_string(i + 1),
-                                  text(TextId::January, i)));
+    made.controls.push_back(
+        check(Id::FirstMonth + i, "month" + std::to_string(i + 1), text(TextId::January, i)));
   made.controls.push_back(group(Id::WeekdaysGroup, "weekdays", TextId::WeekDays));
   for (int i = 0; i < WeekdayCount; ++i)
-    made.controls.push_back(
-        check(Id::FirstWeekday + i, WeekdayNames[i], text(TextId::Monday, i)));
+    made.controls.push_back(check(Id::FirstWeekday + i, WeekdayNames[i], text(TextId::Monday, i)));
   made.controls.push_back(label(Id::DayTypeLabel, "dayTypeLabel", TextId::DayType));
   made.controls.push_back(image(Id::Swatch, "dayTypeColour", ""));
   made.controls.push_back(combo(Id::DayType, "dayType"));

@@ -15,7 +15,8 @@ struct NoticeEvent {
   int parameter = 0;
 };
 
-/// One row of a dialog's message map: notices of one kind from a range of controls, and the handler.
+/// One row of a dialog's message map: notices of one kind from a range of controls, and the
+/// handler.
 struct MessageEntry {
   Notice notice;
   int first;

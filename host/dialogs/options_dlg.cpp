@@ -33,11 +33,21 @@ void XCDlgOptions::SetButtonImage(int number, int bitmap) {
   SetButtonImage(number, std::to_string(bitmap) + ".png");
 }
 
-bool XCDlgOptions::SetupDriver(XmlDocument::XmlNode*) { return false; }
-bool XCDlgOptions::SetupDevice(XmlDocument::XmlNode*) { return false; }
-bool XCDlgOptions::SetupGeneric1() { return false; }
-bool XCDlgOptions::SetupGeneric2() { return false; }
-bool XCDlgOptions::SetupGeneric3() { return false; }
+bool XCDlgOptions::SetupDriver(XmlDocument::XmlNode*) {
+  return false;
+}
+bool XCDlgOptions::SetupDevice(XmlDocument::XmlNode*) {
+  return false;
+}
+bool XCDlgOptions::SetupGeneric1() {
+  return false;
+}
+bool XCDlgOptions::SetupGeneric2() {
+  return false;
+}
+bool XCDlgOptions::SetupGeneric3() {
+  return false;
+}
 
 bool XCDlgOptions::OnInitDialog() {
   SetWindowText(driver_ != nullptr ? driver_->Name() : XCBasicString());
@@ -45,7 +55,9 @@ bool XCDlgOptions::OnInitDialog() {
   return XCBaseDlg::OnInitDialog();
 }
 
-void XCDlgOptions::OnCancel() { EndDialog(IDOK); }
+void XCDlgOptions::OnCancel() {
+  EndDialog(IDOK);
+}
 
 const host::MessageMap* XCDlgOptions::GetMessageMap() const {
   static constexpr host::MessageEntry entries[] = {

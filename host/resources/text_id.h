@@ -246,7 +246,7 @@ enum class TextId : int {
   ExchangeFailed = 60069,          // takes the address and the cause; for every other failure
   AddressNotUsable = 60070,        // takes the address
   NotEnoughMemory = 60071,
-  InputsNotReported = 60080,       // why a control is disabled, as the ones that follow
+  InputsNotReported = 60080,  // why a control is disabled, as the ones that follow
   NoNodeSelected = 60081,
   NoNodeWithReference = 60082,
   NoCalendarStored = 60083,

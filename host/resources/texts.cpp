@@ -57,4 +57,6 @@ XCBasicString XCLoadString(int id) {
   return found == host::catalogue().end() ? host::numberText(id, {}) : found->second;
 }
 
-XCBasicString XCLoadString(host::TextId id) { return XCLoadString(static_cast<int>(id)); }
+XCBasicString XCLoadString(host::TextId id) {
+  return XCLoadString(static_cast<int>(id));
+}

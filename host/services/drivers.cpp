@@ -58,11 +58,12 @@ const DriverRegistration* findRegistration(std::u16string_view type) {
 }
 
 void removeRegistration(const DriverClass& deviceClass) {
-  std::erase_if(registrations(), [&](const DriverRegistration& entry) {
-    return entry.deviceClass == &deviceClass;
-  });
+  std::erase_if(registrations(),
+                [&](const DriverRegistration& entry) { return entry.deviceClass == &deviceClass; });
 }
 
-void setDriverRegistry(DriverRegistry* replacement) { registry = replacement; }
+void setDriverRegistry(DriverRegistry* replacement) {
+  registry = replacement;
+}
 
 }  // namespace host

@@ -71,9 +71,9 @@ class HOST_API XCDriverDeviceZelLampManager : public XCDriverDevice {
 using XCNameList = std::vector<XCBasicString>;
 using XCListFlags = std::bitset<34>;
 
-/// The version of what a plug-in sees of the host, as a function: a plug-in refers to the one that it
-/// was built with, so that one built for another version is refused when it is loaded. A change that
-/// plug-ins must be rebuilt for renames it; the name then ends with the next number.
+/// The version of what a plug-in sees of the host, as a function: a plug-in refers to the one that
+/// it was built with, so that one built for another version is refused when it is loaded. A change
+/// that plug-ins must be rebuilt for renames it; the name then ends with the next number.
 extern "C" HOST_API void lampHostInterface1();
 
 /// Where plug-ins register what they offer for a device class.

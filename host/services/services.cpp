@@ -11,10 +11,18 @@ CommandChannel::~CommandChannel() = default;
 FrontEnd::~FrontEnd() = default;
 EditorSettings::~EditorSettings() = default;
 
-void installServices(const Services& services) { installed = services; }
-const Services& services() { return installed; }
+void installServices(const Services& services) {
+  installed = services;
+}
+const Services& services() {
+  return installed;
+}
 
-WaitCursor::WaitCursor() { services().frontEnd().setCursor(CursorShape::wait); }
-WaitCursor::~WaitCursor() { services().frontEnd().setCursor(CursorShape::arrow); }
+WaitCursor::WaitCursor() {
+  services().frontEnd().setCursor(CursorShape::wait);
+}
+WaitCursor::~WaitCursor() {
+  services().frontEnd().setCursor(CursorShape::arrow);
+}
 
 }  // namespace host

@@ -8,7 +8,9 @@
 namespace host {
 namespace {
 
-std::u16string widen(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+std::u16string widen(const std::string& ascii) {
+  return {ascii.begin(), ascii.end()};
+}
 
 struct Placeholder {
   bool zeroPadded = false;
@@ -79,7 +81,9 @@ int toInt(std::u16string_view text) {
   return static_cast<int>(std::clamp(negative ? -value : value, Least, Most));
 }
 
-XCBasicString decimal(std::int64_t value) { return XCBasicString(widen(std::to_string(value))); }
+XCBasicString decimal(std::int64_t value) {
+  return XCBasicString(widen(std::to_string(value)));
+}
 
 }  // namespace host
 
@@ -120,6 +124,10 @@ XCBasicString XCBasicString::Mid(std::size_t first, std::size_t count) const {
   return XCBasicString(text_.substr(first, count));
 }
 
-int XCBasicString::ToInt() const { return host::toInt(text_); }
+int XCBasicString::ToInt() const {
+  return host::toInt(text_);
+}
 
-std::string XCBasicString::ToUtf8() const { return host::toUtf8(text_); }
+std::string XCBasicString::ToUtf8() const {
+  return host::toUtf8(text_);
+}

@@ -23,12 +23,14 @@ bool readDigits(std::u16string_view text, std::size_t& at, int digits, int& valu
 
 }  // namespace
 
-XCDateTime XCDateTime::LTC() { return host::services().clock().now(); }
+XCDateTime XCDateTime::LTC() {
+  return host::services().clock().now();
+}
 
 XCBasicString XCDateTime::GetDateTime(int, bool dateOnly, std::u16string_view dateSeparator,
                                       std::u16string_view timeSeparator) const {
-  const XCBasicString date = XCBasicString::Format(u"%02d%s%02d%s%04d", day_, dateSeparator, month_,
-                                                   dateSeparator, year_);
+  const XCBasicString date =
+      XCBasicString::Format(u"%02d%s%02d%s%04d", day_, dateSeparator, month_, dateSeparator, year_);
   if (dateOnly) return date;
   return XCBasicString::Format(u"%s %02d%s%02d%s%02d", date, hour_, timeSeparator, minute_,
                                timeSeparator, second_);
@@ -62,7 +64,9 @@ void XCDateTime::SetDateTime(int year, int month, int day, int hour, int minute,
 }
 
 bool XCDateTime::isValidDate() const {
-  const auto within = [](int value, int least, int most) { return value >= least && value <= most; };
+  const auto within = [](int value, int least, int most) {
+    return value >= least && value <= most;
+  };
   if (!within(year_, 1, 9999) || !within(month_, 1, 12) || !within(day_, 1, 31)) return false;
   const auto date = std::chrono::year(year_) / std::chrono::month(static_cast<unsigned>(month_)) /
                     std::chrono::day(static_cast<unsigned>(day_));
@@ -74,10 +78,16 @@ int XCDateTime::DayOfWeek() const {
   return static_cast<int>(std::chrono::weekday(toDays(*this)).c_encoding()) + 1;
 }
 
-std::int64_t XCDateTime::DayNumber() const { return toDays(*this).time_since_epoch().count(); }
+std::int64_t XCDateTime::DayNumber() const {
+  return toDays(*this).time_since_epoch().count();
+}
 
 XCDateTime XCDateTime::AddDays(std::int64_t days) const {
   const std::chrono::year_month_day date = toDays(*this) + std::chrono::days(days);
-  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())), hour_, minute_, second_};
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          hour_,
+          minute_,
+          second_};
 }

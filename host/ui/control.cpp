@@ -46,7 +46,9 @@ void Control::setImage(std::string file) {
   changed(Change::state);
 }
 
-unsigned Control::takeChanges() { return std::exchange(changes_, 0U); }
+unsigned Control::takeChanges() {
+  return std::exchange(changes_, 0U);
+}
 
 void Control::changed(Change change) {
   changes_ |= static_cast<unsigned>(change);

@@ -12,7 +12,9 @@ enum class ControlKind { label, group, button, radio, check, edit, combo, list, 
 
 /// Ids from here on are private to a dialog: the control is known outside by its name alone.
 constexpr int FirstPrivateId = 0x10000;
-constexpr int privateId(int index) { return FirstPrivateId + index; }
+constexpr int privateId(int index) {
+  return FirstPrivateId + index;
+}
 
 constexpr int IdOk = 1;
 constexpr int IdCancel = 2;
@@ -23,11 +25,11 @@ struct ControlSpec {
   std::string name;  ///< unique in its dialog
   ControlKind kind = ControlKind::label;
   TextId text = TextId::None;
-  std::string image = {};  ///< file name in the image folder
-  int limit = 0;           ///< most characters of an edit, 0 for no limit
-  bool digitsOnly = false; ///< of an edit
-  bool password = false;   ///< of an edit: shown masked
-  bool readOnly = false;   ///< of an edit
+  std::string image = {};   ///< file name in the image folder
+  int limit = 0;            ///< most characters of an edit, 0 for no limit
+  bool digitsOnly = false;  ///< of an edit
+  bool password = false;    ///< of an edit: shown masked
+  bool readOnly = false;    ///< of an edit
   bool enabled = true;
   bool visible = true;
   bool multiSelect = false;  ///< of a list

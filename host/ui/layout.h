@@ -13,11 +13,11 @@ struct LayoutItem {
   enum class Kind { control, row, column, group, gap, stretch, grid };
 
   Kind kind = Kind::column;
-  int controlId = 0;     ///< of a control, or of a group's box
-  int size = 0;          ///< of a gap; of a control the least width, 0 for its natural one
-  int stretchFactor = 0; ///< how much of the room that is left it takes
+  int controlId = 0;      ///< of a control, or of a group's box
+  int size = 0;           ///< of a gap; of a control the least width, 0 for its natural one
+  int stretchFactor = 0;  ///< how much of the room that is left it takes
   std::vector<LayoutItem> items = {};
-  int columns = 0;       ///< of a grid, whose pieces stand row by row
+  int columns = 0;  ///< of a grid, whose pieces stand row by row
 };
 
 }  // namespace host
@@ -61,8 +61,12 @@ inline LayoutItem grid(int columns, std::vector<LayoutItem> items, int stretchFa
           .items = std::move(items),
           .columns = columns};
 }
-inline LayoutItem gap(int pixels) { return {.kind = LayoutItem::Kind::gap, .size = pixels}; }
-inline LayoutItem stretch() { return {.kind = LayoutItem::Kind::stretch, .stretchFactor = 1}; }
+inline LayoutItem gap(int pixels) {
+  return {.kind = LayoutItem::Kind::gap, .size = pixels};
+}
+inline LayoutItem stretch() {
+  return {.kind = LayoutItem::Kind::stretch, .stretchFactor = 1};
+}
 
 /// A label above its control.
 inline LayoutItem labelled(int labelId, int controlId, int stretchFactor = 0) {
@@ -70,8 +74,8 @@ inline LayoutItem labelled(int labelId, int controlId, int stretchFactor = 0) {
 }
 /// OK on the left, Cancel on the right, as at the foot of every dialog.
 inline LayoutItem okCancelRow(int okId = 1, int cancelId = 2) {
-  return XCHoritzontalLayout({gap(10), control(okId, 0, 40), stretch(), control(cancelId, 0, 40),
-                              gap(10)});
+  return XCHoritzontalLayout(
+      {gap(10), control(okId, 0, 40), stretch(), control(cancelId, 0, 40), gap(10)});
 }
 
 }  // namespace host::layout

@@ -8,20 +8,26 @@
 namespace host {
 namespace {
 
-std::string nameOf(const Control& control) { return "the control \"" + control.name() + "\""; }
+std::string nameOf(const Control& control) {
+  return "the control \"" + control.name() + "\"";
+}
 
-bool isControlCharacter(char16_t c) { return c < 0x20 || c == 0x7F || c == 0x2028 || c == 0x2029; }
+bool isControlCharacter(char16_t c) {
+  return c < 0x20 || c == 0x7F || c == 0x2028 || c == 0x2029;
+}
 
-bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
+bool isHighSurrogate(char16_t c) {
+  return c >= 0xD800 && c < 0xDC00;
+}
 
 }  // namespace
 
 std::u16string acceptedCharacters(const EditControl& edit, std::u16string_view typed,
                                   std::size_t replaced) {
   const std::size_t kept = edit.text().Length() - replaced;
-  const std::size_t room = edit.limit() > 0
-                               ? std::size_t(edit.limit()) - std::min(kept, std::size_t(edit.limit()))
-                               : std::u16string::npos;
+  const std::size_t room =
+      edit.limit() > 0 ? std::size_t(edit.limit()) - std::min(kept, std::size_t(edit.limit()))
+                       : std::u16string::npos;
   std::u16string accepted;
   for (const char16_t c : typed) {
     if (accepted.size() >= room) break;
@@ -44,7 +50,9 @@ Outcome UserInput::usable(const Control& control) const {
   return {};
 }
 
-void UserInput::settle() { dialog_.DispatchPosted(); }
+void UserInput::settle() {
+  dialog_.DispatchPosted();
+}
 
 void UserInput::store(EditControl& edit, std::u16string text, std::size_t caret) {
   const bool differs = !(edit.text() == std::u16string_view(text));
@@ -119,7 +127,8 @@ Outcome UserInput::erase(EditControl& edit, bool forward) {
     // A mask's separators are stepped over, a surrogate pair goes as one.
     if (forward) {
       while (mask.isActive() && to < content.size() && !mask.isPlace(to)) ++to;
-      if (to < content.size()) to += isHighSurrogate(content[to]) && to + 1 < content.size() ? 2U : 1U;
+      if (to < content.size())
+        to += isHighSurrogate(content[to]) && to + 1 < content.size() ? 2U : 1U;
     } else {
       while (mask.isActive() && from > 0 && !mask.isPlace(from - 1)) --from;
       if (from > 0) from -= from > 1 && isHighSurrogate(content[from - 2]) ? 2U : 1U;

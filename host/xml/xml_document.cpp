@@ -16,7 +16,9 @@ std::string XmlError::text() const {
 }  // namespace host
 
 XmlDocument::XmlDocument() : storage_(std::make_unique<host::xml::Storage>()) {}
-XmlDocument::XmlDocument(host::XmlName rootName) : XmlDocument() { Create(rootName); }
+XmlDocument::XmlDocument(host::XmlName rootName) : XmlDocument() {
+  Create(rootName);
+}
 XmlDocument::~XmlDocument() = default;
 
 XmlDocument::XmlDocument(XmlDocument&& other) noexcept

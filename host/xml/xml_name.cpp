@@ -23,10 +23,11 @@ NameTable& nameTable() {
 bool isNameStart(char32_t c) {
   return c == U':' || c == U'_' || (c >= U'A' && c <= U'Z') || (c >= U'a' && c <= U'z') ||
          (c >= 0xC0 && c <= 0xD6) || (c >= 0xD8 && c <= 0xF6) || (c >= 0xF8 && c <= 0x2FF) ||
-         (c >= 0x370 && c <= 0x37D) || (c >= 0x37F && c <= 0x1FFF) || (c >= 0x200C && c <= 0x200D) ||
-         (c >= 0x2070 && c <= 0x218F) || (c >= 0x2C00 && c <= 0x2FEF) ||
-         (c >= 0x3001 && c <= 0xD7FF) || (c >= 0xF900 && c <= 0xFDCF) ||
-         (c >= 0xFDF0 && c <= 0xFFFC) || (c >= 0x10000 && c <= 0xEFFFF);
+         (c >= 0x370 && c <= 0x37D) || (c >= 0x37F && c <= 0x1FFF) ||
+         (c >= 0x200C && c <= 0x200D) || (c >= 0x2070 && c <= 0x218F) ||
+         (c >= 0x2C00 && c <= 0x2FEF) || (c >= 0x3001 && c <= 0xD7FF) ||
+         (c >= 0xF900 && c <= 0xFDCF) || (c >= 0xFDF0 && c <= 0xFFFC) ||
+         (c >= 0x10000 && c <= 0xEFFFF);
 }
 
 bool isNamePart(char32_t c) {
@@ -47,9 +48,13 @@ XmlName::XmlName(std::string_view name) {
   table.ids.emplace(table.texts.back(), id_);
 }
 
-std::string_view XmlName::text() const { return xmlNameText(id_); }
+std::string_view XmlName::text() const {
+  return xmlNameText(id_);
+}
 
-std::string_view xmlNameText(std::uint32_t id) { return nameTable().texts[id]; }
+std::string_view xmlNameText(std::uint32_t id) {
+  return nameTable().texts[id];
+}
 
 bool isXmlName(std::string_view name) {
   bool malformed = false;

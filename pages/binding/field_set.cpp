@@ -64,9 +64,9 @@ void FieldSet::fillChoices(XCBaseDlg& dialog, std::size_t field) const {
   host::ComboControl& combo = dialog.Combo(idOf(field, control));
   combo.clearItems();
   for (const FieldChoice& choice : fields_[field].choices)
-    combo.addItem(choice.text == TextId::None ? XCBasicString(choice.literal)
-                                              : XCLoadString(choice.text),
-                  choice.value);
+    combo.addItem(
+        choice.text == TextId::None ? XCBasicString(choice.literal) : XCLoadString(choice.text),
+        choice.value);
 }
 
 void FieldSet::fill(XCBaseDlg& dialog, const XmlDocument::XmlNode* section) {

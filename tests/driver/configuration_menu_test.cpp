@@ -42,7 +42,7 @@ TEST_F(ConfigurationMenu, ReadsTheGeneralSectionOnceAndShowsWhoTheControllerIs) 
 TEST_F(ConfigurationMenu, CaptionsStandAtTheirControls) {
   open(general(""));
   const std::pair<int, const char*> captions[] = {
-      {5000, "[282]"}, {5001, "[290]"}, {5003, "[355]"},  {5004, "[284]"},   {5006, "[285]"},
+      {5000, "[282]"}, {5001, "[290]"},   {5003, "[355]"},   {5004, "[284]"},   {5006, "[285]"},
       {5008, "[286]"}, {6360, "[38302]"}, {6358, "[32346]"}, {6512, "[35538]"}, {1, "[419]"}};
   for (const auto& [id, text] : captions) EXPECT_EQ(driver.text(id), text) << id;
   EXPECT_EQ(driver.control(1).image(), "EXIT-16.png");
@@ -137,10 +137,15 @@ TEST_F(ConfigurationMenu, MenuAndPagesSendTheSameNineParameters) {
   open(general(""));
   driver.channel().replyWith("<deviceCfg/>");
   driver.click(6358);
-  const std::vector<std::pair<std::string, std::string>> expected = {
-      {"driver", "ZELLAMPMANAGER"},   {"type", "ZELLAMPMANAGER"}, {"identifier", "LM-0001"},
-      {"address", "192.168.1.20"},    {"socket", "8080"},         {"ftpAddress", "192.168.1.2"},
-      {"ftpPort", "21"},              {"ftpUser", "lamps"},       {"ftpPassword", "secret"}};
+  const std::vector<std::pair<std::string, std::string>> expected = {{"driver", "ZELLAMPMANAGER"},
+                                                                     {"type", "ZELLAMPMANAGER"},
+                                                                     {"identifier", "LM-0001"},
+                                                                     {"address", "192.168.1.20"},
+                                                                     {"socket", "8080"},
+                                                                     {"ftpAddress", "192.168.1.2"},
+                                                                     {"ftpPort", "21"},
+                                                                     {"ftpUser", "lamps"},
+                                                                     {"ftpPassword", "secret"}};
   EXPECT_EQ(driver.channel().exchanges()[0].parameters, expected);
   EXPECT_EQ(driver.channel().exchanges()[1].parameters, expected);
 }

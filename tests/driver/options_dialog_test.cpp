@@ -41,11 +41,7 @@ TEST_F(OptionsDialog, TheDeviceButtonOpensTheConfigurationMenu) {
 }
 
 TEST_F(OptionsDialog, TheDriverButtonOpensTheDriverDialogWithTheViewSetup) {
-  XCMainCfg::Get()
-      .Root()
-      ->Node("viewSetups")
-      ->NewChild("viewSetup")
-      .SetValue("driverId", u"{D1}");
+  XCMainCfg::Get().Root()->Node("viewSetups")->NewChild("viewSetup").SetValue("driverId", u"{D1}");
   XCMainCfg::Get().ViewSetup(u"{D1}")->SetValue("historic", u"T");
   open();
   driver.click("driver");

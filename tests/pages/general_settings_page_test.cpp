@@ -43,20 +43,37 @@ class GeneralSettingsPage : public testing::Test {
 
 TEST_F(GeneralSettingsPage, ShowsEveryFieldOfTheSection) {
   open();
-  const std::pair<const char*, const char*> texts[] = {
-      {"AccInacTimeout", "10"}, {"AccSimulMax", "4"},       {"IPNTP", "10.0.0.1"},
-      {"NTPMaxDeviation", "5"}, {"IPftp", "10.0.0.2"},      {"FTPUser", "reports"},
-      {"FTPPwd", "clear"},      {"PathReports", "/r"},      {"RetryFtp", "3"},
-      {"TimeBetwFtp", "60"},    {"mailHost", "mail.example"}, {"mainMail", "a@example"},
-      {"destinationMail", "b@example"}, {"TimeSendReq", "7"}, {"TimeDisconNode", "8"},
-      {"RetryDisconNode", "9"}, {"TimeRetryInterval", "11"}, {"ValuesCheckDelay", "12"},
-      {"MaxOrderOutdate", "13"}, {"TimeDelayRestart", "14"}, {"hourIni", "1"},
-      {"hourEnd", "25"},        {"name", "Bridge"}};
+  const std::pair<const char*, const char*> texts[] = {{"AccInacTimeout", "10"},
+                                                       {"AccSimulMax", "4"},
+                                                       {"IPNTP", "10.0.0.1"},
+                                                       {"NTPMaxDeviation", "5"},
+                                                       {"IPftp", "10.0.0.2"},
+                                                       {"FTPUser", "reports"},
+                                                       {"FTPPwd", "clear"},
+                                                       {"PathReports", "/r"},
+                                                       {"RetryFtp", "3"},
+                                                       {"TimeBetwFtp", "60"},
+                                                       {"mailHost", "mail.example"},
+                                                       {"mainMail", "a@example"},
+                                                       {"destinationMail", "b@example"},
+                                                       {"TimeSendReq", "7"},
+                                                       {"TimeDisconNode", "8"},
+                                                       {"RetryDisconNode", "9"},
+                                                       {"TimeRetryInterval", "11"},
+                                                       {"ValuesCheckDelay", "12"},
+                                                       {"MaxOrderOutdate", "13"},
+                                                       {"TimeDelayRestart", "14"},
+                                                       {"hourIni", "1"},
+                                                       {"hourEnd", "25"},
+                                                       {"name", "Bridge"}};
   for (const auto& [name, text] : texts) EXPECT_EQ(driver.text(name), text) << name;
-  const std::pair<const char*, const char*> choices[] = {
-      {"FtpServer", "[35472]"},        {"FtpsServer", "[36454]"}, {"Priority", "[35472]"},
-      {"activeFilterTime", "[35460]"}, {"ReportFormat", "[38316]"}, {"viewNodes", "[36454]"},
-      {"TimeZone", "Madrid - París - Berlin"}};
+  const std::pair<const char*, const char*> choices[] = {{"FtpServer", "[35472]"},
+                                                         {"FtpsServer", "[36454]"},
+                                                         {"Priority", "[35472]"},
+                                                         {"activeFilterTime", "[35460]"},
+                                                         {"ReportFormat", "[38316]"},
+                                                         {"viewNodes", "[36454]"},
+                                                         {"TimeZone", "Madrid - París - Berlin"}};
   for (const auto& [name, text] : choices) EXPECT_EQ(driver.selectedItem(name), text) << name;
   EXPECT_EQ(driver.title(), "[32346]");
 }
@@ -87,14 +104,26 @@ TEST_F(GeneralSettingsPage, OffersTheItemsOfEveryListInOrder) {
 
 TEST_F(GeneralSettingsPage, LabelsAndUnitsStandBesideTheFields) {
   open();
-  const std::pair<const char*, const char*> captions[] = {
-      {"AccInacTimeoutLabel", "[38372]"}, {"AccInacTimeoutUnit", "[34979]"},
-      {"NTPMaxDeviationUnit", "[32232]"}, {"TimeBetwFtpUnit", "[32232]"},
-      {"TimeRetryIntervalUnit", "[32232]"}, {"ValuesCheckDelayUnit", "[32232]"},
-      {"MaxOrderOutdateUnit", "[32232]"}, {"TimeDelayRestartUnit", "[32232]"},
-      {"frame1", "[38342]"}, {"frame2", "[38343]"}, {"frame3", "[38344]"}, {"frame4", "[38345]"},
-      {"frame5", "[38346]"}, {"frame6", "[38347]"}, {"frame7", "[38348]"}, {"frame8", "[38349]"},
-      {"clockLabel", "[32055]"}, {"setClock", "[36777]"}, {"ok", "[311]"}, {"cancel", "[312]"}};
+  const std::pair<const char*, const char*> captions[] = {{"AccInacTimeoutLabel", "[38372]"},
+                                                          {"AccInacTimeoutUnit", "[34979]"},
+                                                          {"NTPMaxDeviationUnit", "[32232]"},
+                                                          {"TimeBetwFtpUnit", "[32232]"},
+                                                          {"TimeRetryIntervalUnit", "[32232]"},
+                                                          {"ValuesCheckDelayUnit", "[32232]"},
+                                                          {"MaxOrderOutdateUnit", "[32232]"},
+                                                          {"TimeDelayRestartUnit", "[32232]"},
+                                                          {"frame1", "[38342]"},
+                                                          {"frame2", "[38343]"},
+                                                          {"frame3", "[38344]"},
+                                                          {"frame4", "[38345]"},
+                                                          {"frame5", "[38346]"},
+                                                          {"frame6", "[38347]"},
+                                                          {"frame7", "[38348]"},
+                                                          {"frame8", "[38349]"},
+                                                          {"clockLabel", "[32055]"},
+                                                          {"setClock", "[36777]"},
+                                                          {"ok", "[311]"},
+                                                          {"cancel", "[312]"}};
   for (const auto& [name, text] : captions) EXPECT_EQ(driver.text(name), text) << name;
 }
 
@@ -103,8 +132,7 @@ TEST_F(GeneralSettingsPage, OkWithoutChangesSendsNothingAndCloses) {
   driver.click("ok");
   EXPECT_EQ(driver.result(), IDOK);
   EXPECT_EQ(driver.channel().count(), 0U);
-  EXPECT_EQ(driver.cursorLog(),
-            (std::vector{host::CursorShape::wait, host::CursorShape::arrow}));
+  EXPECT_EQ(driver.cursorLog(), (std::vector{host::CursorShape::wait, host::CursorShape::arrow}));
 }
 
 TEST_F(GeneralSettingsPage, ChangingTheTimeZoneSendsItAlone) {
@@ -229,7 +257,8 @@ struct ClockCase {
   const char* sent;
 };
 
-class ControllerClock : public GeneralSettingsPage, public testing::WithParamInterface<ClockCase> {};
+class ControllerClock : public GeneralSettingsPage,
+                        public testing::WithParamInterface<ClockCase> {};
 
 TEST_P(ControllerClock, IsSentWithTheSeasonOfTheEnteredMoment) {
   open();

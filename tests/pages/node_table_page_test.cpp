@@ -53,9 +53,9 @@ TEST_F(NodeTablePage, OpensWithTheFirstRowSelectedAndItsValuesInTheEdits) {
   EXPECT_EQ(driver.columns("nodes"),
             (std::vector<std::string>{"[24516]", "[35538]", "[35861]", "[35860]"}));
   using Row = std::vector<std::string>;
-  EXPECT_EQ(driver.rows("nodes"),
-            (std::vector<Row>{Row{"1", "Bridge 1", "41.50", "2.10"},
-                              Row{"2", "Bridge 2", "41.50", "2.20"}, Row{"3", "", "41.50", "2.30"}}));
+  EXPECT_EQ(driver.rows("nodes"), (std::vector<Row>{Row{"1", "Bridge 1", "41.50", "2.10"},
+                                                    Row{"2", "Bridge 2", "41.50", "2.20"},
+                                                    Row{"3", "", "41.50", "2.30"}}));
   EXPECT_EQ(driver.selection(6520), std::vector<std::size_t>{0});
   EXPECT_EQ(driver.text(6517), "Bridge 1");
   EXPECT_EQ(driver.text(6518), "41.50");

@@ -6,8 +6,8 @@
 
 namespace support {
 
-/// A configuration with one lamp manager, "Main street" with the id "{D1}", and its driver. The main
-/// configuration is emptied again at the end.
+/// A configuration with one lamp manager, "Main street" with the id "{D1}", and its driver. The
+/// main configuration is emptied again at the end.
 class LampManager {
  public:
   LampManager() {

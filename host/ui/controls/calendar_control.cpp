@@ -44,9 +44,8 @@ void XCCalendar::EnableAll() {
 bool XCCalendar::IsEnabledDay(const XCDateTime& date) const {
   if (!date.isValidDate() || date.Year() < minYear_ || date.Year() > maxYear_) return false;
   const std::int64_t day = date.DayNumber();
-  return std::none_of(disabled_.begin(), disabled_.end(), [day](const Span& span) {
-    return day >= span.first && day <= span.last;
-  });
+  return std::none_of(disabled_.begin(), disabled_.end(),
+                      [day](const Span& span) { return day >= span.first && day <= span.last; });
 }
 
 std::optional<XCDateTime> XCCalendar::FirstEnabledDay() const {
@@ -61,8 +60,7 @@ std::optional<XCDateTime> XCCalendar::LastEnabledDay() const {
   return std::nullopt;
 }
 
-void XCCalendar::SetSelType(host::Colour colour, std::u16string_view id,
-                            std::u16string_view name) {
+void XCCalendar::SetSelType(host::Colour colour, std::u16string_view id, std::u16string_view name) {
   selType_ = {XCBasicString(id), colour, XCBasicString(name)};
 }
 

@@ -28,7 +28,9 @@ class HOST_API XCCalendar : public host::Control {
   /// Weekday 0 is Monday.
   void SetWeekdayName(int weekday, std::u16string_view name);
   const XCBasicString& MonthName(int month) const { return monthNames_[std::size_t(month)]; }
-  const XCBasicString& WeekdayName(int weekday) const { return weekdayNames_[std::size_t(weekday)]; }
+  const XCBasicString& WeekdayName(int weekday) const {
+    return weekdayNames_[std::size_t(weekday)];
+  }
 
   /// The years that can be shown. The view shows the first one until another is chosen.
   void SetMinYear(int year);
