@@ -12,7 +12,7 @@ build_packages=(
 )
 fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)
 test_packages=(
-  "${fuzz_packages[@]}"
+  "${fuzz_packages[@]}" clang-format
   libgtest-dev libgmock-dev procps valgrind openssl chromium
   libcap2 libedit2 libgnutls30 libnettle8 libpam0g libseccomp2 libwrap0 libssl3
 )
