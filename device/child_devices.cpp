@@ -5,15 +5,14 @@
 #include <vector>
 
 #include "device/device_element.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
+#include "exchange/type_names.h"
 #include "host/services/identity.h"
 
 namespace lamp {
 namespace {
 
 using XmlNode = XmlDocument::XmlNode;
-
-constexpr std::u16string_view LampDriver = u"ZELLAMP";
 
 XmlNode* childOf(XmlNode& parent, host::XmlName name) {
   for (XmlNode& child : parent.Children())
@@ -102,7 +101,7 @@ void addChild(XmlNode& children, const XmlNode& node, host::XmlText id) {
   child.NewChild(config::Id, id);
   // A new id is a new revision: the two are the same text deliberately.
   child.NewChild(config::Revision, id);
-  child.NewChild(config::Driver, LampDriver);
+  child.NewChild(config::Driver, type_name::Lamp);
   child.NewChild(config::Name, node.attribute(attribute::NodeId));
   child.NewChild(config::Description, node.attribute(attribute::Reference));
 }

@@ -2,8 +2,8 @@
 
 #include <iterator>
 
-#include "device/device_templates.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
+#include "exchange/template_numbers.h"
 
 using host::TextId;
 namespace layout = host::layout;
@@ -71,14 +71,14 @@ void exchangeChoice(const CDataExchange& exchange, int control, XCBasicString& v
 
 XCDlgAdvancedCfgZelLampManager::XCDlgAdvancedCfgZelLampManager(CWnd* parent, XmlDocument* doc,
                                                                XCBasicString uriParams)
-    : XCBaseDlg(lamp::device_template::CommunicationSettings, parent),
+    : XCBaseDlg(lamp::template_number::CommunicationSettings, parent),
       document_(doc),
       uriParams_(std::move(uriParams)),
       loaded_(FieldCount),
       current_(FieldCount) {}
 
 host::DialogTemplate XCDlgAdvancedCfgZelLampManager::Template() {
-  host::DialogTemplate dialog{lamp::device_template::CommunicationSettings,
+  host::DialogTemplate dialog{lamp::template_number::CommunicationSettings,
                               "XCDlgAdvancedCfgZelLampManager",
                               "",
                               {host::group(SettingsGroup, "settingsGroup", TextId::Communication)}};

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "driver/export.h"
+#include "exchange/export.h"
 #include "host/dialogs/base_dlg.h"
 
 /// The controller's own network settings. It shows the general section that the caller has read,

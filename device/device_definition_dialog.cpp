@@ -3,8 +3,8 @@
 #include "device/communication_settings_dialog.h"
 #include "device/device_check.h"
 #include "device/device_element.h"
-#include "device/device_templates.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
+#include "exchange/template_numbers.h"
 #include "host/services/setup.h"
 #include "host/text/utf.h"
 
@@ -37,13 +37,13 @@ host::LayoutItem fieldGrid(std::span<const DeviceField> fields, int behind = 0) 
 XCDlgNewModifyZelLampManager::XCDlgNewModifyZelLampManager(CWnd* parent,
                                                            XmlDocument::XmlNode* device,
                                                            XmlDocument::XmlNode* configuration)
-    : XCBaseDlg(lamp::device_template::DeviceDefinition, parent),
+    : XCBaseDlg(lamp::template_number::DeviceDefinition, parent),
       device_(device),
       configuration_(configuration) {}
 
 host::DialogTemplate XCDlgNewModifyZelLampManager::Template() {
   host::DialogTemplate dialog{
-      lamp::device_template::DeviceDefinition, "XCDlgNewModifyZelLampManager", "", {}};
+      lamp::template_number::DeviceDefinition, "XCDlgNewModifyZelLampManager", "", {}};
   for (const DeviceField& field : lamp::deviceFields()) {
     if (field.edit == lamp::device_control::FtpAddress) {
       dialog.controls.push_back(

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/device_fields.h"
-#include "driver/export.h"
+#include "exchange/export.h"
 #include "host/dialogs/base_dlg.h"
 
 /// The definition of a lamp manager in the host's configuration: how it is called and how its

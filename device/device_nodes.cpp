@@ -3,7 +3,7 @@
 #include "device/child_devices.h"
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "host/services/setup.h"
 
 using host::TextId;

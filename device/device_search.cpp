@@ -2,7 +2,7 @@
 
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 
 namespace config = lamp::config;
 using lamp::device_control::Identifier;

@@ -2,8 +2,8 @@
 
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
-#include "device/device_templates.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
+#include "exchange/template_numbers.h"
 #include "host/services/setup.h"
 
 using host::TextId;
@@ -21,10 +21,10 @@ const host::XmlName UpdateType("type");
 
 XCUpdateNodesZelLampManager::XCUpdateNodesZelLampManager(CWnd* parent, XCDriver* driver,
                                                          XmlDocument::XmlNode* device)
-    : XCBaseDeviceCfg(lamp::device_template::NodeUpdate, driver, parent, device) {}
+    : XCBaseDeviceCfg(lamp::template_number::NodeUpdate, driver, parent, device) {}
 
 host::DialogTemplate XCUpdateNodesZelLampManager::Template() {
-  return {lamp::device_template::NodeUpdate,
+  return {lamp::template_number::NodeUpdate,
           "XCUpdateNodesZelLampManager",
           "",
           {host::group(Id::UpdateGroup, "updateGroup", TextId::Update),

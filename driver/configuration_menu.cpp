@@ -1,6 +1,7 @@
 #include "driver/configuration_menu.h"
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
+#include "exchange/template_numbers.h"
 #include "host/services/setup.h"
 #include "pages/alarm_thresholds_page.h"
 #include "pages/blacklist_page.h"
@@ -11,7 +12,6 @@
 #include "pages/node_power_page.h"
 #include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
-#include "pages/page_templates.h"
 #include "pages/scheduled_tasks_page.h"
 #include "programs/calendar_editor.h"
 #include "programs/group_schedules_page.h"
@@ -101,11 +101,11 @@ constexpr int LastPageButton = 6792;
 
 XCDeviceCfgZelLampManager::XCDeviceCfgZelLampManager(CWnd* parent, XCDriver* driver,
                                                      XmlDocument::XmlNode* device)
-    : XCBaseDeviceCfg(lamp::page_template::ConfigurationMenu, driver, parent, device) {}
+    : XCBaseDeviceCfg(lamp::template_number::ConfigurationMenu, driver, parent, device) {}
 
 host::DialogTemplate XCDeviceCfgZelLampManager::Template() {
   host::DialogTemplate dialog{
-      lamp::page_template::ConfigurationMenu,
+      lamp::template_number::ConfigurationMenu,
       "XCDeviceCfgZelLampManager",
       "",
       {host::group(Id::ControllerGroup, "controllerGroup", TextId::Device),

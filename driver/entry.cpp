@@ -2,8 +2,8 @@
 #include <memory>
 #include <new>
 
-#include "driver/export.h"
 #include "driver/options_dialog.h"
+#include "exchange/export.h"
 #include "host/services/drivers.h"
 #include "host/services/services.h"
 

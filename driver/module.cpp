@@ -1,9 +1,9 @@
 #include "device/communication_settings_dialog.h"
 #include "device/device_definition_dialog.h"
 #include "device/device_element.h"
-#include "device/device_templates.h"
 #include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
+#include "exchange/template_numbers.h"
 #include "host/dialogs/extension_module.h"
 #include "pages/alarm_thresholds_page.h"
 #include "pages/blacklist_page.h"
@@ -14,7 +14,6 @@
 #include "pages/node_power_page.h"
 #include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
-#include "pages/page_templates.h"
 #include "pages/scheduled_tasks_page.h"
 #include "programs/calendar_editor.h"
 #include "programs/calendar_selection.h"
@@ -42,17 +41,16 @@ class Registration {
  public:
   Registration() {
     module_.name = "zellampmanager";
-    namespace number = lamp::page_template;
-    namespace device = lamp::device_template;
+    namespace number = lamp::template_number;
     module_.templates = {
         {number::ConfigurationMenu, XCDeviceCfgZelLampManager::Template},
         {number::GeneralSettings, CDlgE01CfgZelLampManager::Template},
         {number::ScheduledTasks, CDlgE02CfgZelLampManager::Template},
         {number::Firmware, CDlgE03CfgZelLampManager::Template},
         {number::InputsOutputs, CDlgE13CfgZelLampManager::Template},
-        {device::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
-        {device::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
-        {device::NodeUpdate, XCUpdateNodesZelLampManager::Template},
+        {number::DeviceDefinition, XCDlgNewModifyZelLampManager::Template},
+        {number::CommunicationSettings, XCDlgAdvancedCfgZelLampManager::Template},
+        {number::NodeUpdate, XCUpdateNodesZelLampManager::Template},
         {number::NodeTable, CDlgE04CfgZelLampManager::Template},
         {number::NodePower, CDlgE05CfgZelLampManager::Template},
         {number::AlarmThresholds, CDlgE07CfgZelLampManager::Template},

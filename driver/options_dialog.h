@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/export.h"
+#include "exchange/export.h"
 #include "host/dialogs/options_dlg.h"
 
 /// The options panel of a lamp manager: the driver's settings, the controller's configuration, and

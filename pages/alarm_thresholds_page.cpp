@@ -2,10 +2,10 @@
 
 #include <span>
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_rewrite.h"
 #include "pages/firmware_version.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -162,7 +162,8 @@ host::LayoutItem newPair(int left, int right) {
 }  // namespace
 
 CDlgE07CfgZelLampManager::CDlgE07CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::AlarmThresholds, lamp::section::AlarmsRead, driver, parent),
+    : SettingsPage(lamp::template_number::AlarmThresholds, lamp::section::AlarmsRead, driver,
+                   parent),
       copy_(lamp::section::AlarmsRead),
       oldRows_(*this, Id::OldNodes, rowFields(OldThresholds, Id::OldEdits)),
       newRows_(*this, Id::NewNodes, rowFields(NewThresholds, Id::NewEdits)),
@@ -184,7 +185,7 @@ host::DialogTemplate CDlgE07CfgZelLampManager::Template() {
   controls.push_back(host::edit(Id::Activation, "activation"));
   controls.push_back(host::okButton(TextId::Send));
   controls.push_back(host::cancelButton());
-  return {lamp::page_template::AlarmThresholds, "CDlgE07CfgZelLampManager", "E07",
+  return {lamp::template_number::AlarmThresholds, "CDlgE07CfgZelLampManager", "E07",
           std::move(controls)};
 }
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <unordered_set>
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_editor.h"
 #include "pages/binding/working_copy.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -46,13 +46,13 @@ void moveSelected(const host::ListControl& list, Node& from, Node& target) {
 }  // namespace
 
 CDlgE09CfgZelLampManager::CDlgE09CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::Blacklist, lamp::section::NodesRead, driver, parent),
+    : SettingsPage(lamp::template_number::Blacklist, lamp::section::NodesRead, driver, parent),
       blacklist_(BlacklistRoot),
       untouched_(BlacklistRoot),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE09CfgZelLampManager::Template() {
-  return {lamp::page_template::Blacklist,
+  return {lamp::template_number::Blacklist,
           "CDlgE09CfgZelLampManager",
           "E08",  // another page's, deliberately: the window gets its own title when it opens
           {host::group(Id::BlacklistGroup, "blacklistGroup", TextId::NodeBlacklist),

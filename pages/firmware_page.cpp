@@ -1,9 +1,9 @@
 #include "pages/firmware_page.h"
 
+#include "exchange/template_numbers.h"
 #include "host/services/file_dialog.h"
 #include "host/services/files.h"
 #include "host/services/identity.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 using Infrastructure::FileDialogSupportNS::FileDialogSupport;
@@ -33,11 +33,12 @@ constexpr int PathWidth = 320;
 }  // namespace
 
 CDlgE03CfgZelLampManager::CDlgE03CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::Firmware, driver, parent), activation_(*this, Activation) {}
+    : SettingsPage(lamp::template_number::Firmware, driver, parent),
+      activation_(*this, Activation) {}
 
 host::DialogTemplate CDlgE03CfgZelLampManager::Template() {
   return {
-      lamp::page_template::Firmware,
+      lamp::template_number::Firmware,
       "CDlgE03CfgZelLampManager",
       "E03",
       {host::group(Id::FileGroup, "fileGroup", TextId::Update),

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-#include "pages/page_templates.h"
+#include "exchange/template_numbers.h"
 
 using host::TextId;
 using lamp::FieldKind;
@@ -80,14 +80,14 @@ lamp::FieldSet makeFields() {
 }  // namespace
 
 CDlgE01CfgZelLampManager::CDlgE01CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::GeneralSettings, lamp::section::GeneralRead, driver,
+    : SettingsPage(lamp::template_number::GeneralSettings, lamp::section::GeneralRead, driver,
                    parent),
       fields_(makeFields()),
       clock_(*this, Id::Clock) {}
 
 host::DialogTemplate CDlgE01CfgZelLampManager::Template() {
   host::DialogTemplate dialog{
-      lamp::page_template::GeneralSettings, "CDlgE01CfgZelLampManager", "E01", {}};
+      lamp::template_number::GeneralSettings, "CDlgE01CfgZelLampManager", "E01", {}};
   const lamp::FieldSet fields = makeFields();
   const auto add = [&](const std::vector<host::ControlSpec>& controls) {
     dialog.controls.insert(dialog.controls.end(), controls.begin(), controls.end());

@@ -1,6 +1,6 @@
 #include "pages/inputs_outputs_page.h"
 
-#include "pages/page_templates.h"
+#include "exchange/template_numbers.h"
 
 using host::TextId;
 using Node = XmlDocument::XmlNode;
@@ -63,13 +63,13 @@ XCBasicString statusText(const Node& element) {
 }  // namespace
 
 CDlgE13CfgZelLampManager::CDlgE13CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::InputsOutputs, lamp::section::InputsRead, driver, parent),
+    : SettingsPage(lamp::template_number::InputsOutputs, lamp::section::InputsRead, driver, parent),
       copy_(lamp::section::InputsRead),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE13CfgZelLampManager::Template() {
   host::DialogTemplate dialog{
-      lamp::page_template::InputsOutputs, "CDlgE13CfgZelLampManager", "E13", {}};
+      lamp::template_number::InputsOutputs, "CDlgE13CfgZelLampManager", "E13", {}};
   const auto add = [&](const std::vector<host::ControlSpec>& controls) {
     dialog.controls.insert(dialog.controls.end(), controls.begin(), controls.end());
   };

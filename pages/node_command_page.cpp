@@ -1,9 +1,9 @@
 #include "pages/node_command_page.h"
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_editor.h"
 #include "pages/binding/working_copy.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace layout = host::layout;
@@ -24,11 +24,11 @@ const host::XmlName NamedNode("node");
 }  // namespace
 
 CDlgE11CfgZelLampManager::CDlgE11CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::NodeCommand, lamp::section::NodesRead, driver, parent),
+    : SettingsPage(lamp::template_number::NodeCommand, lamp::section::NodesRead, driver, parent),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE11CfgZelLampManager::Template() {
-  return {lamp::page_template::NodeCommand,
+  return {lamp::template_number::NodeCommand,
           "CDlgE11CfgZelLampManager",
           "E11",
           {host::group(Id::NodesGroup, "nodesGroup", TextId::NodeCommand),

@@ -1,8 +1,8 @@
 #include "pages/node_power_page.h"
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_rewrite.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -34,14 +34,14 @@ const lamp::RowRewrite Rewrite{lamp::element::Interval, {TimeAttribute, PowerAtt
 }  // namespace
 
 CDlgE05CfgZelLampManager::CDlgE05CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::NodePower, lamp::section::PowerRead, driver, parent),
+    : SettingsPage(lamp::template_number::NodePower, lamp::section::PowerRead, driver, parent),
       copy_(lamp::section::PowerRead),
       rows_(*this, Id::Nodes, {{Id::Time, TimeAttribute}, {Id::Power, PowerAttribute}}),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE05CfgZelLampManager::Template() {
   return {
-      lamp::page_template::NodePower,
+      lamp::template_number::NodePower,
       "CDlgE05CfgZelLampManager",
       "E05",
       {host::group(Id::NodesGroup, "nodesGroup", TextId::PowerByNode),

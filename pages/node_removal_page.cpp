@@ -1,8 +1,8 @@
 #include "pages/node_removal_page.h"
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_editor.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -40,12 +40,12 @@ void keepWithoutReference(Node& table) {
 }  // namespace
 
 CDlgE08CfgZelLampManager::CDlgE08CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::NodeRemoval, lamp::section::NodesRead, driver, parent),
+    : SettingsPage(lamp::template_number::NodeRemoval, lamp::section::NodesRead, driver, parent),
       copy_(lamp::section::NodesRead),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE08CfgZelLampManager::Template() {
-  return {lamp::page_template::NodeRemoval,
+  return {lamp::template_number::NodeRemoval,
           "CDlgE08CfgZelLampManager",
           "E08",
           {host::group(Id::NodesGroup, "nodesGroup", TextId::NodeRemoval),

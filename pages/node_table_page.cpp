@@ -1,7 +1,7 @@
 #include "pages/node_table_page.h"
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
-#include "pages/page_templates.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -32,7 +32,7 @@ bool isPlainReference(host::XmlText text) {
 }  // namespace
 
 CDlgE04CfgZelLampManager::CDlgE04CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::NodeTable, lamp::section::NodesRead, driver, parent),
+    : SettingsPage(lamp::template_number::NodeTable, lamp::section::NodesRead, driver, parent),
       copy_(lamp::section::NodesRead),
       rows_(*this, Id::Nodes,
             {{Id::Reference, attribute::Reference},
@@ -40,7 +40,7 @@ CDlgE04CfgZelLampManager::CDlgE04CfgZelLampManager(XCDriver* driver, CWnd* paren
              {Id::Longitude, attribute::Longitude}}) {}
 
 host::DialogTemplate CDlgE04CfgZelLampManager::Template() {
-  return {lamp::page_template::NodeTable,
+  return {lamp::template_number::NodeTable,
           "CDlgE04CfgZelLampManager",
           "E04",
           {host::group(Id::NodesGroup, "nodesGroup", TextId::NodeReference),

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "pages/binding/date_field.h"
 
 namespace lamp {

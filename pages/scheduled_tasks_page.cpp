@@ -1,7 +1,7 @@
 #include "pages/scheduled_tasks_page.h"
 
+#include "exchange/template_numbers.h"
 #include "pages/binding/character_choice.h"
-#include "pages/page_templates.h"
 #include "pages/scheduled_task.h"
 #include "pages/task_list.h"
 
@@ -70,7 +70,7 @@ lamp::PeriodPart partOf(int comboId) {
 }  // namespace
 
 CDlgE02CfgZelLampManager::CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::page_template::ScheduledTasks, lamp::section::TasksRead, driver, parent),
+    : SettingsPage(lamp::template_number::ScheduledTasks, lamp::section::TasksRead, driver, parent),
       copy_(lamp::section::TasksRead),
       rows_(*this, Id::Tasks,
             {{Id::Number, task_name::Number},
@@ -80,7 +80,7 @@ host::DialogTemplate CDlgE02CfgZelLampManager::Template() {
   constexpr const char* NewImage = "NEW-16.png";
   constexpr const char* DeleteImage = "REMOVE-16.png";
   return {
-      lamp::page_template::ScheduledTasks,
+      lamp::template_number::ScheduledTasks,
       "CDlgE02CfgZelLampManager",
       "E02",
       {host::group(Id::TasksGroup, "tasksGroup", TextId::ScheduledTasks),

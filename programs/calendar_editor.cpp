@@ -1,10 +1,10 @@
 #include "programs/calendar_editor.h"
 
+#include "exchange/template_numbers.h"
 #include "host/dialogs/fast_selection_dlg.h"
 #include "host/dialogs/identification_dlg.h"
 #include "host/services/files.h"
 #include "host/services/setup.h"
-#include "pages/page_templates.h"
 #include "programs/calendar_names.h"
 #include "programs/calendar_selection.h"
 #include "programs/calendar_store.h"
@@ -49,7 +49,7 @@ XmlDocument dayTypesDocument() {
 
 Editor::XCDeviceCalendarZelLAMPManager(CWnd* parent, XCDriver* driver, Node* device,
                                        ProgramKind kind)
-    : XCBaseDlg(lamp::page_template::CalendarEditor, parent),
+    : XCBaseDlg(lamp::template_number::CalendarEditor, parent),
       driver_(driver),
       device_(device),
       kind_(kind),
@@ -57,7 +57,7 @@ Editor::XCDeviceCalendarZelLAMPManager(CWnd* parent, XCDriver* driver, Node* dev
       year_(Get<XCCalendar>(Id::Year), lamp::calendarSpan(XCDateTime::LTC())) {}
 
 host::DialogTemplate Editor::Template() {
-  host::DialogTemplate dialog{lamp::page_template::CalendarEditor,
+  host::DialogTemplate dialog{lamp::template_number::CalendarEditor,
                               "XCDeviceCalendarZelLAMPManager",
                               "",
                               {host::year(Id::Year, "year"),

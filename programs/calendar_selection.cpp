@@ -1,6 +1,6 @@
 #include "programs/calendar_selection.h"
 
-#include "pages/page_templates.h"
+#include "exchange/template_numbers.h"
 #include "programs/calendar_store.h"
 #include "programs/program_lists.h"
 
@@ -22,10 +22,10 @@ constexpr host::Colour UnusableColour{0xA0, 0xA0, 0xA0};
 
 XCDeviceCalendarSelectionZelLAMPManager::XCDeviceCalendarSelectionZelLAMPManager(CWnd* parent,
                                                                                  ProgramKind kind)
-    : XCBaseDlg(lamp::page_template::CalendarSelection, parent), kind_(kind) {}
+    : XCBaseDlg(lamp::template_number::CalendarSelection, parent), kind_(kind) {}
 
 host::DialogTemplate XCDeviceCalendarSelectionZelLAMPManager::Template() {
-  return {lamp::page_template::CalendarSelection,
+  return {lamp::template_number::CalendarSelection,
           "XCDeviceCalendarSelectionZelLAMPManager",
           "",
           {host::group(Id::FilesGroup, "filesGroup"), host::singleSelectList(Id::Files, "files"),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "exchange/type_names.h"
 #include "host/services/files.h"
 #include "host/services/identity.h"
 #include "host/services/setup.h"
@@ -13,7 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::u16string_view ControllerType = u"ZELLAMPMANAGER";
 constexpr std::string_view Ending = ".xclmc";
 
 fs::path pathOf(std::string_view utf8) {
@@ -33,7 +33,7 @@ bool staysInFolder(std::u16string_view name) {
 fs::path calendarFolder() {
   const XCVarnisSetup& setup = XCVarnisSetup::Get();
   return setup.ConfigurationFolder() /
-         pathOf((setup.DriverName(ControllerType) + u" Calendar").ToUtf8());
+         pathOf((setup.DriverName(type_name::Controller) + u" Calendar").ToUtf8());
 }
 
 std::optional<fs::path> calendarFile(const XCBasicString& name) {

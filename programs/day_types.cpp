@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 #include "host/resources/texts.h"
 #include "programs/calendar_names.h"
 

@@ -1,6 +1,6 @@
 #include "programs/day_types_dialog.h"
 
-#include "pages/page_templates.h"
+#include "exchange/template_numbers.h"
 #include "programs/calendar_names.h"
 #include "programs/day_types.h"
 #include "programs/program_lists.h"
@@ -26,7 +26,7 @@ constexpr int WriteBackMessage = 1126;
 XCDeviceCalendarDayTypesZelLAMPManager::XCDeviceCalendarDayTypesZelLAMPManager(CWnd* parent,
                                                                                Node* days,
                                                                                ProgramKind kind)
-    : XCBaseDlg(lamp::page_template::DayTypeEditor, parent),
+    : XCBaseDlg(lamp::template_number::DayTypeEditor, parent),
       days_(days),
       kind_(kind),
       working_(lamp::calendar::Days),
@@ -34,7 +34,7 @@ XCDeviceCalendarDayTypesZelLAMPManager::XCDeviceCalendarDayTypesZelLAMPManager(C
       fields_(*this, Id::Days, Id::FirstField, kind) {}
 
 host::DialogTemplate XCDeviceCalendarDayTypesZelLAMPManager::Template() {
-  host::DialogTemplate dialog{lamp::page_template::DayTypeEditor,
+  host::DialogTemplate dialog{lamp::template_number::DayTypeEditor,
                               "XCDeviceCalendarDayTypesZelLAMPManager",
                               "",
                               {host::list(Id::Days, "days")}};

@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 
 namespace lamp {
 namespace {

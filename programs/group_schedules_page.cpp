@@ -1,7 +1,8 @@
 #include "programs/group_schedules_page.h"
 
+#include "exchange/template_numbers.h"
+#include "exchange/type_names.h"
 #include "host/services/setup.h"
-#include "pages/page_templates.h"
 #include "programs/program_lists.h"
 
 using host::TextId;
@@ -23,8 +24,6 @@ enum Id {
 /// Posted to the page itself when an edit's text changed, with the edit as its parameter.
 constexpr int WriteBackMessage = 1125;
 
-constexpr std::u16string_view LampType = u"ZELLAMP";
-
 const host::XmlName Devices("devices");
 const host::XmlName DeviceId("id");
 
@@ -41,7 +40,7 @@ host::XmlName writeSectionOf(ProgramKind kind) {
 // The lamp that a device of a group is, none when it is something else.
 const XCDriver* lampOf(const Node& device) {
   const XCDriver* driver = XCDriver::LockDriver(device.Value(DeviceId));
-  return driver != nullptr && driver->Type() == LampType ? driver : nullptr;
+  return driver != nullptr && driver->Type() == lamp::type_name::Lamp ? driver : nullptr;
 }
 
 const Node* devicesOf(const Node& group) {
@@ -74,14 +73,14 @@ bool appendLamps(const Node& group, const host::ListControl& nodes,
 }  // namespace
 
 CDlgE06CfgZelLampManager::CDlgE06CfgZelLampManager(XCDriver* driver, CWnd* parent, ProgramKind kind)
-    : SettingsPage(lamp::page_template::GroupSchedules, readSectionOf(kind), driver, parent),
+    : SettingsPage(lamp::template_number::GroupSchedules, readSectionOf(kind), driver, parent),
       kind_(kind),
       copy_(readSectionOf(kind)),
       fields_(*this, Id::Nodes, Id::FirstField, kind),
       activation_(*this, Id::Activation) {}
 
 host::DialogTemplate CDlgE06CfgZelLampManager::Template() {
-  host::DialogTemplate dialog{lamp::page_template::GroupSchedules,
+  host::DialogTemplate dialog{lamp::template_number::GroupSchedules,
                               "CDlgE06CfgZelLampManager",
                               "E06",
                               {host::list(Id::Groups, "groups"), host::list(Id::Nodes, "nodes")}};

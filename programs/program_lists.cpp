@@ -1,6 +1,6 @@
 #include "programs/program_lists.h"
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 #include "host/resources/texts.h"
 #include "programs/calendar_names.h"
 #include "programs/day_types.h"

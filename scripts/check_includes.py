@@ -11,22 +11,20 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 
-PLUGIN = ("driver", "device", "pages", "programs")
-# Room -> rooms whose headers it may include besides its own.
+PLUGIN = ("exchange", "driver", "device", "pages", "programs")
+# Room -> rooms, or folders of one, whose headers it may include besides its own.
 MAY_SEE = {
     "host": (),
-    "driver": ("host", "pages", "programs", "device"),
-    "device": ("host", "driver"),
-    "pages": ("host", "driver"),
-    "programs": ("host", "driver", "pages"),
+    "exchange": ("host",),
+    "device": ("host", "exchange"),
+    "pages": ("host", "exchange"),
+    "programs": ("host", "exchange", "pages/binding"),
+    "driver": ("host", "exchange", "device", "pages", "programs"),
     "workbench": ("host",),
     "editor": ("host", "workbench"),
     "automation": ("host", "workbench"),
     "controller": (),
 }
-# Headers that the plug-in's rooms may take from one another although they do not own them.
-FRAME = {"driver/exchange_frame.h", "driver/sections.h", "driver/export.h"}
-PAGES_FOR_OTHERS = re.compile(r"^pages/(binding/|page_templates\.h$)")
 THIRD_PARTY = {
     "host": ("pugixml.hpp",),
     "controller": ("pugixml.hpp", "httplib.h", "curl/curl.h"),
@@ -40,16 +38,7 @@ POSIX_FOLDERS = ("sys/", "netinet/", "arpa/", "net/")
 
 def allowed(room, name, quoted):
     if quoted:
-        other = name.split("/")[0]
-        if other == room:
-            return True
-        if other not in MAY_SEE.get(room, ()):
-            return False
-        if room in PLUGIN and other == "driver":
-            return name in FRAME
-        if room != "driver" and room in PLUGIN and other == "pages":
-            return bool(PAGES_FOR_OTHERS.match(name))
-        return True
+        return any(name.startswith(seen + "/") for seen in (room, *MAY_SEE[room]))
     if any(name == t or (t.endswith("/") and name.startswith(t)) for t in THIRD_PARTY.get(room, ())):
         return True
     if room == "editor" and (name.startswith("Q") or name.startswith("Qt")):

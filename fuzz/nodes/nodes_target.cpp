@@ -7,7 +7,7 @@
 
 #include "device/child_devices.h"
 #include "device/device_element.h"
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "fuzz/dialogs/made_up_host.h"
 #include "fuzz/fault.h"
 

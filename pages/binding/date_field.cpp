@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 
 namespace lamp {
 namespace {

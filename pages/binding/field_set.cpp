@@ -1,6 +1,6 @@
 #include "pages/binding/field_set.h"
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "pages/binding/character_choice.h"
 
 namespace lamp {

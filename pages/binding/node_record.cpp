@@ -1,6 +1,6 @@
 #include "pages/binding/node_record.h"
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 #include "pages/binding/row_editor.h"
 
 namespace lamp {

@@ -1,6 +1,6 @@
 #include "pages/binding/row_rewrite.h"
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 
 namespace lamp {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "host/dialogs/device_cfg.h"
 
 namespace lamp {

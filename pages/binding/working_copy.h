@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 #include "host/xml/xml_document.h"
 
 namespace lamp {

@@ -1,4 +1,4 @@
-#include "driver/exchange_frame.h"
+#include "exchange/exchange_frame.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "driver/sections.h"
+#include "exchange/sections.h"
 #include "host/dialogs/base_dlg.h"
 #include "host/dialogs/device_cfg.h"
 #include "host/time/date_time.h"
