@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is needed on Debian 12: scripts/install.sh build, bench, fuzz or test (which is the
-# default and includes fuzz).
+# Installs what is needed on Debian 12: scripts/install.sh build, bench, fuzz or test (the default).
 # Does nothing when all of it is there.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -12,8 +11,7 @@ build_packages=(
 )
 fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)
 test_packages=(
-  "${fuzz_packages[@]}" clang-format
-  libgtest-dev libgmock-dev procps valgrind openssl chromium
+  clang-format libgtest-dev libgmock-dev libxml2-dev procps valgrind openssl chromium
   libcap2 libedit2 libgnutls30 libnettle8 libpam0g libseccomp2 libwrap0 libssl3
 )
 # Servers that the tests start themselves. They are unpacked, not installed: an installed one would
@@ -24,7 +22,7 @@ server_folder=build/test-servers
 packages=("${build_packages[@]}")
 case "${1:-test}" in
   build) ;;
-  bench) packages+=(libbenchmark-dev dpkg-dev xvfb libx11-6) ;;
+  bench) packages+=(libbenchmark-dev dpkg-dev valgrind xvfb libx11-6) ;;
   fuzz) packages+=("${fuzz_packages[@]}") ;;
   *) packages+=("${test_packages[@]}") ;;
 esac
