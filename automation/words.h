@@ -13,6 +13,8 @@ using Word = void (*)(Session& session, const Command& command);
 
 /// The words for the window in front; null when there is none of this name.
 Word findWindowWord(std::string_view name);
+/// The words for what the page in front edits; null when there is none of this name.
+Word findPageWord(std::string_view name);
 /// The words "editor.*", which work whatever is in front.
 Word findEditorWord(std::string_view name);
 

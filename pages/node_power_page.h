@@ -1,32 +1,16 @@
 #pragma once
 
-#include "pages/binding/date_field.h"
-#include "pages/binding/row_editor.h"
-#include "pages/binding/settings_page.h"
-#include "pages/binding/working_copy.h"
+#include "pages/binding/row_page.h"
 
-/// The power of single nodes and how long each holds it, for one node or for many at once, with one
-/// activation date for all of them.
-class CDlgE05CfgZelLampManager : public lamp::SettingsPage {
+/// A power and how long it holds, for one lamp node or for many at once, sent with one activation
+/// date.
+class CDlgE05CfgZelLampManager : public lamp::RowPage {
  public:
   CDlgE05CfgZelLampManager(XCDriver* driver, CWnd* parent);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable();
 
   bool OnInitDialog() override;
-  const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
-
- protected:
-  bool Validate() override;
-  bool Write() override;
-
- private:
-  void OnSelectionChanged() { rows_.selectionChanged(); }
-  void OnEditChanged(int editId) { rows_.editChanged(editId); }
-  bool refuse(std::size_t row, int editId, std::u16string_view message);
-
-  lamp::WorkingCopy copy_;
-  lamp::RowEditor rows_;
-  lamp::DateField activation_;
 };

@@ -8,6 +8,7 @@
 
 #include "host/dialogs/data_exchange.h"
 #include "host/dialogs/message_map.h"
+#include "host/dialogs/page_description.h"
 #include "host/dialogs/wnd.h"
 #include "host/resources/texts.h"
 #include "host/services/services.h"
@@ -63,6 +64,8 @@ class HOST_API XCBaseDlg : public CWnd, private host::ControlOwner {
   virtual void Layout();
   /// Appends the parameters that address the controller to @p uri. Returns true.
   virtual bool addUriParams(XCBasicString& uri, bool first);
+  /// What the dialog edits, null for a dialog that edits nothing.
+  virtual host::EditedPage* Edits() { return nullptr; }
 
   // --- controls
 

@@ -40,13 +40,20 @@ void DateField::showStampPieces(const XCBasicString& stamp) {
   dialog_.SetDlgItemText(editId_, stampAsDate(stamp));
 }
 
-std::optional<XCBasicString> DateField::checkedStamp() {
+XCBasicString DateField::stamp() const {
   const host::EditControl& edit = dialog_.Edit(editId_);
-  XCBasicString stamp = activationStamp(edit.mask().places(edit.text()));
-  if (!stamp.IsEmpty()) return stamp;
-  dialog_.MessageBox(host::TextId::FieldInvalid);
+  return activationStamp(edit.mask().places(edit.text()));
+}
+
+std::optional<XCBasicString> DateField::checkedStamp() {
+  if (XCBasicString good = stamp(); !good.IsEmpty()) return good;
+  dialog_.MessageBox(fault());
   dialog_.FocusAndSelectAll(editId_);
   return std::nullopt;
+}
+
+XCBasicString DateField::fault() const {
+  return stamp().IsEmpty() ? XCLoadString(host::TextId::FieldInvalid) : XCBasicString();
 }
 
 }  // namespace lamp

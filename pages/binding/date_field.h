@@ -25,8 +25,12 @@ class DateField {
   /// The field's moment as the controller takes it. An invalid one shows text 38408, moves the
   /// focus to the field, selects its text, and gives none.
   std::optional<XCBasicString> checkedStamp();
+  /// What checkedStamp would say of an invalid moment; empty for a valid one. Shows nothing.
+  XCBasicString fault() const;
 
  private:
+  XCBasicString stamp() const;
+
   XCBaseDlg& dialog_;
   int editId_;
 };

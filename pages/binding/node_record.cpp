@@ -12,6 +12,18 @@ bool isNode(const Node& child) {
   return child.TagName() == element::Node;
 }
 
+XCBasicString nodeIdentity(const Node& node) {
+  return node.getAttribute(attribute::NodeId);
+}
+
+XCBasicString rowIdentity(const Node& row) {
+  return row.getAttribute(attribute::Id);
+}
+
+host::ListColumn identityColumn(int share) {
+  return attributeColumn(TextId::Identifier, attribute::Id, share);
+}
+
 std::vector<host::ListColumn> nodeColumns(std::u16string_view absentPosition) {
   const auto position = [&](TextId caption, host::XmlName attribute) {
     host::ListColumn column = attributeColumn(caption, attribute);

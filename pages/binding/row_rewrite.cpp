@@ -14,6 +14,17 @@ bool rewriteRow(Node& row, const RowRewrite& rewrite) {
   return true;
 }
 
+void restoreRow(Node& row, const RowRewrite& rewrite) {
+  row.renameAttribute(attribute::NodeId, attribute::Id);
+  Node* taken = nullptr;
+  for (Node& child : row.Children())
+    if (child.TagName() == rewrite.child) taken = &child;
+  if (taken == nullptr) return;
+  for (const host::XmlName name : rewrite.moved)
+    if (taken->hasAttribute(name)) row.copyAttribute(*taken, name);
+  row.RemoveChild(taken);
+}
+
 bool rewriteRows(Node& section, const RowRewrite& rewrite) {
   return rewriteRows(section, [&rewrite](const Node&) -> const RowRewrite& { return rewrite; });
 }

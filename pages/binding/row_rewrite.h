@@ -22,6 +22,10 @@ struct RowRewrite {
 /// "Id" to "nodeId", its stamp goes. Everything else stays. False when the row has no identity.
 bool rewriteRow(XmlDocument::XmlNode& row, const RowRewrite& rewrite);
 
+/// Takes the rewriting of a row back: what its last such child holds is the row's again, and its
+/// identity has its former name. What was dropped stays away.
+void restoreRow(XmlDocument::XmlNode& row, const RowRewrite& rewrite);
+
 /// Rewrites the rows of @p section, in order. False at the first one without identity: the section
 /// must not be sent then.
 bool rewriteRows(XmlDocument::XmlNode& section, const RowRewrite& rewrite);

@@ -22,6 +22,8 @@ class WorkingCopy {
 
   /// The section in the working copy, none when the reply lacks it.
   XmlDocument::XmlNode* section() { return sectionOf(working_, section_); }
+  /// The same as it was read.
+  const XmlDocument::XmlNode* untouchedSection() const { return sectionOf(untouched_, section_); }
   XmlDocument& working() { return working_; }
   XmlDocument& untouched() { return untouched_; }
 

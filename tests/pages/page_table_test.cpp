@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "host/dialogs/extension_module.h"
+#include "pages/general_settings_page.h"
+#include "pages/node_power_page.h"
+#include "pages/node_table_page.h"
+#include "workbench/pages/section_compare.h"
+
+namespace {
+
+using Node = XmlDocument::XmlNode;
+
+/// A page's table, a section as it is read, and the same as it was edited.
+struct Sample {
+  const char* name;
+  host::DialogTemplate (*dialog)();
+  const host::PageDescription& (*page)();
+  const char* read;
+  const char* edited;
+};
+
+constexpr Sample Samples[] = {
+    {"GeneralSettings", CDlgE01CfgZelLampManager::Template, CDlgE01CfgZelLampManager::PageTable,
+     R"(<L01 Fh="1" other="x" IPNTP="a" FTPPwd="p" TimeZone="0" name=""/>)",
+     R"(<L01 Fh="1" other="x" IPNTP="" FTPPwd="q" TimeZone="4" name="N" RetryFtp="3"/>)"},
+    {"NodeTable", CDlgE04CfgZelLampManager::Template, CDlgE04CfgZelLampManager::PageTable,
+     R"(<L04 Fh="1" v="2"><Node nodeId="1" Reference="a"/><X/><Node nodeId="2"/></L04>)",
+     R"(<L04 Fh="1" v="2"><Node nodeId="1" Reference="b" latitude="3"/><X/><Node nodeId="2"/></L04>)"},
+    {"NodePower", CDlgE05CfgZelLampManager::Template, CDlgE05CfgZelLampManager::PageTable,
+     R"(<L05 Fh="1"><Node Id="1" Fh="7" time="1" power="2" x="y"><Interval z="1"/></Node></L05>)",
+     R"(<L05 Fh="1"><Node Id="1" Fh="7" time="9" power="8" x="y"><Interval z="1"/></Node></L05>)"},
+};
+
+class PageTable : public testing::TestWithParam<Sample> {
+ protected:
+  const host::PageDescription& page = GetParam().page();
+};
+
+template <class Visit>
+void forEachBinding(const host::PageDescription& page, const Visit& visit) {
+  for (const host::Binding& field : page.fields) visit(field);
+  const std::function<void(const std::vector<host::RowSet>&)> walk = [&](const auto& sets) {
+    for (const host::RowSet& set : sets) {
+      for (const host::Binding& binding : set.bindings) visit(binding);
+      walk(set.within);
+    }
+  };
+  walk(page.rows);
+}
+
+TEST_P(PageTable, EveryValueHasItsControlUnderItsName) {
+  const host::DialogTemplate dialog = GetParam().dialog();
+  forEachBinding(page, [&](const host::Binding& binding) {
+    if (binding.control == 0) return;
+    const auto found = std::find_if(dialog.controls.begin(), dialog.controls.end(),
+                                    [&](const auto& spec) { return spec.id == binding.control; });
+    ASSERT_NE(found, dialog.controls.end()) << binding.name;
+    EXPECT_EQ(found->name, binding.nameOfControl());
+  });
+}
+
+TEST_P(PageTable, EveryValueHasANameOfItsOwnAndACaption) {
+  std::set<std::string> names;
+  for (const host::Binding& field : page.fields) EXPECT_TRUE(names.insert(field.name).second);
+  for (const host::RowSet& set : page.rows) {
+    names.clear();
+    for (const host::Binding& binding : set.bindings)
+      EXPECT_TRUE(names.insert(binding.name).second) << binding.name;
+  }
+  forEachBinding(page, [&](const host::Binding& binding) {
+    EXPECT_FALSE(host::captionOf(page, binding).IsEmpty()) << binding.name;
+    EXPECT_FALSE(binding.attributes.empty()) << binding.name;
+  });
+}
+
+TEST_P(PageTable, TheWriteGivesTheSectionBack) {
+  XmlDocument read;
+  XmlDocument edited;
+  ASSERT_TRUE(read.Parse(GetParam().read));
+  ASSERT_TRUE(edited.Parse(GetParam().edited));
+  XmlDocument request;
+  ASSERT_TRUE(page.makeWrite(request, read.Root(), *edited.Root(), u"20250315100000W"));
+  ASSERT_EQ(request.Root()->FirstChild()->TagName(), *page.writeSection);
+  XmlDocument section;
+  section.Create("copy") = *read.Root();
+  page.applyWrite(*section.Root(), *request.Root()->FirstChild());
+  EXPECT_TRUE(*edited.Root() == *section.Root()) << section.ToString();
+  EXPECT_TRUE(workbench::compareSections(page, edited.Root(), section.Root()).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, PageTable, testing::ValuesIn(Samples),
+                         [](const auto& sample) { return std::string(sample.param.name); });
+
+}  // namespace
