@@ -18,7 +18,8 @@ std::size_t Input::below(std::size_t count) {
 }
 
 std::string Input::text(std::size_t longest) {
-  const std::size_t size = std::min(below(longest), bytes_.size());
+  const std::size_t length = below(longest);  // takes bytes itself
+  const std::size_t size = std::min(length, bytes_.size());
   std::string out(bytes_.substr(0, size));
   bytes_.remove_prefix(size);
   return out;
