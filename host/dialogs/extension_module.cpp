@@ -43,6 +43,13 @@ const DeviceDialogClass* findDeviceDialog(std::string_view name) {
   return nullptr;
 }
 
+const PageDescription* findPage(XmlName writeSection) {
+  for (const ExtensionModule* module : modules())
+    for (const auto page : module->pages)
+      if (page().writeSection == writeSection) return &page();
+  return nullptr;
+}
+
 std::vector<std::string> registeredModules() {
   std::vector<std::string> names;
   for (const ExtensionModule* module : modules()) names.push_back(module->name);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dialogs/page_description.h"
 #include "host/export.h"
 #include "host/ui/control_spec.h"
 #include "host/xml/xml_document.h"
@@ -46,6 +47,8 @@ struct ExtensionModule {
   std::string name;
   std::vector<TemplateSource> templates;
   std::vector<DeviceDialogClass> deviceDialogs;
+  /// What its pages edit, as functions for the reason that TemplateSource gives.
+  std::vector<const PageDescription& (*)()> pages = {};
 };
 
 /// Puts a module's templates and classes at the framework's disposal. It must stay until removed.
@@ -59,6 +62,9 @@ HOST_API const DialogTemplate* findTemplate(int number);
 
 /// The device dialog class with a name; null when no registered module has it.
 HOST_API const DeviceDialogClass* findDeviceDialog(std::string_view name);
+
+/// What the page edits that sends a section; null when no registered module has it.
+HOST_API const PageDescription* findPage(XmlName writeSection);
 
 /// The names of the registered modules.
 HOST_API std::vector<std::string> registeredModules();

@@ -103,6 +103,7 @@ struct RowPlace {
   std::optional<XmlName> parent = std::nullopt;  ///< child of the section; none: the section itself
   int list = 0;                                  ///< 0 for lines of a grid
   std::u16string_view mark = {};                 ///< the value of RowSet::membership for rows here
+  int moveControl = 0;  ///< the button that moves the selected rows away from here
 };
 
 /// Which rows a check on OK leaves selected.

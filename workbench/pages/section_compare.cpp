@@ -212,7 +212,9 @@ class Comparison {
     const bool differs = !(*was.element == *is.element);
     if (!differs && !(options_.asSent && set.sendsAbsentAsEmpty)) return;
     if (differs && set.deletedBy && set.deletedBy->valueIn(*is.element).IsEmpty()) {
+      const std::size_t before = changes_.size();
       compare(*set.deletedBy, name, was.element, is.element);
+      if (changes_.size() > before) changes_.back().kind = ValueChange::Kind::gone;
       return;
     }
     for (const Binding& binding : set.bindings) {

@@ -10,11 +10,19 @@ namespace workbench {
 
 /// One value in which two sections differ.
 struct ValueChange {
+  enum class Kind {
+    value,  ///< a value of a row that both have, or of the section
+    added,  ///< of a row that only the second has
+    gone    ///< of a row that only the first has, or that the second marks as deleted
+  };
+
   std::optional<XCBasicString> row;     ///< the row's identity; none for a field of the section
   std::string name;                     ///< as the page's description names it
   XCBasicString caption;                ///< with its unit
   std::optional<XCBasicString> before;  ///< as the edit shows it; none where it is missing
   std::optional<XCBasicString> after;
+  Kind kind = Kind::value;
+  friend bool operator==(const ValueChange&, const ValueChange&) = default;
 };
 
 /// What stands for a secret wherever it is not edited.
