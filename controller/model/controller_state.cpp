@@ -4,9 +4,7 @@
 
 #include "controller/model/controller.h"
 #include "controller/model/kept_text.h"
-#include "controller/model/request.h"
 #include "controller/model/text_writer.h"
-#include "controller/xml/well_formed.h"
 
 namespace lamp::controller {
 namespace {
@@ -18,8 +16,6 @@ constexpr const char* kFormatNumber = "2";
 constexpr const char* kOldFormatNumber = "1";
 constexpr const char* kId = "id";
 constexpr const char* kOffset = "clockOffset";
-// Documents in the state stand a few levels below its root.
-constexpr std::size_t kStateDepth = kDepthLimit + 8;
 
 }  // namespace
 
@@ -47,12 +43,10 @@ std::string Controller::loadUsage(pugi::xml_node root) {
 }
 
 std::string Controller::loadState(std::string_view text) {
-  if (const auto fault = findXmlFault(text, kStateDepth)) {
-    return "line " + std::to_string(fault->line) + ", column " + std::to_string(fault->column) +
-           ": " + fault->text;
-  }
   pugi::xml_document document;
-  document.load_buffer(text.data(), text.size(), kKeptText, pugi::encoding_utf8);
+  const pugi::xml_parse_result result =
+      document.load_buffer(text.data(), text.size(), kKeptText, pugi::encoding_utf8);
+  if (!result) return "byte " + std::to_string(result.offset) + ": " + result.description();
   const pugi::xml_node root = document.child(kRoot);
   if (!root) return std::string("its root is not <") + kRoot + ">";
   const std::string_view format = root.attribute(kFormat).value();

@@ -3,7 +3,7 @@
 #include <pugixml.hpp>
 
 #include "controller/model/names.h"
-#include "controller/xml/well_formed.h"
+#include "controller/xml/document_reader.h"
 
 namespace lamp::controller {
 namespace {
@@ -32,12 +32,8 @@ bool saysNothing(pugi::xml_node row) {
 }  // namespace
 
 std::string DayCalendar::load(std::string_view text) {
-  if (const auto fault = findXmlFault(text, kDepth)) {
-    return "line " + std::to_string(fault->line) + ", column " + std::to_string(fault->column) +
-           ": " + fault->text;
-  }
   pugi::xml_document document;
-  document.load_buffer(text.data(), text.size(), pugi::parse_default, pugi::encoding_utf8);
+  if (const auto fault = readXml(text, kDepth, document)) return fault->message();
   const pugi::xml_node root = document.child(kRoot);
   if (!root) return std::string("its root is not <") + kRoot + ">";
   byClock_ = std::string_view(root.child_value(kHasModule)) == "T";

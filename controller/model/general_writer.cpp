@@ -77,7 +77,9 @@ constexpr std::array kGeneralRules = {
 constexpr std::array kAddressRules = {
     ValueRule{names::kAddress, ValueKind::Ascii, 64, 0, 0, "", false}};
 
-Objection judgeGeneral(pugi::xml_node element, const SectionStore&) {
+Objection judgeGeneral(pugi::xml_node element, const SectionStore& store) {
+  if (auto objection = judgeMerge({element}, store.section(names::kGeneral), element.name()))
+    return objection;
   if (auto objection = judgeAttributes(element, kGeneralRules, element.name())) return objection;
   return judgeAttributes(element, kAddressRules, element.name());
 }

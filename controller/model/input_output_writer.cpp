@@ -52,23 +52,31 @@ bool isYes(pugi::xml_node element, const char* name) {
   return std::string_view(element.attribute(name).value()) == "Y";
 }
 
-Objection judgePort(pugi::xml_node port, const std::string& section) {
+pugi::xml_node keptPort(pugi::xml_node section, pugi::xml_node port) {
+  return section.find_child_by_attribute(port.name(), names::kDir,
+                                         port.attribute(names::kDir).value());
+}
+
+Objection judgePort(pugi::xml_node port, pugi::xml_node kept, const std::string& section) {
   const std::string_view number = port.attribute(names::kDir).value();
   const std::string where = section + ", " + port.name() + " " + quoted(number);
   if (number.empty()) return unacceptable(where, "it has no Dir; it must be 1 to 8");
   if (auto objection = judgeAttributes(port, rulesOf(port), where)) return objection;
+  if (auto objection = judgeMerge({port}, keptPort(kept, port), where)) return objection;
   if (isYes(port, names::kSunset) && isYes(port, names::kSunrise)) {
     return unacceptable(where, "Ocaso and Orto are both \"Y\"; at most one of them may be");
   }
   return std::nullopt;
 }
 
-Objection judgePorts(pugi::xml_node element, const SectionStore&) {
+Objection judgePorts(pugi::xml_node element, const SectionStore& store) {
+  const pugi::xml_node section = store.section(names::kInputsOutputs);
+  if (auto objection = judgeMerge({element}, section, element.name())) return objection;
   if (auto objection = judgeAttributes(element, kSectionRules, element.name())) return objection;
   std::set<std::string> seen;
   for (const pugi::xml_node port : element.children()) {
     if (!isPort(port)) continue;
-    if (auto objection = judgePort(port, element.name())) return objection;
+    if (auto objection = judgePort(port, section, element.name())) return objection;
     const std::string key = std::string(port.name()) + " " + port.attribute(names::kDir).value();
     if (!seen.insert(key).second) {
       return unacceptable(element.name(), key + " stands twice; send it once");
@@ -83,8 +91,7 @@ void applyPorts(pugi::xml_node element, SectionStore& store, Moment) {
   static constexpr const char* kLive[] = {names::kValue};
   for (const pugi::xml_node port : element.children()) {
     if (!isPort(port)) continue;
-    const char* number = port.attribute(names::kDir).value();
-    pugi::xml_node kept = section.find_child_by_attribute(port.name(), names::kDir, number);
+    pugi::xml_node kept = keptPort(section, port);
     if (!kept) kept = section.append_child(port.name());
     takeAttributes(port, kept, kLive);
   }

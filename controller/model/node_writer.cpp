@@ -15,10 +15,14 @@ constexpr std::array kPositionRules = {
 };
 
 Objection judgeTable(pugi::xml_node element, const SectionStore& store) {
+  if (auto objection = judgeMerge({element}, store.section(names::kNodeTable), element.name()))
+    return objection;
   if (auto objection = judgeNodeIds(element, store, names::kNode)) return objection;
   for (const pugi::xml_node row : element.children(names::kNode)) {
     const std::string where = whereOf(element, row.attribute(names::kNodeId).value());
     if (auto objection = judgeAttributes(row, kPositionRules, where)) return objection;
+    const pugi::xml_node kept = store.find(row.attribute(names::kNodeId).value())->table;
+    if (auto objection = judgeMerge({row}, kept, where)) return objection;
   }
   return std::nullopt;
 }
@@ -58,6 +62,8 @@ void applyRemoval(pugi::xml_node element, SectionStore& store, Moment) {
 }
 
 Objection judgeAnyRows(pugi::xml_node element, const SectionStore& store) {
+  const pugi::xml_node blackList = store.section(names::kNodeTable).child(names::kBlackList);
+  if (auto objection = judgeMerge({element}, blackList, element.name())) return objection;
   return judgeNodeIds(element, store, "");
 }
 

@@ -69,21 +69,26 @@ constexpr RowFamily kIntervals{names::kIntervalPrograms, names::kInterval, kInte
 constexpr RowFamily kAlarms{names::kAlarmThresholds, names::kAlarms, kAlarmRules, &NodeRows::alarm};
 constexpr RowFamily kClocks{names::kClockPrograms, names::kInterval, kClockRules, &NodeRows::clock};
 
-Objection judgeRow(const RowFamily& family, pugi::xml_node row, const std::string& where) {
+Objection judgeRow(const RowFamily& family, pugi::xml_node row, pugi::xml_node kept,
+                   const std::string& where) {
   const pugi::xml_node values = row.child(family.values);
   if (!values) return unacceptable(where, std::string("it has no <") + family.values + ">");
   if (values.next_sibling(family.values)) {
     return unacceptable(where, std::string("it has more than one <") + family.values + ">");
   }
+  if (auto objection = judgeMerge({row, values}, kept, where)) return objection;
   return judgeAttributes(values, family.rules, where);
 }
 
 template <const RowFamily& family>
 Objection judgeRows(pugi::xml_node element, const SectionStore& store) {
   if (auto objection = judgeNodeIds(element, store, "")) return objection;
+  if (auto objection = judgeMerge({element}, store.section(family.section), element.name()))
+    return objection;
   for (const pugi::xml_node row : element.children()) {
-    const std::string where = whereOf(element, row.attribute(names::kNodeId).value());
-    if (auto objection = judgeRow(family, row, where)) return objection;
+    const char* id = row.attribute(names::kNodeId).value();
+    const pugi::xml_node kept = store.find(id)->*family.row;
+    if (auto objection = judgeRow(family, row, kept, whereOf(element, id))) return objection;
   }
   return std::nullopt;
 }

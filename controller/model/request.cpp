@@ -2,25 +2,14 @@
 
 #include <string>
 
-#include "controller/xml/well_formed.h"
+#include "controller/xml/document_reader.h"
 
 namespace lamp::controller {
 
-Objection readRequest(std::string sent, Request& request) {
-  request.body = std::move(sent);
-  std::string& body = request.body;
+Objection readRequest(std::string_view body, Request& request) {
   if (body.empty()) return std::nullopt;
-  if (const auto fault = findXmlFault(body, kDepthLimit)) {
-    return malformed("The request is not an acceptable XML document: line " +
-                     std::to_string(fault->line) + ", column " + std::to_string(fault->column) +
-                     ": " + fault->text + ".");
-  }
-  const pugi::xml_parse_result result = request.document.load_buffer_inplace(
-      body.data(), body.size(), pugi::parse_default, pugi::encoding_utf8);
-  if (!result) {
-    return malformed(std::string("The request is not an acceptable XML document: ") +
-                     result.description() + ".");
-  }
+  if (const auto fault = readXml(body, MostDepth, request.document))
+    return malformed("The request is not an acceptable XML document: " + fault->message() + ".");
   return std::nullopt;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -9,12 +8,8 @@
 
 namespace lamp::controller {
 
-/// Deepest element that a request may have; the root is 1.
-inline constexpr std::size_t kDepthLimit = 64;
-
 /// A request document. `document` may be without root where the client sent no body.
 struct Request {
-  std::string body;  ///< what was sent; the document's texts lie in it
   pugi::xml_document document;
 
   pugi::xml_node root() const { return document.document_element(); }
@@ -22,7 +17,7 @@ struct Request {
 
 /// Reads a body. An empty body gives a document without root; anything that is not one well-formed
 /// document is refused with the place of the fault.
-Objection readRequest(std::string body, Request& request);
+Objection readRequest(std::string_view body, Request& request);
 
 /// The only child element of the root, for documents that carry one section. Refuses a missing
 /// root, another root than `root` or `alternative` (which may be null), and any other count of

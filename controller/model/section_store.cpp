@@ -115,4 +115,13 @@ long long SectionStore::powerSince(const NodeRows& rows) {
   return rows.override.attribute(kSince).as_llong();
 }
 
+ChildIndex::ChildIndex(pugi::xml_node section, const char* tag, const char* key) : key_(key) {
+  for (const pugi::xml_node child : section.children(tag)) add(child);
+}
+
+pugi::xml_node ChildIndex::find(std::string_view text) const {
+  const auto found = children_.find(text);
+  return found == children_.end() ? pugi::xml_node() : found->second;
+}
+
 }  // namespace lamp::controller

@@ -65,4 +65,18 @@ class SectionStore {
   std::unordered_map<std::string_view, std::size_t> positions_;
 };
 
+/// The children of a section by the text of their attribute `key`, the first of each.
+class ChildIndex {
+ public:
+  ChildIndex(pugi::xml_node section, const char* tag, const char* key);
+  /// Empty where no child has that text.
+  pugi::xml_node find(std::string_view text) const;
+  void add(pugi::xml_node child) { children_.emplace(child.attribute(key_).value(), child); }
+  void remove(std::string_view text) { children_.erase(text); }
+
+ private:
+  const char* key_;
+  std::unordered_map<std::string_view, pugi::xml_node> children_;
+};
+
 }  // namespace lamp::controller

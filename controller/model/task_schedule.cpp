@@ -54,8 +54,18 @@ std::vector<CivilTime> runsBetween(CivilTime start, const Period& period, CivilT
   return runs;
 }
 
-pugi::xml_node recordOf(pugi::xml_node records, const char* task) {
-  return records.find_child_by_attribute(kRun, names::kTaskNumber, task);
+ChildIndex recordsIn(pugi::xml_node records) {
+  return {records, kRun, names::kTaskNumber};
+}
+
+void remember(pugi::xml_node records, ChildIndex& present, const char* task, CivilTime last) {
+  pugi::xml_node record = present.find(task);
+  if (!record) {
+    record = records.append_child(kRun);
+    putAttribute(record, names::kTaskNumber, task);
+    present.add(record);
+  }
+  putAttribute(record, kLast, std::to_string(last.time_since_epoch().count()).c_str());
 }
 
 bool sameSchedule(pugi::xml_node task, pugi::xml_node kept) {
@@ -108,13 +118,13 @@ CivilTime repeated(CivilTime start, const Period& period, long count) {
 
 DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone) {
   const CivilTime civil = toCivil(now, zone);
-  const pugi::xml_node records = store.section(kRuns);
+  const ChildIndex records = recordsIn(store.section(kRuns));
   DueTasks due;
   for (const pugi::xml_node task : store.section(names::kTasks).children(names::kTask)) {
     const auto start = parseStamp(task.attribute(names::kTaskStart).value());
     if (!start) continue;
     const char* number = task.attribute(names::kTaskNumber).value();
-    const pugi::xml_attribute known = recordOf(records, number).attribute(kLast);
+    const pugi::xml_attribute known = records.find(number).attribute(kLast);
     const CivilTime kept{seconds{known.as_llong()}};
     const bool restarts = !known || wasSetBack(kept, civil);
     const CivilTime last = !known ? civil - seconds{1} : restarts ? civil : kept;
@@ -131,30 +141,28 @@ DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone) {
 
 void rememberProgress(SectionStore& store, const std::vector<TaskProgress>& progress) {
   pugi::xml_node records = store.section(kRuns);
-  for (const TaskProgress& task : progress) {
-    pugi::xml_node record = recordOf(records, task.task.c_str());
-    if (!record) {
-      record = records.append_child(kRun);
-      putAttribute(record, names::kTaskNumber, task.task.c_str());
-    }
-    putAttribute(record, kLast, std::to_string(task.last.time_since_epoch().count()).c_str());
-  }
+  ChildIndex present = recordsIn(records);
+  for (const TaskProgress& task : progress)
+    remember(records, present, task.task.c_str(), task.last);
 }
 
 void beginTasks(SectionStore& store, pugi::xml_node element, CivilTime now) {
-  const SectionStore& present = store;
-  const pugi::xml_node tasks = present.section(names::kTasks);
+  const SectionStore& before = store;
+  pugi::xml_node records = before.section(kRuns);
+  ChildIndex present = recordsIn(records);
+  const ChildIndex tasks(before.section(names::kTasks), names::kTask, names::kTaskNumber);
   for (const pugi::xml_node task : element.children(names::kTask)) {
     const char* number = task.attribute(names::kTaskNumber).value();
-    const pugi::xml_node kept =
-        tasks.find_child_by_attribute(names::kTask, names::kTaskNumber, number);
+    const pugi::xml_node kept = tasks.find(number);
     if (kept && sameSchedule(task, kept)) continue;
     const bool deleted = *task.attribute(names::kTaskPeriod).value() == '\0';
     if (deleted) {
-      pugi::xml_node records = present.section(kRuns);
-      records.remove_child(recordOf(records, number));
+      const pugi::xml_node record = present.find(number);
+      present.remove(number);
+      records.remove_child(record);
     } else {
-      rememberProgress(store, {TaskProgress{number, now - seconds{1}}});
+      if (!records) records = store.section(kRuns);
+      remember(records, present, number, now - seconds{1});
     }
   }
 }

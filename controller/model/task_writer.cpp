@@ -56,7 +56,10 @@ Objection judgeTask(pugi::xml_node task, const std::string& where) {
   return std::nullopt;
 }
 
-Objection judgeTasks(pugi::xml_node element, const SectionStore&) {
+Objection judgeTasks(pugi::xml_node element, const SectionStore& store) {
+  const pugi::xml_node section = store.section(names::kTasks);
+  if (auto objection = judgeMerge({element}, section, element.name())) return objection;
+  const ChildIndex present(section, names::kTask, names::kTaskNumber);
   std::unordered_set<std::string_view> seen;
   for (const pugi::xml_node task : element.children(names::kTask)) {
     const std::string_view number = task.attribute(names::kTaskNumber).value();
@@ -68,6 +71,7 @@ Objection judgeTasks(pugi::xml_node element, const SectionStore&) {
     }
     if (isDeletion(task)) continue;
     if (auto objection = judgeTask(task, where)) return objection;
+    if (auto objection = judgeMerge({task}, present.find(number), where)) return objection;
   }
   return std::nullopt;
 }
@@ -76,11 +80,14 @@ Objection judgeTasks(pugi::xml_node element, const SectionStore&) {
 void applyTasks(pugi::xml_node element, SectionStore& store, Moment) {
   pugi::xml_node section = store.section(names::kTasks);
   takeSectionAttributes(element, section);
+  ChildIndex present(section, names::kTask, names::kTaskNumber);
   for (const pugi::xml_node task : element.children(names::kTask)) {
-    pugi::xml_node kept = section.find_child_by_attribute(
-        names::kTask, names::kTaskNumber, task.attribute(names::kTaskNumber).value());
+    const char* number = task.attribute(names::kTaskNumber).value();
+    pugi::xml_node kept = present.find(number);
     if (isDeletion(task)) {
-      if (kept) section.remove_child(kept);
+      if (!kept) continue;
+      present.remove(number);
+      section.remove_child(kept);
     } else if (kept) {
       takeAttributes(task, kept);
       kept.remove_children();

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
+#include <unordered_map>
+
+#include "controller/xml/document_reader.h"
 
 namespace lamp::controller {
 namespace {
@@ -82,6 +86,52 @@ const ValueRule* findRule(std::span<const ValueRule> rules, std::string_view nam
   return found == rules.end() ? nullptr : &*found;
 }
 
+std::size_t countAttributes(pugi::xml_node element) {
+  const auto attributes = element.attributes();
+  return static_cast<std::size_t>(std::distance(attributes.begin(), attributes.end()));
+}
+
+// Finds the attributes of an element by name; those of a small one are looked through, because that
+// is faster.
+class AttributeIndex {
+ public:
+  explicit AttributeIndex(pugi::xml_node element)
+      : element_(element), indexed_(countAttributes(element) > FewAttributes) {
+    if (!indexed_) return;
+    for (const pugi::xml_attribute attribute : element.attributes())
+      byName_.emplace(attribute.name(), attribute);
+  }
+
+  pugi::xml_attribute find(std::string_view name) {
+    if (!indexed_) {
+      for (const pugi::xml_attribute attribute : element_.attributes()) {
+        if (name == attribute.name()) return attribute;
+      }
+      return {};
+    }
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? pugi::xml_attribute() : found->second;
+  }
+
+  // A new attribute of the element.
+  pugi::xml_attribute add(pugi::xml_attribute attribute) {
+    if (indexed_) {
+      byName_.emplace(attribute.name(), attribute);
+    } else if (++added_ > FewAttributes) {
+      *this = AttributeIndex(element_);
+    }
+    return attribute;
+  }
+
+ private:
+  static constexpr std::size_t FewAttributes = 16;
+
+  pugi::xml_node element_;
+  bool indexed_;
+  std::size_t added_ = 0;
+  std::unordered_map<std::string_view, pugi::xml_attribute> byName_;
+};
+
 }  // namespace
 
 std::string faultOf(const ValueRule& rule, std::string_view value) {
@@ -113,12 +163,31 @@ void putAttribute(pugi::xml_node element, const char* name, const char* value) {
 }
 
 void takeAttributes(pugi::xml_node from, pugi::xml_node to, std::span<const char* const> except) {
+  AttributeIndex present(to);
   for (const pugi::xml_attribute attribute : from.attributes()) {
     const std::string_view name = attribute.name();
-    const bool skipped =
-        std::any_of(except.begin(), except.end(), [&](const char* other) { return name == other; });
-    if (!skipped) putAttribute(to, attribute.name(), attribute.value());
+    if (std::any_of(except.begin(), except.end(), [&](const char* other) { return name == other; }))
+      continue;
+    pugi::xml_attribute own = present.find(name);
+    if (!own) own = present.add(to.append_attribute(attribute.name()));
+    own.set_value(attribute.value());
   }
+}
+
+Objection judgeMerge(std::initializer_list<pugi::xml_node> sent, pugi::xml_node kept,
+                     std::string_view where) {
+  std::size_t count = countAttributes(kept);
+  for (const pugi::xml_node from : sent) count += countAttributes(from);
+  if (count <= MostAttributes) return std::nullopt;
+  AttributeIndex present(kept);
+  count = countAttributes(kept);
+  for (const pugi::xml_node from : sent) {
+    for (const pugi::xml_attribute attribute : from.attributes())
+      if (!present.find(attribute.name())) ++count;
+  }
+  if (count <= MostAttributes) return std::nullopt;
+  return unacceptable(where, "it would have " + std::to_string(count) +
+                                 " attributes, and may have " + std::to_string(MostAttributes));
 }
 
 }  // namespace lamp::controller

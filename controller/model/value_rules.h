@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <pugixml.hpp>
 #include <span>
 #include <string>
@@ -56,8 +57,14 @@ bool isOwnAttribute(std::span<const ValueRule> rules, std::string_view name);
 /// Sets the attribute, adding it behind the others when it is missing.
 void putAttribute(pugi::xml_node element, const char* name, const char* value);
 
-/// Takes every attribute of `from` over to `to`, but not those named in `except`.
+/// Takes every attribute of `from` over to `to`, but not those named in `except`. Time grows with
+/// the attributes of both.
 void takeAttributes(pugi::xml_node from, pugi::xml_node to,
                     std::span<const char* const> except = {});
+
+/// Objects where `kept` would have more than `MostAttributes` once it has taken over those of every
+/// element in `sent`.
+Objection judgeMerge(std::initializer_list<pugi::xml_node> sent, pugi::xml_node kept,
+                     std::string_view where);
 
 }  // namespace lamp::controller

@@ -14,7 +14,7 @@
 #include "controller/model/controller.h"
 #include "controller/model/street_generator.h"
 #include "controller/storage/state_keeper.h"
-#include "controller/xml/well_formed.h"
+#include "controller/xml/document_reader.h"
 #include "fuzz/fault.h"
 #include "fuzz/input.h"
 #include "tests/controller/support/memory_disk.h"
@@ -86,7 +86,7 @@ class Story {
 
 void expectXml(const std::string& text, const char* what) {
   pugi::xml_document document;
-  expect(!findXmlFault(text, 64) && document.load_buffer(text.data(), text.size()), what);
+  expect(!readXml(text, MostDepth + 1, document), what);
 }
 
 void Story::perform(int command, const std::string& body) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "tests/controller/support/controller_rig.h"
 
 namespace lamp::controller::test {
@@ -39,7 +41,7 @@ TEST(Refusing, DocumentsOfTheWrongShape) {
       {1, "<deviceCfg><L18/></deviceCfg>", 422, "L01 to L17"},
       {1, "<deviceCfg><L00/></deviceCfg>", 422, "L01 to L17"},
       {1, "<deviceCfg><E01/></deviceCfg>", 422, "L01 to L17"},
-      {1, "<deviceCfg><L01/></deviceCfg><x/>", 400, "second root"},
+      {1, "<deviceCfg><L01/></deviceCfg><x/>", 400, "junk after"},
       {1, "<!DOCTYPE x><deviceCfg><L01/></deviceCfg>", 400, "document type"},
       {1, "<deviceCfg><L01></deviceCfg>", 400, "line 1, column 17"},
       {2, "<advancedCfg><E01 name=\"x\"/></advancedCfg>", 400, "must be <deviceCfg>"},
@@ -218,6 +220,52 @@ TEST(Refusing, ALongValueIsCutInTheText) {
   expectRefused(rig, 2,
                 "<deviceCfg><E01 TimeZone=\"" + std::string(100000, 'z') + "\"/></deviceCfg>", 422,
                 "zzz...\"");
+}
+
+TEST(Refusing, WhatIsKeptNeverHasMoreThanFourThousandAndNinetySixAttributes) {
+  ControllerRig rig;
+  const auto many = [](char letter) {
+    std::string text;
+    for (int i = 0; i < 2100; ++i) text += std::string(" ") + letter + std::to_string(i) + "=''";
+    return text;
+  };
+  const std::string node = "<Node nodeId=\"" + rig.nodeIds()[0] + "\"";
+  const std::pair<std::string, std::string> elements[] = {
+      {"<E01", "/>"},
+      {"<E04>" + node, "/></E04>"},
+      {"<E05>" + node, "><Interval/></Node></E05>"},
+      {"<E05>" + node + "><Interval", "/></Node></E05>"},
+      {"<E05", "/>"},
+      {"<E09", "/>"},
+      {"<E13><Output Dir=\"1\"", "/></E13>"},
+      {"<E02><TP TpTar=\"1\" TpHi=\"20250101000000W\" TpPer=\"00000000010000\"",
+       "><TpPro TpReq=\"L03\"/></TP></E02>"}};
+  for (const auto& [begin, end] : elements) {
+    EXPECT_EQ(rig.write(begin + many('a') + end), 200) << begin << rig.refusal;
+    EXPECT_EQ(rig.write(begin + many('a') + end), 200) << "the same ones again";
+    expectRefused(rig, 2, "<deviceCfg>" + begin + many('b') + end + "</deviceCfg>", 422,
+                  "and may have 4096");
+  }
+}
+
+TEST(Refusing, ManyTasksAndAttributesCostWhatTheyAreLong) {
+  ControllerRig rig;
+  const auto seconds = [&](const std::string& section) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(rig.write(section), 200) << rig.refusal;
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  };
+  std::string tasks = "<E02>";
+  for (int i = 0; i < 8000; ++i) {
+    tasks += "<TP TpTar=\"" + std::to_string(i) +
+             "\" TpHi=\"20990101000000W\" TpPer=\"00000000010000\"><TpPro TpReq=\"L03\"/></TP>";
+  }
+  std::string attributes = "<E01";
+  for (int i = 0; i < 4000; ++i) attributes += " n" + std::to_string(i) + "=''";
+  EXPECT_LT(seconds(tasks + "</E02>"), 2);
+  EXPECT_LT(seconds(tasks + "</E02>"), 2);
+  EXPECT_LT(seconds(attributes + "/>"), 1);
+  EXPECT_LT(seconds(attributes + "/>"), 1);
 }
 
 }  // namespace
