@@ -1,12 +1,15 @@
 #include <malloc.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -16,7 +19,6 @@
 #include "controller/http/command_server.h"
 #include "controller/model/controller.h"
 #include "controller/model/controller_clock.h"
-#include "controller/model/street_generator.h"
 #include "controller/options.h"
 #include "controller/storage/random_text.h"
 #include "controller/storage/state_keeper.h"
@@ -52,7 +54,7 @@ std::string prepare(const Options& options, Controller& controller, StateKeeper&
   }
   if (found) std::cerr << "going on with " << file.string() << '\n';
   if (!keeper.notice().empty()) std::cerr << "lamp-controller: " << keeper.notice() << '\n';
-  if (!found) generateStreet(options.street, controller.settings().inForce());
+  if (!found) controller.buildStreet(options.street);
   std::string fault = keeper.begin();
   if (fault.empty()) fault = controller.tidyDataFolder();
   return fault.empty() ? "" : "the state can't be kept: " + fault;
@@ -130,6 +132,25 @@ void leaveEarlierLifeBehind() {
   ::close_range(STDERR_FILENO + 1, ~0U, 0);
 }
 
+// What was answered is on the disk at any moment, so an end that takes too long is cut short.
+void endInTime(const std::stop_token& stop) {
+  constexpr std::chrono::milliseconds kLongestEnd{1500};
+  std::mutex mutex;
+  std::unique_lock lock(mutex);
+  std::condition_variable_any waking;
+  if (waking.wait_for(lock, stop, kLongestEnd, [&] { return stop.stop_requested(); })) return;
+  std::cerr << "lamp-controller: ended while commands were being carried out\n";
+  std::_Exit(0);
+}
+
+// Every connection takes a descriptor.
+void allowManyConnections() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
 int serve(const Options& options, Controller& controller, ControllerClock& clock,
           StateKeeper& keeper) {
   // Every thread inherits the mask, so that only sigwait below hears these signals.
@@ -162,6 +183,7 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
   }
   int signal = 0;
   sigwait(&ending, &signal);
+  const std::jthread limit(endInTime);
   server.stop();
   const std::string fault = keeper.compact();
   return fault.empty() ? 0 : complain("the state can't be kept: " + fault, kFailure);
@@ -225,6 +247,7 @@ int main(int argc, char** argv) {
   lamp::controller::leaveEarlierLifeBehind();
   lamp::controller::shareMemory();
   lamp::controller::forbidCoreDumps();
+  lamp::controller::allowManyConnections();
   try {
     return lamp::controller::run(std::vector<std::string>(argv + 1, argv + argc));
   } catch (const std::exception& fault) {

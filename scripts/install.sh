@@ -6,8 +6,8 @@ cd "$(dirname "$0")/.."
 
 build_packages=(
   g++ cmake ninja-build pkg-config ccache python3 git librsvg2-bin curl
-  libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev libcpp-httplib-dev
-  libexpat1-dev
+  libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev
+  libexpat1-dev libmicrohttpd-dev
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
 fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)
@@ -23,7 +23,7 @@ server_folder=build/test-servers
 packages=("${build_packages[@]}")
 case "${1:-test}" in
   build) ;;
-  bench) packages+=(libbenchmark-dev dpkg-dev valgrind xvfb libx11-6) ;;
+  bench) packages+=(libbenchmark-dev libcpp-httplib-dev dpkg-dev valgrind xvfb libx11-6) ;;
   fuzz) packages+=("${fuzz_packages[@]}") ;;
   *) packages+=("${test_packages[@]}") ;;
 esac

@@ -24,8 +24,8 @@ struct Service {
   std::vector<std::string> hostNames = {};
 };
 
-/// The controller's web service: commands in, documents out. Serves from threads of its own between
-/// `start` and `stop`.
+/// The controller's web service: commands in, documents out, the live page and the simulation's
+/// control. Serves from threads of its own between `start` and `stop`.
 class CommandServer {
  public:
   explicit CommandServer(const Service& service);

@@ -1,13 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-namespace httplib {
-class Server;
-struct Request;
-struct Response;
-}  // namespace httplib
+#include "controller/http/http_message.h"
 
 namespace lamp::controller {
 
@@ -27,19 +24,20 @@ class ControlDesk {
   /// The service must outlive the desk.
   explicit ControlDesk(const Service& service) : service_(service) {}
 
-  void install(httplib::Server& server);
+  /// Whether a request may change something, which takes its time.
+  static bool changes(const HttpHead& head);
+  /// Nothing where the desk has nothing at this address.
+  std::optional<HttpReply> answer(const HttpHead& head);
 
   /// Carries out what a request with the token orders by its parameters: "clock", "input", "lamp"
   /// or "fault". Answers what is wrong, or an empty text.
-  std::string carryOut(std::string_view order, const httplib::Request& request);
+  std::string carryOut(std::string_view order, const HttpHead& head);
 
  private:
-  void handle(const httplib::Request& request, httplib::Response& response, std::string_view order);
-
-  std::string setClock(const httplib::Request& request);
-  std::string setInput(const httplib::Request& request);
-  std::string setLamp(const httplib::Request& request);
-  std::string setFaults(const httplib::Request& request);
+  std::string setClock(const HttpHead& head);
+  std::string setInput(const HttpHead& head);
+  std::string setLamp(const HttpHead& head);
+  std::string setFaults(const HttpHead& head);
   std::string state() const;
 
   const Service& service_;

@@ -1,34 +1,26 @@
 #pragma once
 
-#include <atomic>
+#include <optional>
 
-namespace httplib {
-class Server;
-struct Request;
-struct Response;
-}  // namespace httplib
+#include "controller/http/command_server.h"
+#include "controller/http/http_message.h"
 
 namespace lamp::controller {
-
-class Patience;
-struct Service;
 
 /// The live page: GET / with its scripts and style, GET /street.json (the plan), GET /lamp.json
 /// (one lamp, by "node") and GET /events (what changes, as server-sent events).
 class LivePage {
  public:
-  /// Both must outlive the page.
-  LivePage(const Service& service, Patience& patience) : service_(service), patience_(patience) {}
+  /// The service must outlive the page.
+  explicit LivePage(const Service& service) : service_(service) {}
 
-  void install(httplib::Server& server);
+  /// Whether the answer takes the time to look at every lamp.
+  static bool looksAtTheStreet(const HttpHead& head);
+  /// Nothing where the page has nothing at this address.
+  std::optional<HttpReply> answer(const HttpHead& head);
 
  private:
-  void serveFiles(httplib::Server& server);
-  void streamEvents(httplib::Response& response);
-
   const Service& service_;
-  Patience& patience_;
-  std::atomic<int> viewers_ = 0;
 };
 
 }  // namespace lamp::controller

@@ -216,11 +216,24 @@ Reply Controller::readNodeFile(const Request& request) {
   return Reply::text(std::move(text));
 }
 
+void Controller::buildStreet(const StreetPlan& plan) {
+  generateStreet(plan, settings_.inForce());
+  noteSummary();
+}
+
+void Controller::noteSummary() {
+  shownZone_ = zone();
+  shownNodes_ = settings_.inForce().nodes().size();
+  shownPending_ = settings_.pending().size();
+}
+
+std::string Controller::date() const {
+  return formatReadable(toCivil(clock_.now(), shownZone_));
+}
+
 std::string Controller::statusLine() const {
-  const std::shared_lock lock(mutex_);
-  return "controller " + id_ + ", " + formatReadable(toCivil(clock_.now(), zone())) + ", " +
-         std::to_string(settings_.inForce().nodes().size()) + " nodes, " +
-         std::to_string(settings_.pending().size()) + " writes pending\n";
+  return "controller " + id_ + ", " + date() + ", " + std::to_string(shownNodes_) + " nodes, " +
+         std::to_string(shownPending_) + " writes pending\n";
 }
 
 }  // namespace lamp::controller

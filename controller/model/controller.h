@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -21,6 +22,7 @@
 #include "controller/model/request.h"
 #include "controller/model/section_reader.h"
 #include "controller/model/settings.h"
+#include "controller/model/street_generator.h"
 #include "controller/model/task_schedule.h"
 #include "controller/storage/disk.h"
 
@@ -34,8 +36,10 @@ class Controller {
   /// `id` is the identifier, 1 to 16 characters; the clock must outlive the controller.
   Controller(std::string id, ControllerClock& clock);
 
-  /// The sections, for building a street before the controller is used by others.
-  Settings& settings() { return settings_; }
+  /// Makes a new street, before the controller is used by others.
+  void buildStreet(const StreetPlan& plan);
+  /// The sections, while no other thread uses the controller.
+  const Settings& settings() const { return settings_; }
 
   /// Folder for firmware and reports; without one they are not kept. The disk must outlive the
   /// controller.
@@ -94,7 +98,7 @@ class Controller {
   /// What is in force about sending reports and about the time server.
   DeliverySettings deliverySettings() const;
 
-  /// One line for people: identifier, date, nodes, pending writes.
+  /// One line for people: identifier, date, nodes, pending writes. Waits for nobody, like `date`.
   std::string statusLine() const;
 
  private:
@@ -135,6 +139,7 @@ class Controller {
   void noteFault(std::string fault);
 
   ZoneRule zone() const;
+  void noteSummary();
   ReplyHead head() const;
   void settle(Moment now);
   void showLiveValues(pugi::xml_document& reply, const char* section);
@@ -158,6 +163,10 @@ class Controller {
   Settings settings_;
   LampStreet street_;
   std::uint64_t version_ = 1;
+  // What is asked for without waiting for anybody who reads or writes.
+  std::atomic<ZoneRule> shownZone_{};
+  std::atomic<std::size_t> shownNodes_ = 0;
+  std::atomic<std::size_t> shownPending_ = 0;
   // What may have changed in force since the lamps were read.
   enum class Stale { Nothing, SomeNodes, Everything };
   Stale stale_ = Stale::Everything;

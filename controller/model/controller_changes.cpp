@@ -43,6 +43,7 @@ std::string Controller::commit(const Change& change, const std::function<void()>
     const std::lock_guard lock(mutex_);
     apply();
     ++version_;
+    noteSummary();
   };
   if (log_ != nullptr) return log_->commit(printChange(change), carryOut);
   carryOut();
@@ -167,6 +168,7 @@ std::string Controller::replay(std::string_view records) {
   for (const pugi::xml_node record : document.children()) {
     if (std::string fault = replayOne(record); !fault.empty()) return fault;
   }
+  noteSummary();
   return "";
 }
 

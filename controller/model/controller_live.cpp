@@ -155,11 +155,6 @@ std::string Controller::takeFault() {
   return std::exchange(fault_, std::string());
 }
 
-std::string Controller::date() const {
-  const std::shared_lock lock(mutex_);
-  return formatReadable(toCivil(clock_.now(), zone()));
-}
-
 std::string Controller::setDate(CivilTime civil) {
   Moment moment;
   {

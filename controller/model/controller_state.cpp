@@ -61,6 +61,7 @@ std::string Controller::loadState(std::string_view text) {
   std::string fault = settings_.load(root);
   if (fault.empty()) fault = loadUsage(root);
   stale_ = Stale::Everything;
+  noteSummary();
   return fault;
 }
 

@@ -2,15 +2,14 @@
 // the state stays one that reads, refused commands change nothing, and a controller that starts
 // again has the state of the one before.
 
-#include <httplib.h>
-
 #include <algorithm>
 #include <optional>
 #include <pugixml.hpp>
+#include <sstream>
 
 #include "controller/http/command_server.h"
 #include "controller/http/control_desk.h"
-#include "controller/http/json_text.h"
+#include "controller/http/live_news.h"
 #include "controller/model/controller.h"
 #include "controller/model/street_generator.h"
 #include "controller/storage/state_keeper.h"
@@ -47,7 +46,7 @@ struct Life {
     bool found = false;
     std::string wrong = keeper.restore(found);
     if (!wrong.empty()) fuzz::fault("the state that was kept is refused: " + wrong);
-    if (!found) generateStreet(StreetPlan{3, 7, true}, controller.settings().inForce());
+    if (!found) controller.buildStreet(StreetPlan{3, 7, true});
     wrong = keeper.begin();
     if (!wrong.empty()) fuzz::fault("the state can't be kept: " + wrong);
     controller.tidyDataFolder();
@@ -101,21 +100,24 @@ void Story::perform(int command, const std::string& body) {
   }
   expect(reply.status == 200 || (reply.status >= 400 && reply.status < 500),
          "a command is answered or refused");
-  for (const std::string& text : {body, reply.body}) jsonString(ShownText(text).str());
+  for (const std::string& text : {body, reply.body}) ShownText(text).str();
 }
 
-// "clock?speed=2", as behind "/control/".
+// "clock?speed=2&paused=1", as behind "/control/".
 void Story::order(const std::string& address) {
   const std::size_t query = std::min(address.find('?'), address.size());
-  httplib::Request request;
-  httplib::detail::parse_query_text(address.substr(std::min(query + 1, address.size())),
-                                    request.params);
+  HttpHead head;
+  std::istringstream parameters(address.substr(std::min(query + 1, address.size())));
+  for (std::string each; std::getline(parameters, each, '&');) {
+    const std::size_t equals = std::min(each.find('='), each.size());
+    head.parameters.emplace(each.substr(0, equals), each.substr(std::min(equals + 1, each.size())));
+  }
   FaultPlan faults;
   CommandLog log;
   const Service service{life_->controller, life_->clock, faults, log, "token", [] {}};
-  ControlDesk(service).carryOut(address.substr(0, query), request);
+  ControlDesk(service).carryOut(address.substr(0, query), head);
+  LiveNews(service).next(true);
   faults.take(2, true);
-  for (const std::string& text : faults.list()) jsonString(text);
 }
 
 // Up to about 68 years at once; a controller is asked now and then meanwhile.

@@ -67,16 +67,22 @@ TEST_F(CommandServerTest, ABodyOverTheLimitIsRefusedAndTheNextCommandWorks) {
   EXPECT_EQ(httpCommand(base, 29, "").status, 200);
 }
 
-TEST_F(CommandServerTest, FormsAreRefused) {
-  EXPECT_EQ(
-      httpSend("POST", base + "/lampmanager/command/1", "x", "multipart/form-data; boundary=y")
-          .status,
-      415);
-  const std::string large = "<deviceCfg><L01 a=\"" + std::string(20000, 'x') + "\"/></deviceCfg>";
-  EXPECT_EQ(
-      httpSend("POST", base + "/lampmanager/command/1", large, "application/x-www-form-urlencoded")
-          .status,
-      200);
+TEST_F(CommandServerTest, ABodyIsXmlByItsType) {
+  const std::string read = "<deviceCfg><L01/></deviceCfg>";
+  const auto status = [&](const std::string& body, const std::string& type) {
+    return httpSend("POST", base + "/lampmanager/command/1", body, type).status;
+  };
+  for (const char* type : {"application/xml", "text/xml", "Application/XML; charset=utf-8",
+                           "text/xml ;charset=utf-8"}) {
+    EXPECT_EQ(status(read, type), 200) << type;
+  }
+  for (const char* type : {"multipart/form-data; boundary=y", "application/x-www-form-urlencoded",
+                           "text/plain", "application/xmlx", "application/xml+x", "xml", ""}) {
+    EXPECT_EQ(status(read, type), 415) << type;
+  }
+  const std::string identify = base + "/lampmanager/command/29";
+  EXPECT_EQ(httpSend("POST", identify, "", "").status, 200) << "no body needs no type";
+  EXPECT_EQ(httpSend("POST", identify, "", "text/plain").status, 200);
 }
 
 TEST_F(CommandServerTest, ShowsItsHealth) {

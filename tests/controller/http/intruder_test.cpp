@@ -38,12 +38,12 @@ class Intruder : public testing::Test {
 
 TEST_F(Intruder, APageOfAnotherSiteCanSendNoCommand) {
   for (const char* origin : {"http://evil.example", "null", "https://127.0.0.1"}) {
-    const HttpAnswer answer = httpSend("POST", server.base + kCommandPath, kWrite, "text/plain", 30,
-                                       std::string("Origin: ") + origin);
+    const HttpAnswer answer = httpSend("POST", server.base + kCommandPath, kWrite,
+                                       "application/xml", 30, std::string("Origin: ") + origin);
     EXPECT_EQ(answer.status, 403) << origin;
     EXPECT_EQ(name(), "Old Town");
   }
-  const HttpAnswer own = httpSend("POST", server.base + kCommandPath, kWrite, "text/plain", 30,
+  const HttpAnswer own = httpSend("POST", server.base + kCommandPath, kWrite, "application/xml", 30,
                                   "Origin: " + server.base);
   EXPECT_EQ(own.status, 200) << own.body;
 }

@@ -2,8 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "controller/http/json_text.h"
-#include "controller/http/street_view.h"
+#include "controller/http/live_news.h"
 #include "tests/controller/support/http_client.h"
 #include "tests/controller/support/server_rig.h"
 
@@ -69,44 +68,54 @@ TEST(LivePage, ANodeWithoutPositionIsNotPlaced) {
   EXPECT_EQ(plan["references"][0], "");
 }
 
-TEST(LivePage, NewsComeOnlyWhenThereAreSome) {
+TEST(LiveNews, ComeOnlyWhenThereAreSome) {
   ServerRig server;
   const Service service = serviceOf(server);
-  ViewerState viewer;
-  const json first = json::parse(newsJson(service, viewer));
+  LiveNews news(service);
+  const json first = json::parse(news.next(true).changed);
   EXPECT_EQ(first["date"], "2025-03-15 12:00:00");
   EXPECT_EQ(first["powers"], std::string(20, 'A'));
-  EXPECT_EQ(newsJson(service, viewer), "");
+  EXPECT_EQ(news.next(false).changed, "");
   server.rig.time.pass(std::chrono::hours{8});
-  const json second = json::parse(newsJson(service, viewer));
+  const json second = json::parse(news.next(false).changed);
   EXPECT_EQ(second["lit"], 20);
   EXPECT_EQ(second["powers"].get<std::string>()[0], '/') << "100 % is the last letter";
   server.rig.time.pass(std::chrono::seconds{1});
-  EXPECT_FALSE(json::parse(newsJson(service, viewer)).contains("powers"));
+  const News third = news.next(false);
+  EXPECT_FALSE(json::parse(third.changed).contains("powers"));
+  EXPECT_TRUE(json::parse(third.whole).contains("powers")) << "for whoever comes now";
 }
 
-TEST(LivePage, CommandsAreShownWithoutTheirPasswords) {
+TEST(LiveNews, ShowCommandsWithoutTheirPasswordsAndOnce) {
   ServerRig server;
   const Service service = serviceOf(server);
-  ViewerState viewer;
+  LiveNews news(service);
+  news.next(true);
   httpSend("POST", server.base + "/lampmanager/command/2?ftpUser=u&ftpPassword=s3cret",
            "<deviceCfg><E01 FTPPwd=\"s3cret\" mailPassword=\"s3cret\"/></deviceCfg>");
   httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>");
-  const std::string news = newsJson(service, viewer);
-  EXPECT_EQ(news.find("s3cret"), std::string::npos);
-  const json log = json::parse(news)["log"];
-  ASSERT_EQ(log.size(), 2U);
-  EXPECT_EQ(log[0]["parameters"], "ftpUser=u&ftpPassword=***");
-  EXPECT_EQ(log[1]["status"], 200);
-  EXPECT_EQ(newsJson(service, viewer), "");
+  const News update = news.next(false);
+  for (const std::string& text : {update.changed, update.whole}) {
+    EXPECT_EQ(text.find("s3cret"), std::string::npos);
+    const json log = json::parse(text)["log"];
+    ASSERT_EQ(log.size(), 2U);
+    EXPECT_EQ(log[0]["parameters"], "ftpUser=u&ftpPassword=***");
+    EXPECT_EQ(log[1]["status"], 200);
+  }
+  EXPECT_EQ(news.next(false).changed, "");
+  httpCommand(server.base, 1, "<deviceCfg><L01/></deviceCfg>");
+  const News next = news.next(false);
+  EXPECT_EQ(json::parse(next.changed)["log"].size(), 1U);
+  EXPECT_EQ(json::parse(next.whole)["log"].size(), 3U);
 }
 
-TEST(JsonText, EscapesWhatMustNotStandInAString) {
-  for (const std::string text :
-       {"plain", "\"quoted\" \\ back", "a\nb\tc\x01", "\xC3\xA9 \xE2\x82\xAC"}) {
-    EXPECT_EQ(json::parse(jsonString(text)).get<std::string>(), text);
-  }
-  EXPECT_EQ(jsonString("a\xFF\xC3"), "\"a\\ufffd\\ufffd\"");
+TEST(LiveNews, BytesThatAreNoTextAreReplaced) {
+  ServerRig server;
+  const Service service = serviceOf(server);
+  LiveNews news(service);
+  server.order("refuse:a\xFF\xC3");
+  const json shown = json::parse(news.next(true).changed);
+  EXPECT_EQ(shown["faults"][0], "refuse:a\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(LivePage, StreamsNewsAsEvents) {

@@ -13,7 +13,7 @@ constexpr TimeSource::Point kStart = sys_days{year{2025} / March / 15} + hours{1
 
 ControllerRig::ControllerRig(StreetPlan plan)
     : time(kStart), clock(time), controller("LM-TEST", clock) {
-  generateStreet(plan, controller.settings().inForce());
+  controller.buildStreet(plan);
 }
 
 pugi::xml_document ControllerRig::ask(int command, const std::string& body) {

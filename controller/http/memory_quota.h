@@ -2,39 +2,36 @@
 
 #include <atomic>
 #include <cstddef>
+#include <utility>
 
 namespace lamp::controller {
 
 /// How many bytes of requests may be held at once, of all clients together.
-class BodyBudget {
+class MemoryQuota {
  public:
-  explicit BodyBudget(std::size_t most) : most_(most) {}
+  explicit MemoryQuota(std::size_t most) : most_(most) {}
 
-  /// What one request holds; given back at the end of the scope.
+  /// What one request holds; given back at the end of its life.
   class Share {
    public:
-    explicit Share(BodyBudget& budget) : budget_(budget) {}
-    ~Share() { budget_.held_ -= held_; }
+    explicit Share(MemoryQuota& quota) : quota_(quota) {}
+    ~Share() { quota_.held_ -= held_; }
     Share(const Share&) = delete;
     Share& operator=(const Share&) = delete;
 
     /// Takes so much more. False, and nothing is taken, where that is more than there is.
     bool take(std::size_t bytes) {
-      if (budget_.held_.fetch_add(bytes) + bytes > budget_.most_) {
-        budget_.held_ -= bytes;
-        refused_ = true;
+      if (quota_.held_.fetch_add(bytes) + bytes > quota_.most_) {
+        quota_.held_ -= bytes;
         return false;
       }
       held_ += bytes;
       return true;
     }
-    /// Whether `take` answered false.
-    bool refused() const { return refused_; }
 
    private:
-    BodyBudget& budget_;
+    MemoryQuota& quota_;
     std::size_t held_ = 0;
-    bool refused_ = false;
   };
 
  private:
