@@ -123,18 +123,25 @@ class Builder {
     --level_;
   }
 
-  // A piece that lies in the text that is read is not copied twice; others (what a reference stands
-  // for, the end of a line) are gone when this returns.
+  // Pieces that lie one behind the other in the text that is read (an image of many megabytes) are
+  // not copied twice; others (what a reference stands for) are gone when this returns.
   void addText(std::string_view text) {
-    const std::less<const char*> before;
-    const bool lies =
-        !before(text.data(), whole_.data()) && before(text.data(), whole_.data() + whole_.size());
-    if (lies && piece_.empty() && text_.empty()) {
-      piece_ = text;
+    if (text_.empty() && continues(text)) {
+      const char* begin = piece_.empty() ? text.data() : piece_.data();
+      piece_ = std::string_view(begin, piece_.size() + text.size());
       return;
     }
     if (text_.empty()) text_ = piece_;
     text_ += text;
+  }
+
+  // The end of a line comes from elsewhere; it continues a piece where one stands there.
+  bool continues(std::string_view text) const {
+    const std::less<const char*> before;
+    const char* end = whole_.data() + whole_.size();
+    if (piece_.empty()) return !before(text.data(), whole_.data()) && before(text.data(), end);
+    const char* next = piece_.data() + piece_.size();
+    return text.data() == next || (text == "\n" && before(next, end) && *next == '\n');
   }
 
   void flushText() {
