@@ -312,7 +312,7 @@ class HttpServer::Impl {
       exchange.reply = HttpReply::text(503, "Too much is being sent at once; send it again.");
     }
     if (exchange.reply) {
-      exchange.request.body = std::string();
+      std::string().swap(exchange.request.body);
     } else {
       exchange.request.body.append(data, size);
     }

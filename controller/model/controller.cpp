@@ -69,8 +69,8 @@ Reply Controller::perform(int command, std::string body) {
                                     "; this controller has 1, 2, 9, 29, 30, 52 and 58."});
   }
   Request request;
-  if (const auto objection = readRequest(body, request)) return Reply::refusal(*objection);
-  body = std::string();  // it may be an image of many megabytes
+  if (const auto objection = readRequest(std::move(body), request))
+    return Reply::refusal(*objection);
   // A read shows what is pending anyway; a write must not overtake what is due before it.
   const std::string fault = bringIntoForce();
   if (!fault.empty() && isWrite(command)) return notKept(fault);

@@ -33,7 +33,7 @@ bool saysNothing(pugi::xml_node row) {
 
 std::string DayCalendar::load(std::string_view text) {
   pugi::xml_document document;
-  if (const auto fault = readXml(text, kDepth, document)) return fault->message();
+  if (const auto fault = readXml(std::string(text), kDepth, document)) return fault->message();
   const pugi::xml_node root = document.child(kRoot);
   if (!root) return std::string("its root is not <") + kRoot + ">";
   byClock_ = std::string_view(root.child_value(kHasModule)) == "T";

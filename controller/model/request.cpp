@@ -6,9 +6,9 @@
 
 namespace lamp::controller {
 
-Objection readRequest(std::string_view body, Request& request) {
+Objection readRequest(std::string body, Request& request) {
   if (body.empty()) return std::nullopt;
-  if (const auto fault = readXml(body, MostDepth, request.document))
+  if (const auto fault = readXml(std::move(body), MostDepth, request.document))
     return malformed("The request is not an acceptable XML document: " + fault->message() + ".");
   return std::nullopt;
 }

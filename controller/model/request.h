@@ -17,7 +17,7 @@ struct Request {
 
 /// Reads a body. An empty body gives a document without root; anything that is not one well-formed
 /// document is refused with the place of the fault.
-Objection readRequest(std::string_view body, Request& request);
+Objection readRequest(std::string body, Request& request);
 
 /// The only child element of the root, for documents that carry one section. Refuses a missing
 /// root, another root than `root` or `alternative` (which may be null), and any other count of

@@ -3,6 +3,8 @@
 #include <expat.h>
 #include <strings.h>
 
+#include <algorithm>
+#include <cstring>
 #include <exception>
 #include <functional>
 #include <limits>
@@ -56,13 +58,19 @@ class Builder {
     });
   }
 
-  std::optional<XmlFault> read(std::string_view text) {
+  // The library reads from a copy of its own; the text is given up for it, because it may be an
+  // image of many megabytes.
+  std::optional<XmlFault> read(std::string text) {
     // The library counts in int; no request is that long.
     if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
       return XmlFault{1, 1, "the document is too long"};
-    whole_ = text;
-    const XML_Status status =
-        XML_Parse(parser_.get(), text.data(), static_cast<int>(text.size()), XML_TRUE);
+    const int size = static_cast<int>(text.size());
+    void* copy = XML_GetBuffer(parser_.get(), std::max(size, 1));
+    if (copy == nullptr) throw std::bad_alloc();
+    std::memcpy(copy, text.data(), text.size());
+    whole_ = std::string_view(static_cast<const char*>(copy), text.size());
+    std::string().swap(text);
+    const XML_Status status = XML_ParseBuffer(parser_.get(), size, XML_TRUE);
     if (thrown_) std::rethrow_exception(thrown_);
     if (fault_ || status == XML_STATUS_OK) return fault_;
     const XML_Error error = XML_GetErrorCode(parser_.get());
@@ -173,10 +181,9 @@ std::string XmlFault::message() const {
   return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + text;
 }
 
-std::optional<XmlFault> readXml(std::string_view text, std::size_t depth,
-                                pugi::xml_document& document) {
+std::optional<XmlFault> readXml(std::string text, std::size_t depth, pugi::xml_document& document) {
   document.reset();
-  return Builder(depth, document).read(text);
+  return Builder(depth, document).read(std::move(text));
 }
 
 }  // namespace lamp::controller

@@ -4,7 +4,6 @@
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
-#include <string_view>
 
 namespace lamp::controller {
 
@@ -29,7 +28,6 @@ struct XmlFault {
 /// `MostAttributes` attributes an element. Comments, processing instructions and texts of blanks
 /// alone are left out; CDATA becomes text. Answers what is wrong, or nothing; the document is of no
 /// use after a fault. Time and memory grow with the length of the text. Throws std::bad_alloc.
-std::optional<XmlFault> readXml(std::string_view text, std::size_t depth,
-                                pugi::xml_document& document);
+std::optional<XmlFault> readXml(std::string text, std::size_t depth, pugi::xml_document& document);
 
 }  // namespace lamp::controller
