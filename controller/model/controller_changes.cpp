@@ -131,10 +131,7 @@ void Controller::activate(Moment now) {
 }
 
 void Controller::apply(const InputSwitch& change) {
-  setInput(settings_.inForce(), change.number, change.active);
-  if (&settings_.shown() != &settings_.inForce()) {
-    setInput(settings_.shown(), change.number, change.active);
-  }
+  settings_.switchInput(change.number, change.active);
 }
 
 void Controller::apply(const TaskRuns& change) {

@@ -111,7 +111,7 @@ std::optional<LampView> Controller::lampView(const std::string& nodeId) {
   const Lamp& lamp = street_.lamps()[index];
   LampView view;
   view.id = rows->id;
-  view.reference = rows->table.attribute(names::kReference).value();
+  view.reference = rows->row(Family::Table).attribute(names::kReference).value();
   view.ignored = lamp.ignored;
   view.power = lamp.power;
   view.expectedWatts = lamp.watts * lamp.power / 100.0;
@@ -141,9 +141,10 @@ StreetPlanView Controller::planView() {
   plan.nodes.reserve(nodes.size());
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     const Lamp& lamp = street_.lamps()[i];
-    plan.nodes.push_back(NodeView{
-        nodes[i].id, nodes[i].table.attribute(names::kReference).value(), lamp.latitude,
-        lamp.longitude, !nodes[i].table.attribute(names::kLatitude).empty(), lamp.ignored});
+    plan.nodes.push_back(
+        NodeView{nodes[i].id, nodes[i].row(Family::Table).attribute(names::kReference).value(),
+                 lamp.latitude, lamp.longitude,
+                 !nodes[i].row(Family::Table).attribute(names::kLatitude).empty(), lamp.ignored});
   }
   plan.programs = groupPrograms(street_, now);
   return plan;

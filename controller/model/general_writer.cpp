@@ -77,33 +77,31 @@ constexpr std::array kGeneralRules = {
 constexpr std::array kAddressRules = {
     ValueRule{names::kAddress, ValueKind::Ascii, 64, 0, 0, "", false}};
 
-Objection judgeGeneral(pugi::xml_node element, const SectionStore& store) {
+Objection judgeGeneral(pugi::xml_node element, const SectionView& store) {
   if (auto objection = judgeMerge({element}, store.section(names::kGeneral), element.name()))
     return objection;
   if (auto objection = judgeAttributes(element, kGeneralRules, element.name())) return objection;
   return judgeAttributes(element, kAddressRules, element.name());
 }
 
-void applyGeneral(pugi::xml_node element, SectionStore& store, Moment) {
-  takeSectionAttributes(element, store.section(names::kGeneral));
+void applyGeneral(pugi::xml_node element, SectionView& store, Moment) {
+  takeSectionAttributes(element, store.sectionToChange(names::kGeneral));
 }
 
-Objection judgeNothing(pugi::xml_node, const SectionStore&) {
+Objection judgeNothing(pugi::xml_node, const SectionView&) {
   return std::nullopt;
 }
 
 // A section of which only its keeper knows the meaning is kept as it was sent.
-void applyKept(pugi::xml_node element, SectionStore& store, Moment) {
-  std::string code = element.name();
-  code[0] = 'L';
-  pugi::xml_node section = store.section(code.c_str());
+void applyKept(pugi::xml_node element, SectionView& store, Moment) {
+  pugi::xml_node section = store.sectionToChange(readSectionOf(element.name()).c_str());
   section.remove_children();
   takeSectionAttributes(element, section);
   for (const pugi::xml_node child : element.children()) section.append_copy(child);
 }
 
-void applyFirmware(pugi::xml_node element, SectionStore& store, Moment) {
-  putAttribute(store.section(names::kGeneral), names::kFirmwareVersion,
+void applyFirmware(pugi::xml_node element, SectionView& store, Moment) {
+  putAttribute(store.sectionToChange(names::kGeneral), names::kFirmwareVersion,
                element.attribute(names::kNewVersion).value());
 }
 

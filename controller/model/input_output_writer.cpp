@@ -69,7 +69,7 @@ Objection judgePort(pugi::xml_node port, pugi::xml_node kept, const std::string&
   return std::nullopt;
 }
 
-Objection judgePorts(pugi::xml_node element, const SectionStore& store) {
+Objection judgePorts(pugi::xml_node element, const SectionView& store) {
   const pugi::xml_node section = store.section(names::kInputsOutputs);
   if (auto objection = judgeMerge({element}, section, element.name())) return objection;
   if (auto objection = judgeAttributes(element, kSectionRules, element.name())) return objection;
@@ -85,8 +85,8 @@ Objection judgePorts(pugi::xml_node element, const SectionStore& store) {
   return std::nullopt;
 }
 
-void applyPorts(pugi::xml_node element, SectionStore& store, Moment) {
-  pugi::xml_node section = store.section(names::kInputsOutputs);
+void applyPorts(pugi::xml_node element, SectionView& store, Moment) {
+  pugi::xml_node section = store.sectionToChange(names::kInputsOutputs);
   takeSectionAttributes(element, section);
   static constexpr const char* kLive[] = {names::kValue};
   for (const pugi::xml_node port : element.children()) {
@@ -97,7 +97,15 @@ void applyPorts(pugi::xml_node element, SectionStore& store, Moment) {
   }
 }
 
-constexpr std::array kWriters = {SectionWriter{"E13", WriteTiming::Dated, judgePorts, applyPorts}};
+bool differs(pugi::xml_node port, const SectionView& store) {
+  if (!isPort(port)) return false;
+  const pugi::xml_node shown = keptPort(store.section(names::kInputsOutputs), port);
+  static constexpr const char* Live[] = {names::kValue};
+  return saysMore(port, shown, Live);
+}
+
+constexpr std::array kWriters = {
+    SectionWriter{"E13", WriteTiming::Dated, judgePorts, applyPorts, differs}};
 
 }  // namespace
 

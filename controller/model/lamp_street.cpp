@@ -32,23 +32,24 @@ void readThresholds(pugi::xml_node row, Lamp& lamp) {
   if (lamp.watts <= 0) lamp.watts = kDefaultWatts;
 }
 
-Lamp readLamp(const NodeRows& rows, const LampHealth& touched) {
+Lamp readLamp(const SectionStore& store, const NodeRows& rows, const LampHealth& touched) {
   Lamp lamp;
-  lamp.interval = IntervalProgram::read(rows.interval);
-  lamp.clock = ClockProgram::read(rows.clock);
-  lamp.ignored = SectionStore::isBlacklisted(rows);
+  lamp.interval = IntervalProgram::read(rows.row(Family::Interval));
+  lamp.clock = ClockProgram::read(rows.row(Family::Clock));
+  lamp.ignored = store.isBlacklisted(rows);
   lamp.touched = touched;
   lamp.health = healthOf(presentCondition(touched.condition, rows.id));
-  lamp.placed = rows.table.attribute(names::kLatitude) != nullptr;
-  lamp.latitude = rows.table.attribute(names::kLatitude).as_float();
-  lamp.longitude = rows.table.attribute(names::kLongitude).as_float();
-  lamp.overridePower =
-      static_cast<std::uint8_t>(std::clamp(rows.power.attribute(names::kPower).as_int(), 0, 100));
+  lamp.placed = rows.row(Family::Table).attribute(names::kLatitude) != nullptr;
+  lamp.latitude = rows.row(Family::Table).attribute(names::kLatitude).as_float();
+  lamp.longitude = rows.row(Family::Table).attribute(names::kLongitude).as_float();
+  lamp.overridePower = static_cast<std::uint8_t>(
+      std::clamp(rows.row(Family::Power).attribute(names::kPower).as_int(), 0, 100));
   if (const long long since = SectionStore::powerSince(rows); since > 0) {
     lamp.overrideBegin = Moment{seconds{since}};
-    lamp.overrideEnd = lamp.overrideBegin + minutes{rows.power.attribute(names::kTime).as_int()};
+    lamp.overrideEnd =
+        lamp.overrideBegin + minutes{rows.row(Family::Power).attribute(names::kTime).as_int()};
   }
-  readThresholds(rows.alarm, lamp);
+  readThresholds(rows.row(Family::Alarm), lamp);
   return lamp;
 }
 
@@ -68,7 +69,7 @@ void LampStreet::refresh(const SectionStore& store, std::span<const std::size_t>
 // How the lamp burns and what it used goes on.
 void LampStreet::readLampAt(const SectionStore& store, std::size_t node) {
   const NodeRows& rows = store.nodes()[node];
-  Lamp lamp = readLamp(rows, touchedHealth(rows.id));
+  Lamp lamp = readLamp(store, rows, touchedHealth(rows.id));
   Lamp& present = lamps_[node];
   lamp.power = present.power;
   lamp.litSince = present.litSince;

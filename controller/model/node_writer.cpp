@@ -1,5 +1,4 @@
 #include <array>
-#include <unordered_set>
 
 #include "controller/model/names.h"
 #include "controller/model/section_writer.h"
@@ -14,31 +13,32 @@ constexpr std::array kPositionRules = {
     ValueRule{names::kLongitude, ValueKind::Decimal, 10, -180, 180, "", false},
 };
 
-Objection judgeTable(pugi::xml_node element, const SectionStore& store) {
+Objection judgeTable(pugi::xml_node element, const SectionView& store) {
   if (auto objection = judgeMerge({element}, store.section(names::kNodeTable), element.name()))
     return objection;
   if (auto objection = judgeNodeIds(element, store, names::kNode)) return objection;
   for (const pugi::xml_node row : element.children(names::kNode)) {
     const std::string where = whereOf(element, row.attribute(names::kNodeId).value());
     if (auto objection = judgeAttributes(row, kPositionRules, where)) return objection;
-    const pugi::xml_node kept = store.find(row.attribute(names::kNodeId).value())->table;
+    const pugi::xml_node kept =
+        store.row(*store.find(row.attribute(names::kNodeId).value()), Family::Table);
     if (auto objection = judgeMerge({row}, kept, where)) return objection;
   }
   return std::nullopt;
 }
 
 // A blacklist that a client sends back inside the table is passed over: E09 is its command.
-void applyTable(pugi::xml_node element, SectionStore& store, Moment) {
-  takeSectionAttributes(element, store.section(names::kNodeTable));
+void applyTable(pugi::xml_node element, SectionView& store, Moment) {
+  takeSectionAttributes(element, store.sectionToChange(names::kNodeTable));
   for (const pugi::xml_node row : element.children(names::kNode)) {
-    const NodeRows* rows = store.find(row.attribute(names::kNodeId).value());
-    takeAttributes(row, rows->table);
+    const NodeRows* node = store.find(row.attribute(names::kNodeId).value());
+    if (pugi::xml_node kept = store.rowToChange(*node, Family::Table)) takeAttributes(row, kept);
   }
 }
 
 // The command as it was sent, to be read again under its own number.
-void keepLastCommand(pugi::xml_node element, SectionStore& store, const char* code) {
-  pugi::xml_node kept = store.section(code);
+void keepLastCommand(pugi::xml_node element, SectionView& store, const char* code) {
+  pugi::xml_node kept = store.sectionToChange(code);
   kept.remove_children();
   kept.remove_attributes();
   takeAttributes(element, kept);
@@ -47,13 +47,14 @@ void keepLastCommand(pugi::xml_node element, SectionStore& store, const char* co
   }
 }
 
-Objection judgeRemoval(pugi::xml_node element, const SectionStore& store) {
+Objection judgeRemoval(pugi::xml_node element, const SectionView& store) {
   return judgeNodeIds(element, store, names::kNode);
 }
 
-void applyRemoval(pugi::xml_node element, SectionStore& store, Moment) {
+void applyRemoval(pugi::xml_node element, SectionView& store, Moment) {
   for (const pugi::xml_node row : element.children(names::kNode)) {
-    pugi::xml_node node = store.find(row.attribute(names::kNodeId).value())->table;
+    pugi::xml_node node =
+        store.rowToChange(*store.find(row.attribute(names::kNodeId).value()), Family::Table);
     for (const char* name : {names::kReference, names::kLatitude, names::kLongitude}) {
       node.remove_attribute(name);
     }
@@ -61,33 +62,19 @@ void applyRemoval(pugi::xml_node element, SectionStore& store, Moment) {
   keepLastCommand(element, store, names::kLastRemoval);
 }
 
-Objection judgeAnyRows(pugi::xml_node element, const SectionStore& store) {
-  const pugi::xml_node blackList = store.section(names::kNodeTable).child(names::kBlackList);
+Objection judgeAnyRows(pugi::xml_node element, const SectionView& store) {
+  pugi::xml_document room;
+  const pugi::xml_node blackList = store.blackList(room);
   if (auto objection = judgeMerge({element}, blackList, element.name())) return objection;
   return judgeNodeIds(element, store, "");
 }
 
-// The list replaces the whole blacklist: who is not on it comes back to the end of the table.
-void applyBlackList(pugi::xml_node element, SectionStore& store, Moment) {
-  std::unordered_set<std::string_view> wanted;
-  for (const pugi::xml_node row : element.children()) {
-    wanted.insert(row.attribute(names::kNodeId).value());
-  }
-  pugi::xml_node table = store.section(names::kNodeTable);
-  pugi::xml_node list = store.blackList();
-  takeSectionAttributes(element, list);
-  for (pugi::xml_node row = list.first_child(); row;) {
-    const pugi::xml_node next = row.next_sibling();
-    if (!wanted.contains(row.attribute(names::kNodeId).value())) table.append_move(row);
-    row = next;
-  }
-  for (const pugi::xml_node row : element.children()) {
-    list.append_move(store.find(row.attribute(names::kNodeId).value())->table);
-  }
+void applyBlackList(pugi::xml_node element, SectionView& store, Moment) {
+  store.setBlackList(element);
 }
 
 // Rows of this command may be called "node" or "Node": clients build them either way.
-void applySelection(pugi::xml_node element, SectionStore& store, Moment) {
+void applySelection(pugi::xml_node element, SectionView& store, Moment) {
   keepLastCommand(element, store, names::kLastSelection);
 }
 

@@ -47,9 +47,9 @@ PortStates switchPorts(const SectionStore& store, const LampStreet& street) {
   return states;
 }
 
-void setInput(SectionStore& store, int number, bool active) {
+void setInput(SectionView& store, int number, bool active) {
   pugi::xml_node input =
-      store.section(names::kInputsOutputs)
+      store.sectionToChange(names::kInputsOutputs)
           .find_child_by_attribute(names::kInput, names::kDir, std::to_string(number).c_str());
   if (input) putAttribute(input, names::kValue, active ? "1" : "0");
 }

@@ -21,6 +21,6 @@ struct PortStates {
 PortStates switchPorts(const SectionStore& store, const LampStreet& street);
 
 /// Sets the state of an input (1 to 8) in the section.
-void setInput(SectionStore& store, int number, bool active);
+void setInput(SectionView& store, int number, bool active);
 
 }  // namespace lamp::controller

@@ -60,14 +60,14 @@ struct RowFamily {
   const char* section;
   const char* values;
   std::span<const ValueRule> rules;
-  pugi::xml_node NodeRows::*row;
+  Family family;
 };
 
-constexpr RowFamily kPower{names::kNodePower, names::kInterval, kPowerRules, &NodeRows::power};
+constexpr RowFamily kPower{names::kNodePower, names::kInterval, kPowerRules, Family::Power};
 constexpr RowFamily kIntervals{names::kIntervalPrograms, names::kInterval, kIntervalRules,
-                               &NodeRows::interval};
-constexpr RowFamily kAlarms{names::kAlarmThresholds, names::kAlarms, kAlarmRules, &NodeRows::alarm};
-constexpr RowFamily kClocks{names::kClockPrograms, names::kInterval, kClockRules, &NodeRows::clock};
+                               Family::Interval};
+constexpr RowFamily kAlarms{names::kAlarmThresholds, names::kAlarms, kAlarmRules, Family::Alarm};
+constexpr RowFamily kClocks{names::kClockPrograms, names::kInterval, kClockRules, Family::Clock};
 
 Objection judgeRow(const RowFamily& family, pugi::xml_node row, pugi::xml_node kept,
                    const std::string& where) {
@@ -81,13 +81,13 @@ Objection judgeRow(const RowFamily& family, pugi::xml_node row, pugi::xml_node k
 }
 
 template <const RowFamily& family>
-Objection judgeRows(pugi::xml_node element, const SectionStore& store) {
+Objection judgeRows(pugi::xml_node element, const SectionView& store) {
   if (auto objection = judgeNodeIds(element, store, "")) return objection;
   if (auto objection = judgeMerge({element}, store.section(family.section), element.name()))
     return objection;
   for (const pugi::xml_node row : element.children()) {
     const char* id = row.attribute(names::kNodeId).value();
-    const pugi::xml_node kept = store.find(id)->*family.row;
+    const pugi::xml_node kept = store.row(*store.find(id), family.family);
     if (auto objection = judgeRow(family, row, kept, whereOf(element, id))) return objection;
   }
   return std::nullopt;
@@ -105,38 +105,43 @@ void takeRow(const RowFamily& family, pugi::xml_node row, pugi::xml_node kept) {
   }
 }
 
+// A row that begins to hold also begins anew where it says what is in force: it was taken because
+// something else is shown.
 template <const RowFamily& family>
-void applyRows(pugi::xml_node element, SectionStore& store, Moment) {
-  takeSectionAttributes(element, store.section(family.section));
+void applyRows(pugi::xml_node element, SectionView& store, Moment effective) {
+  takeSectionAttributes(element, store.sectionToChange(family.section));
   for (const pugi::xml_node row : element.children()) {
-    takeRow(family, row, store.find(row.attribute(names::kNodeId).value())->*family.row);
+    const NodeRows& node = *store.find(row.attribute(names::kNodeId).value());
+    const pugi::xml_node kept = store.rowToChange(node, family.family);
+    if (!kept) continue;
+    takeRow(family, row, kept);
+    if (family.family == Family::Power)
+      store.setPowerSince(node, effective.time_since_epoch().count());
   }
 }
 
-bool samePower(pugi::xml_node values, pugi::xml_node kept) {
-  for (const char* name : {names::kTime, names::kPower}) {
-    const pugi::xml_attribute sent = values.attribute(name);
-    if (sent && std::string_view(sent.value()) != kept.attribute(name).value()) return false;
+// Clients send every row with every write; only a row that says something new is taken.
+template <const RowFamily& family>
+bool differs(pugi::xml_node row, const SectionView& store) {
+  const NodeRows& node = *store.find(row.attribute(names::kNodeId).value());
+  const pugi::xml_node shown = store.row(node, family.family);
+  if (saysMore(row, shown, kOwnOfRow)) return true;
+  for (const pugi::xml_attribute value : row.child(family.values).attributes()) {
+    if (isOwnAttribute(family.rules, value.name())) continue;
+    const pugi::xml_attribute own = shown.attribute(value.name());
+    if (!own || std::string_view(own.value()) != value.value()) return true;
   }
-  return true;
-}
-
-// Clients send every row with every write; only a row that says something new begins to hold.
-void applyPower(pugi::xml_node element, SectionStore& store, Moment effective) {
-  takeSectionAttributes(element, store.section(names::kNodePower));
-  for (const pugi::xml_node row : element.children()) {
-    const NodeRows* rows = store.find(row.attribute(names::kNodeId).value());
-    const bool repeated = samePower(row.child(names::kInterval), rows->power);
-    takeRow(kPower, row, rows->power);
-    if (!repeated) store.setPowerSince(rows->id, effective.time_since_epoch().count());
-  }
+  return false;
 }
 
 constexpr std::array kWriters = {
-    SectionWriter{"E05", WriteTiming::Dated, judgeRows<kPower>, applyPower},
-    SectionWriter{"E06", WriteTiming::Dated, judgeRows<kIntervals>, applyRows<kIntervals>},
-    SectionWriter{"E07", WriteTiming::Dated, judgeRows<kAlarms>, applyRows<kAlarms>},
-    SectionWriter{"E17", WriteTiming::Dated, judgeRows<kClocks>, applyRows<kClocks>},
+    SectionWriter{"E05", WriteTiming::Dated, judgeRows<kPower>, applyRows<kPower>, differs<kPower>},
+    SectionWriter{"E06", WriteTiming::Dated, judgeRows<kIntervals>, applyRows<kIntervals>,
+                  differs<kIntervals>},
+    SectionWriter{"E07", WriteTiming::Dated, judgeRows<kAlarms>, applyRows<kAlarms>,
+                  differs<kAlarms>},
+    SectionWriter{"E17", WriteTiming::Dated, judgeRows<kClocks>, applyRows<kClocks>,
+                  differs<kClocks>},
 };
 
 }  // namespace

@@ -27,56 +27,38 @@ Objection judgeNodeList(pugi::xml_node request) {
 }
 
 // What takes the rows of a section, one after the other.
-using TakeRow = std::function<void(pugi::xml_node row)>;
+using TakeRow = SectionView::TakeRow;
 
-void giveNodeList(const SectionStore& store, const TakeRow& take) {
+void giveNodeList(const SectionView& store, const TakeRow& take) {
   pugi::xml_document document;
   pugi::xml_node entry = document.append_child(names::kNode);
   for (const char* name : {names::kNodeId, names::kReference}) entry.append_attribute(name);
-  const pugi::xml_node table = store.section(names::kNodeTable);
-  for (const pugi::xml_node node : table.children(names::kNode)) {
-    for (pugi::xml_attribute attribute : entry.attributes()) {
+  store.eachRow(Family::Table, [&](pugi::xml_node node) {
+    for (pugi::xml_attribute attribute : entry.attributes())
       attribute.set_value(node.attribute(attribute.name()).value());
-    }
     take(entry);
-  }
+  });
 }
 
-void giveTable(const SectionStore& store, const TakeRow& take) {
-  for (const pugi::xml_node child : store.section(names::kNodeTable).children()) {
-    const bool emptyList =
-        std::string_view(child.name()) == names::kBlackList && !child.first_child();
-    if (!emptyList) take(child);
-  }
+void giveTable(const SectionView& store, const TakeRow& take) {
+  store.eachRow(Family::Table, take);
+  pugi::xml_document room;
+  const pugi::xml_node list = store.blackList(room);
+  if (list.first_child()) take(list);
 }
 
-struct RowFamily {
-  const char* code;
-  pugi::xml_node NodeRows::*row;
-};
+constexpr Family kFamilies[] = {Family::Power, Family::Interval, Family::Alarm, Family::Clock};
 
-constexpr RowFamily kFamilies[] = {{names::kNodePower, &NodeRows::power},
-                                   {names::kIntervalPrograms, &NodeRows::interval},
-                                   {names::kAlarmThresholds, &NodeRows::alarm},
-                                   {names::kClockPrograms, &NodeRows::clock}};
-
-const RowFamily* familyOf(std::string_view code) {
+const Family* familyOf(std::string_view code) {
   const auto* found = std::find_if(std::begin(kFamilies), std::end(kFamilies),
-                                   [&](const RowFamily& family) { return code == family.code; });
+                                   [&](Family family) { return code == sectionOf(family); });
   return found == std::end(kFamilies) ? nullptr : found;
 }
 
-void giveRows(std::string_view code, const SectionStore& store, const TakeRow& take) {
+void giveRows(std::string_view code, const SectionView& store, const TakeRow& take) {
   if (code == names::kNodeList) return giveNodeList(store, take);
   if (code == names::kNodeTable) return giveTable(store, take);
-  if (const RowFamily* family = familyOf(code)) {
-    // Programs, powers and thresholds list the nodes of the table; the blacklisted ones are
-    // ignored.
-    for (const NodeRows& rows : store.nodes()) {
-      if (!SectionStore::isBlacklisted(rows)) take(rows.*(family->row));
-    }
-    return;
-  }
+  if (const Family* family = familyOf(code)) return store.eachRow(*family, take);
   const std::string name(code);
   for (const pugi::xml_node child : store.section(name.c_str()).children()) take(child);
 }
@@ -86,7 +68,7 @@ bool hasRowOfEveryNode(std::string_view code) {
 }
 
 // The reply without its rows.
-Objection beginSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+Objection beginSection(pugi::xml_node request, const SectionView& store, const ReplyHead& head,
                        pugi::xml_document& reply) {
   const std::string_view code = request.name();
   if (!isReadSection(code)) {
@@ -128,7 +110,7 @@ pugi::xml_node beginReply(const ReplyHead& head, pugi::xml_document& reply) {
   return controller;
 }
 
-Objection readSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+Objection readSection(pugi::xml_node request, const SectionView& store, const ReplyHead& head,
                       pugi::xml_document& reply) {
   if (auto objection = beginSection(request, store, head, reply)) return objection;
   pugi::xml_node section = reply.document_element().first_child().first_child();
@@ -136,7 +118,7 @@ Objection readSection(pugi::xml_node request, const SectionStore& store, const R
   return std::nullopt;
 }
 
-Objection printSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+Objection printSection(pugi::xml_node request, const SectionView& store, const ReplyHead& head,
                        std::string& text) {
   pugi::xml_document reply;
   if (auto objection = beginSection(request, store, head, reply)) return objection;
@@ -147,7 +129,7 @@ Objection printSection(pugi::xml_node request, const SectionStore& store, const 
   const std::string rest = writer.text.substr(end + 2);
   writer.text.replace(end, std::string::npos, ">");
   if (hasRowOfEveryNode(request.name())) {
-    writer.text.reserve(end + kLongRow * store.nodes().size());
+    writer.text.reserve(end + kLongRow * store.nodeCount());
   }
   giveRows(request.name(), store,
            [&](pugi::xml_node row) { row.print(writer, "", pugi::format_raw); });

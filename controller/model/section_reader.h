@@ -4,7 +4,7 @@
 #include <string>
 
 #include "controller/model/refusal.h"
-#include "controller/model/section_store.h"
+#include "controller/model/section_view.h"
 
 namespace lamp::controller {
 
@@ -23,12 +23,12 @@ bool showsLiveValues(std::string_view code);
 /// Builds the reply to a read of `request` (an element "L01" to "L17"): root "deviceCfg", in it
 /// "ZelLamp" with the identifier, in it the section with the controller's date as "Fh". Mail user
 /// and mail password are never shown. Rows of blacklisted nodes appear in the blacklist only.
-Objection readSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+Objection readSection(pugi::xml_node request, const SectionView& store, const ReplyHead& head,
                       pugi::xml_document& reply);
 
 /// The same reply as text. Rows are printed from where they lie: a section of many megabytes is
 /// never there twice. Nothing is put into `text` after an objection.
-Objection printSection(pugi::xml_node request, const SectionStore& store, const ReplyHead& head,
+Objection printSection(pugi::xml_node request, const SectionView& store, const ReplyHead& head,
                        std::string& text);
 
 /// The reply that only identifies the controller: "deviceCfg" with an empty "ZelLamp".

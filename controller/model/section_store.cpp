@@ -1,5 +1,8 @@
 #include "controller/model/section_store.h"
 
+#include <array>
+#include <unordered_set>
+
 #include "controller/model/names.h"
 #include "controller/model/refusal.h"
 #include "controller/model/value_rules.h"
@@ -11,13 +14,23 @@ constexpr const char* kRoot = "sections";
 constexpr const char* kOverrides = "overrides";
 constexpr const char* kSince = "since";
 
+constexpr Family AllFamilies[] = {Family::Table, Family::Power, Family::Interval, Family::Alarm,
+                                  Family::Clock};
+
 }  // namespace
 
-SectionStore::SectionStore() : root_(document_.append_child(kRoot)) {}
-
-SectionStore::SectionStore(const SectionStore& other) : root_(document_.append_copy(other.root_)) {
-  index();
+const char* sectionOf(Family family) {
+  static constexpr std::array Codes = {names::kNodeTable, names::kNodePower,
+                                       names::kIntervalPrograms, names::kAlarmThresholds,
+                                       names::kClockPrograms};
+  return Codes[static_cast<std::size_t>(family)];
 }
+
+const char* keyOf(Family family) {
+  return family == Family::Table ? names::kNodeId : names::kId;
+}
+
+SectionStore::SectionStore() : root_(document_.append_child(kRoot)) {}
 
 std::string SectionStore::load(pugi::xml_node sections) {
   document_.reset();
@@ -33,10 +46,9 @@ std::string SectionStore::index() {
   nodes_.clear();
   positions_.clear();
   std::string fault = indexTable();
-  if (fault.empty()) fault = indexRows(names::kNodePower, &NodeRows::power);
-  if (fault.empty()) fault = indexRows(names::kIntervalPrograms, &NodeRows::interval);
-  if (fault.empty()) fault = indexRows(names::kAlarmThresholds, &NodeRows::alarm);
-  if (fault.empty()) fault = indexRows(names::kClockPrograms, &NodeRows::clock);
+  for (const Family family : AllFamilies) {
+    if (fault.empty() && family != Family::Table) fault = indexRows(family);
+  }
   if (!fault.empty()) return fault;
   for (const pugi::xml_node row : root_.child(kOverrides).children()) {
     const auto found = positions_.find(row.attribute(names::kNodeId).value());
@@ -49,46 +61,41 @@ std::string SectionStore::indexTable() {
   const pugi::xml_node table = root_.child(names::kNodeTable);
   for (const pugi::xml_node parent : {table, table.child(names::kBlackList)}) {
     for (const pugi::xml_node row : parent.children(names::kNode)) {
-      NodeRows rows;
-      rows.id = row.attribute(names::kNodeId).value();
-      rows.table = row;
-      nodes_.push_back(std::move(rows));
+      NodeRows& node = nodes_.emplace_back();
+      node.id = row.attribute(names::kNodeId).value();
+      node.rows[0] = row;
+      node.index = nodes_.size() - 1;
     }
   }
   positions_.reserve(nodes_.size());
-  for (std::size_t i = 0; i < nodes_.size(); ++i) {
-    if (nodes_[i].id.empty()) return "a node of L04 has no nodeId";
-    if (!positions_.emplace(nodes_[i].id, i).second) {
-      return "the node " + quoted(nodes_[i].id) + " stands twice in L04";
-    }
+  for (const NodeRows& node : nodes_) {
+    if (node.id.empty()) return "a node of L04 has no nodeId";
+    if (!positions_.emplace(node.id, node.index).second)
+      return "the node " + quoted(node.id) + " stands twice in L04";
   }
   return "";
 }
 
-std::string SectionStore::indexRows(const char* code, pugi::xml_node NodeRows::*row) {
-  for (const pugi::xml_node child : root_.child(code).children()) {
-    const auto found = positions_.find(child.attribute(names::kId).value());
-    if (found != positions_.end()) nodes_[found->second].*row = child;
+std::string SectionStore::indexRows(Family family) {
+  const auto slot = static_cast<std::size_t>(family);
+  for (const pugi::xml_node child : root_.child(sectionOf(family)).children()) {
+    const auto found = positions_.find(child.attribute(keyOf(family)).value());
+    if (found != positions_.end()) nodes_[found->second].rows[slot] = child;
   }
-  for (const NodeRows& rows : nodes_) {
-    if (!(rows.*row)) return "the node " + quoted(rows.id) + " has no row in " + code;
+  for (const NodeRows& node : nodes_) {
+    if (!node.rows[slot])
+      return "the node " + quoted(node.id) + " has no row in " + sectionOf(family);
   }
   return "";
-}
-
-pugi::xml_node SectionStore::section(const char* code) {
-  const pugi::xml_node found = root_.child(code);
-  return found ? found : root_.append_child(code);
 }
 
 pugi::xml_node SectionStore::section(const char* code) const {
   return root_.child(code);
 }
 
-pugi::xml_node SectionStore::blackList() {
-  pugi::xml_node table = section(names::kNodeTable);
-  const pugi::xml_node found = table.child(names::kBlackList);
-  return found ? found : table.append_child(names::kBlackList);
+pugi::xml_node SectionStore::sectionToChange(const char* code) {
+  const pugi::xml_node found = root_.child(code);
+  return found ? found : root_.append_child(code);
 }
 
 const NodeRows* SectionStore::find(std::string_view nodeId) const {
@@ -96,19 +103,57 @@ const NodeRows* SectionStore::find(std::string_view nodeId) const {
   return found == positions_.end() ? nullptr : &nodes_[found->second];
 }
 
-bool SectionStore::isBlacklisted(const NodeRows& rows) {
-  return std::string_view(rows.table.parent().name()) == names::kBlackList;
+pugi::xml_node SectionStore::row(const NodeRows& node, Family family) const {
+  return node.row(family);
 }
 
-void SectionStore::setPowerSince(std::string_view nodeId, long long seconds) {
-  const auto found = positions_.find(nodeId);
-  if (found == positions_.end()) return;
-  NodeRows& rows = nodes_[found->second];
-  if (!rows.override) {
-    rows.override = section(kOverrides).append_child(names::kNode);
-    putAttribute(rows.override, names::kNodeId, rows.id.c_str());
+pugi::xml_node SectionStore::rowToChange(const NodeRows& node, Family family) {
+  return node.row(family);
+}
+
+void SectionStore::eachRow(Family family, const TakeRow& take) const {
+  if (family == Family::Table) {
+    for (const pugi::xml_node row : section(names::kNodeTable).children(names::kNode)) take(row);
+    return;
   }
-  putAttribute(rows.override, kSince, std::to_string(seconds).c_str());
+  for (const NodeRows& node : nodes_) {
+    if (!isBlacklisted(node)) take(node.row(family));
+  }
+}
+
+bool SectionStore::isBlacklisted(const NodeRows& node) const {
+  return std::string_view(node.row(Family::Table).parent().name()) == names::kBlackList;
+}
+
+pugi::xml_node SectionStore::blackList(pugi::xml_document&) const {
+  return section(names::kNodeTable).child(names::kBlackList);
+}
+
+void SectionStore::setBlackList(pugi::xml_node element) {
+  std::unordered_set<std::string_view> wanted;
+  for (const pugi::xml_node row : element.children())
+    wanted.insert(row.attribute(names::kNodeId).value());
+  pugi::xml_node table = sectionToChange(names::kNodeTable);
+  pugi::xml_node list = table.child(names::kBlackList);
+  if (!list) list = table.append_child(names::kBlackList);
+  static constexpr const char* Dates[] = {names::kFh, names::kActDate};
+  takeAttributes(element, list, Dates);
+  for (pugi::xml_node row = list.first_child(); row;) {
+    const pugi::xml_node next = row.next_sibling();
+    if (!wanted.contains(row.attribute(names::kNodeId).value())) table.append_move(row);
+    row = next;
+  }
+  for (const pugi::xml_node row : element.children())
+    list.append_move(find(row.attribute(names::kNodeId).value())->row(Family::Table));
+}
+
+void SectionStore::setPowerSince(const NodeRows& node, long long seconds) {
+  NodeRows& own = nodes_[node.index];
+  if (!own.override) {
+    own.override = sectionToChange(kOverrides).append_child(names::kNode);
+    putAttribute(own.override, names::kNodeId, own.id.c_str());
+  }
+  putAttribute(own.override, kSince, std::to_string(seconds).c_str());
 }
 
 long long SectionStore::powerSince(const NodeRows& rows) {

@@ -7,6 +7,7 @@
 
 #include "controller/model/section_store.h"
 #include "controller/model/section_writer.h"
+#include "controller/model/shown_sections.h"
 
 namespace lamp::controller {
 
@@ -22,6 +23,10 @@ struct PendingWrite {
 /// What was sent is shown from the moment it was accepted, so that a page that is closed and opened
 /// again shows what its user typed; what lamps and outputs follow is the state in force, which
 /// changes at the activation date. The two differ only while a write is pending.
+///
+/// Clients send every row with every write. A write is therefore taken for the values in which it
+/// differs from what is shown, so that one of other rows neither brings forward what waits for its
+/// date nor takes it back.
 class Settings {
  public:
   Settings() = default;
@@ -30,12 +35,16 @@ class Settings {
   SectionStore& inForce() { return inForce_; }
   const SectionStore& inForce() const { return inForce_; }
   /// What a read answers.
-  SectionStore& shown() { return shown_ ? *shown_ : inForce_; }
-  const SectionStore& shown() const { return shown_ ? *shown_ : inForce_; }
+  const SectionView& shown() const {
+    return shown_ ? static_cast<const SectionView&>(*shown_) : inForce_;
+  }
+  /// Sets the state of an input (1 to 8).
+  void switchInput(int number, bool active);
   const std::vector<PendingWrite>& pending() const { return pending_; }
 
   /// Takes an element that its writer did not object to. It takes effect now when it carries no
-  /// date or when `due` is not after `now`; otherwise at `due`.
+  /// date or when `due` is not after `now`; otherwise at `due`. What is shown already is taken out
+  /// of the element.
   void write(const SectionWriter& writer, pugi::xml_node element, Moment due, Moment now);
 
   /// Whether a pending write is due at `now`.
@@ -50,12 +59,14 @@ class Settings {
   std::string load(pugi::xml_node parent);
 
  private:
-  void rebuildShown();
-  std::string loadPending(pugi::xml_node list);
+  void write(const SectionWriter& writer, pugi::xml_node element, Moment due);
+  ShownSections& shownToChange(bool onlyWhatWaits);
+  void bringIntoForce(std::size_t position, std::vector<bool>& done);
+  std::string loadPending(pugi::xml_node list, bool whole);
 
   SectionStore inForce_;
-  std::unique_ptr<SectionStore> shown_;
-  std::vector<PendingWrite> pending_;
+  std::unique_ptr<ShownSections> shown_;  // null while nothing waits that is to be seen
+  std::vector<PendingWrite> pending_;     // in the order in which they were sent
 };
 
 }  // namespace lamp::controller

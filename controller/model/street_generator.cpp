@@ -120,23 +120,23 @@ class StreetBuilder {
     buildTasks();
     for (const char* code : {names::kNodeTable, names::kNodePower, names::kIntervalPrograms,
                              names::kAlarmThresholds}) {
-      store_.section(code);
+      store_.sectionToChange(code);
     }
     buildInputsOutputs();
-    store_.section(names::kClockPrograms);
+    store_.sectionToChange(names::kClockPrograms);
     buildNodes();
     store_.index();
   }
 
  private:
   void buildGeneral() {
-    pugi::xml_node section = store_.section(names::kGeneral);
+    pugi::xml_node section = store_.sectionToChange(names::kGeneral);
     for (const Attribute& a : kGeneral) section.append_attribute(a.name).set_value(a.value);
     put(section, names::kInputsDetected, plan_.withInputs ? "Y" : "N");
   }
 
   void addTask(int number, const char* start, const char* period, const char* request) {
-    pugi::xml_node task = store_.section(names::kTasks).append_child(names::kTask);
+    pugi::xml_node task = store_.sectionToChange(names::kTasks).append_child(names::kTask);
     put(task, names::kTaskNumber, number);
     put(task, names::kTaskStart, start);
     put(task, names::kTaskPeriod, period);
@@ -156,7 +156,7 @@ class StreetBuilder {
   }
 
   void buildInputsOutputs() {
-    pugi::xml_node section = store_.section(names::kInputsOutputs);
+    pugi::xml_node section = store_.sectionToChange(names::kInputsOutputs);
     put(section, names::kSunriseOffset, "10");
     put(section, names::kSunsetOffset, "15");
     for (int number = 1; number <= 8; ++number) {
@@ -200,7 +200,7 @@ class StreetBuilder {
     const double along = (static_cast<double>(pole) - perStreet / 2) * kPoleDistance;
     const double across = static_cast<double>(street) * kStreetDistance + along * askew_ +
                           (pole % 2 == 0 ? 6.0 : -6.0);
-    pugi::xml_node node = store_.section(names::kNodeTable).append_child(names::kNode);
+    pugi::xml_node node = store_.sectionToChange(names::kNodeTable).append_child(names::kNode);
     put(node, names::kNodeId, id);
     put(node, names::kReference, referenceOf(street, pole));
     put(node, names::kLatitude, degrees(kLatitude + across / kMetresPerDegree));
@@ -219,7 +219,7 @@ class StreetBuilder {
   }
 
   pugi::xml_node addRow(const char* code, const std::string& id) {
-    pugi::xml_node row = store_.section(code).append_child(names::kNode);
+    pugi::xml_node row = store_.sectionToChange(code).append_child(names::kNode);
     put(row, names::kId, id);
     return row;
   }

@@ -140,17 +140,16 @@ DueTasks dueTasks(const SectionStore& store, Moment now, const ZoneRule& zone) {
 }
 
 void rememberProgress(SectionStore& store, const std::vector<TaskProgress>& progress) {
-  pugi::xml_node records = store.section(kRuns);
+  pugi::xml_node records = store.sectionToChange(kRuns);
   ChildIndex present = recordsIn(records);
   for (const TaskProgress& task : progress)
     remember(records, present, task.task.c_str(), task.last);
 }
 
 void beginTasks(SectionStore& store, pugi::xml_node element, CivilTime now) {
-  const SectionStore& before = store;
-  pugi::xml_node records = before.section(kRuns);
+  pugi::xml_node records = store.section(kRuns);
   ChildIndex present = recordsIn(records);
-  const ChildIndex tasks(before.section(names::kTasks), names::kTask, names::kTaskNumber);
+  const ChildIndex tasks(store.section(names::kTasks), names::kTask, names::kTaskNumber);
   for (const pugi::xml_node task : element.children(names::kTask)) {
     const char* number = task.attribute(names::kTaskNumber).value();
     const pugi::xml_node kept = tasks.find(number);
@@ -161,7 +160,7 @@ void beginTasks(SectionStore& store, pugi::xml_node element, CivilTime now) {
       present.remove(number);
       records.remove_child(record);
     } else {
-      if (!records) records = store.section(kRuns);
+      if (!records) records = store.sectionToChange(kRuns);
       remember(records, present, number, now - seconds{1});
     }
   }

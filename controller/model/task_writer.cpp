@@ -56,7 +56,7 @@ Objection judgeTask(pugi::xml_node task, const std::string& where) {
   return std::nullopt;
 }
 
-Objection judgeTasks(pugi::xml_node element, const SectionStore& store) {
+Objection judgeTasks(pugi::xml_node element, const SectionView& store) {
   const pugi::xml_node section = store.section(names::kTasks);
   if (auto objection = judgeMerge({element}, section, element.name())) return objection;
   const ChildIndex present(section, names::kTask, names::kTaskNumber);
@@ -77,8 +77,8 @@ Objection judgeTasks(pugi::xml_node element, const SectionStore& store) {
 }
 
 // Tasks that the document does not name stay: only an empty period takes a task away.
-void applyTasks(pugi::xml_node element, SectionStore& store, Moment) {
-  pugi::xml_node section = store.section(names::kTasks);
+void applyTasks(pugi::xml_node element, SectionView& store, Moment) {
+  pugi::xml_node section = store.sectionToChange(names::kTasks);
   takeSectionAttributes(element, section);
   ChildIndex present(section, names::kTask, names::kTaskNumber);
   for (const pugi::xml_node task : element.children(names::kTask)) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
-#include <unordered_map>
 
 #include "controller/xml/document_reader.h"
 
@@ -80,57 +79,15 @@ std::string complaint(const ValueRule& rule, std::string_view value) {
   }
 }
 
+bool isOneOf(std::span<const char* const> names, std::string_view name) {
+  return std::any_of(names.begin(), names.end(), [&](const char* other) { return name == other; });
+}
+
 const ValueRule* findRule(std::span<const ValueRule> rules, std::string_view name) {
   const auto found = std::find_if(rules.begin(), rules.end(),
                                   [&](const ValueRule& rule) { return name == rule.name; });
   return found == rules.end() ? nullptr : &*found;
 }
-
-std::size_t countAttributes(pugi::xml_node element) {
-  const auto attributes = element.attributes();
-  return static_cast<std::size_t>(std::distance(attributes.begin(), attributes.end()));
-}
-
-// Finds the attributes of an element by name; those of a small one are looked through, because that
-// is faster.
-class AttributeIndex {
- public:
-  explicit AttributeIndex(pugi::xml_node element)
-      : element_(element), indexed_(countAttributes(element) > FewAttributes) {
-    if (!indexed_) return;
-    for (const pugi::xml_attribute attribute : element.attributes())
-      byName_.emplace(attribute.name(), attribute);
-  }
-
-  pugi::xml_attribute find(std::string_view name) {
-    if (!indexed_) {
-      for (const pugi::xml_attribute attribute : element_.attributes()) {
-        if (name == attribute.name()) return attribute;
-      }
-      return {};
-    }
-    const auto found = byName_.find(name);
-    return found == byName_.end() ? pugi::xml_attribute() : found->second;
-  }
-
-  // A new attribute of the element.
-  pugi::xml_attribute add(pugi::xml_attribute attribute) {
-    if (indexed_) {
-      byName_.emplace(attribute.name(), attribute);
-    } else if (++added_ > FewAttributes) {
-      *this = AttributeIndex(element_);
-    }
-    return attribute;
-  }
-
- private:
-  static constexpr std::size_t FewAttributes = 16;
-
-  pugi::xml_node element_;
-  bool indexed_;
-  std::size_t added_ = 0;
-  std::unordered_map<std::string_view, pugi::xml_attribute> byName_;
-};
 
 }  // namespace
 
@@ -156,6 +113,38 @@ bool isOwnAttribute(std::span<const ValueRule> rules, std::string_view name) {
   return rule != nullptr && (rule->kind == ValueKind::ReadOnly || rule->kind == ValueKind::Ignored);
 }
 
+std::size_t countAttributes(pugi::xml_node element) {
+  const auto attributes = element.attributes();
+  return static_cast<std::size_t>(std::distance(attributes.begin(), attributes.end()));
+}
+
+AttributeIndex::AttributeIndex(pugi::xml_node element)
+    : element_(element), indexed_(countAttributes(element) > FewAttributes) {
+  if (!indexed_) return;
+  for (const pugi::xml_attribute attribute : element.attributes())
+    byName_.emplace(attribute.name(), attribute);
+}
+
+pugi::xml_attribute AttributeIndex::find(std::string_view name) const {
+  if (indexed_) {
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? pugi::xml_attribute() : found->second;
+  }
+  for (const pugi::xml_attribute attribute : element_.attributes()) {
+    if (name == attribute.name()) return attribute;
+  }
+  return {};
+}
+
+pugi::xml_attribute AttributeIndex::add(pugi::xml_attribute attribute) {
+  if (indexed_) {
+    byName_.emplace(attribute.name(), attribute);
+  } else if (++added_ > FewAttributes) {
+    *this = AttributeIndex(element_);
+  }
+  return attribute;
+}
+
 void putAttribute(pugi::xml_node element, const char* name, const char* value) {
   pugi::xml_attribute attribute = element.attribute(name);
   if (!attribute) attribute = element.append_attribute(name);
@@ -165,13 +154,21 @@ void putAttribute(pugi::xml_node element, const char* name, const char* value) {
 void takeAttributes(pugi::xml_node from, pugi::xml_node to, std::span<const char* const> except) {
   AttributeIndex present(to);
   for (const pugi::xml_attribute attribute : from.attributes()) {
-    const std::string_view name = attribute.name();
-    if (std::any_of(except.begin(), except.end(), [&](const char* other) { return name == other; }))
-      continue;
-    pugi::xml_attribute own = present.find(name);
+    if (isOneOf(except, attribute.name())) continue;
+    pugi::xml_attribute own = present.find(attribute.name());
     if (!own) own = present.add(to.append_attribute(attribute.name()));
     own.set_value(attribute.value());
   }
+}
+
+bool saysMore(pugi::xml_node from, pugi::xml_node to, std::span<const char* const> except) {
+  const AttributeIndex present(to);
+  for (const pugi::xml_attribute attribute : from.attributes()) {
+    if (isOneOf(except, attribute.name())) continue;
+    const pugi::xml_attribute own = present.find(attribute.name());
+    if (!own || std::string_view(own.value()) != attribute.value()) return true;
+  }
+  return false;
 }
 
 Objection judgeMerge(std::initializer_list<pugi::xml_node> sent, pugi::xml_node kept,

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "controller/model/refusal.h"
 
@@ -54,6 +55,27 @@ Objection judgeAttributes(pugi::xml_node element, std::span<const ValueRule> rul
 /// True when `rules` says that the attribute is kept by the controller and never taken over.
 bool isOwnAttribute(std::span<const ValueRule> rules, std::string_view name);
 
+std::size_t countAttributes(pugi::xml_node element);
+
+/// Finds the attributes of an element by name; those of a small one are looked through, because
+/// that is faster.
+class AttributeIndex {
+ public:
+  explicit AttributeIndex(pugi::xml_node element);
+  /// Empty where there is none.
+  pugi::xml_attribute find(std::string_view name) const;
+  /// Notes and answers a new attribute of the element.
+  pugi::xml_attribute add(pugi::xml_attribute attribute);
+
+ private:
+  static constexpr std::size_t FewAttributes = 16;
+
+  pugi::xml_node element_;
+  bool indexed_;
+  std::size_t added_ = 0;
+  std::unordered_map<std::string_view, pugi::xml_attribute> byName_;
+};
+
 /// Sets the attribute, adding it behind the others when it is missing.
 void putAttribute(pugi::xml_node element, const char* name, const char* value);
 
@@ -61,6 +83,9 @@ void putAttribute(pugi::xml_node element, const char* name, const char* value);
 /// the attributes of both.
 void takeAttributes(pugi::xml_node from, pugi::xml_node to,
                     std::span<const char* const> except = {});
+
+/// Whether `from` has an attribute, not one of `except`, that `to` lacks or has with another text.
+bool saysMore(pugi::xml_node from, pugi::xml_node to, std::span<const char* const> except = {});
 
 /// Objects where `kept` would have more than `MostAttributes` once it has taken over those of every
 /// element in `sent`.

@@ -102,7 +102,7 @@ TEST_F(ClockJump, TheHourThatHappensTwiceIsWorkedOnce) {
 TEST_F(ClockJump, ForwardsBringsIntoForceWhatIsDueAndBackwardsLeavesItThere) {
   const auto power = [this] {
     const NodeRows* node = rig.controller.settings().inForce().find("4100007");
-    return std::string(node->power.attribute("power").value());
+    return std::string(node->row(Family::Power).attribute("power").value());
   };
   ASSERT_EQ(rig.write("<E05 ActDate=\"20250401000000S\"><Node nodeId=\"4100007\"><Interval "
                       "time=\"9\" power=\"33\"/></Node></E05>"),

@@ -13,7 +13,12 @@ std::string power(const char* date, const char* value) {
 }
 
 std::string inForce(ControllerRig& rig) {
-  return rig.controller.settings().inForce().find("4100007")->power.attribute("power").value();
+  return rig.controller.settings()
+      .inForce()
+      .find("4100007")
+      ->row(Family::Power)
+      .attribute("power")
+      .value();
 }
 
 TEST(PendingWrites, ADateThatHasComeTakesEffectAtOnce) {
@@ -45,7 +50,7 @@ TEST(PendingWrites, TakeEffectInTheOrderOfTheirDates) {
   rig.time.pass(24h);
   rig.controller.advance();
   EXPECT_EQ(inForce(rig), "60");
-  EXPECT_EQ(rig.ofFirstNode("L05", "power"), "70");
+  EXPECT_EQ(rig.ofFirstNode("L05", "power"), "60") << "it was sent last";
   rig.time.pass(24h);
   rig.controller.advance();
   EXPECT_EQ(inForce(rig), "70");
@@ -74,10 +79,10 @@ TEST(PendingWrites, APendingBlacklistIsShownButTheNodeStaysInForce) {
   ASSERT_EQ(rig.write("<E09 ActDate=\"20250316000000W\"><Node nodeId=\"4100007\"/></E09>"), 200);
   EXPECT_EQ(rig.nodeIds().size(), 2U);
   const SectionStore& store = rig.controller.settings().inForce();
-  EXPECT_FALSE(SectionStore::isBlacklisted(*store.find("4100007")));
+  EXPECT_FALSE(store.isBlacklisted(*store.find("4100007")));
   rig.time.pass(24h);
   rig.controller.advance();
-  EXPECT_TRUE(SectionStore::isBlacklisted(*store.find("4100007")));
+  EXPECT_TRUE(store.isBlacklisted(*store.find("4100007")));
   EXPECT_EQ(rig.nodeIds().size(), 2U);
 }
 
