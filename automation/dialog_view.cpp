@@ -148,7 +148,7 @@ void describeControl(JsonWriter& out, const Control& control) {
       break;
     case ControlKind::button:
     case ControlKind::image:
-      out.member("image", control.image());
+      out.member("image", dynamic_cast<const host::ImageControl&>(control).image());
       break;
     default:
       break;

@@ -4,7 +4,7 @@
 #include <QtGui/QIcon>
 #include <string>
 
-#include "host/ui/controls/list_control.h"
+#include "host/ui/colour.h"
 
 namespace editor {
 

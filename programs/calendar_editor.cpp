@@ -94,7 +94,7 @@ bool Editor::OnInitDialog() {
   for (int number = 0; number < lamp::DayTypeCount; ++number) {
     const XCCalendar::DayType type = lamp::dayType(number);
     SetDlgItemText(Id::FirstDayType + number, type.name);
-    GetDlgItem(Id::FirstDayType + number).setImage("#" + lamp::hexColour(type.colour));
+    Check(Id::FirstDayType + number).setSwatch(type.colour);
   }
   year_.initialise();
   year_.apply({});

@@ -7,8 +7,8 @@
 
 namespace editor {
 
-ButtonRenderer::ButtonRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent)
-    : ControlRenderer(dialog, control), button_(new QPushButton(parent)) {
+ButtonRenderer::ButtonRenderer(XCBaseDlg& dialog, CImageButton& control, QWidget* parent)
+    : ControlRenderer(dialog, control), model_(control), button_(new QPushButton(parent)) {
   // Only OK answers the Enter key of other controls.
   button_->setAutoDefault(false);
   button_->setDefault(control.id() == host::IdOk);
@@ -26,7 +26,7 @@ QWidget* ButtonRenderer::focusWidget() {
 void ButtonRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) button_->setText(plainCaption(control().text()));
   if (!has(changes, host::Change::state)) return;
-  const QIcon icon = imageIcon(control().image());
+  const QIcon icon = imageIcon(model_.image());
   button_->setIcon(icon);
   if (!icon.isNull()) button_->setIconSize(imageSize(icon));
 }

@@ -9,7 +9,7 @@ namespace editor {
 /// A push button with a caption, an image or both.
 class ButtonRenderer : public ControlRenderer {
  public:
-  ButtonRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent);
+  ButtonRenderer(XCBaseDlg& dialog, CImageButton& control, QWidget* parent);
   QWidget& widget() override;
   QWidget* focusWidget() override;
 
@@ -17,6 +17,7 @@ class ButtonRenderer : public ControlRenderer {
   void show(unsigned changes) override;
 
  private:
+  CImageButton& model_;
   QPushButton* button_;
 };
 

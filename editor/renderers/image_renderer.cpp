@@ -6,8 +6,8 @@
 
 namespace editor {
 
-ImageRenderer::ImageRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent)
-    : ControlRenderer(dialog, control), label_(new QLabel(parent)) {}
+ImageRenderer::ImageRenderer(XCBaseDlg& dialog, host::ImageControl& control, QWidget* parent)
+    : ControlRenderer(dialog, control), model_(control), label_(new QLabel(parent)) {}
 
 QWidget& ImageRenderer::widget() {
   return *label_;
@@ -15,7 +15,7 @@ QWidget& ImageRenderer::widget() {
 
 void ImageRenderer::show(unsigned changes) {
   if (!has(changes, host::Change::state)) return;
-  const QIcon icon = imageIcon(control().image());
+  const QIcon icon = imageIcon(model_.image());
   label_->setPixmap(icon.pixmap(imageSize(icon), label_->devicePixelRatioF()));
 }
 

@@ -9,13 +9,14 @@ namespace editor {
 /// A picture.
 class ImageRenderer : public ControlRenderer {
  public:
-  ImageRenderer(XCBaseDlg& dialog, host::Control& control, QWidget* parent);
+  ImageRenderer(XCBaseDlg& dialog, host::ImageControl& control, QWidget* parent);
   QWidget& widget() override;
 
  protected:
   void show(unsigned changes) override;
 
  private:
+  host::ImageControl& model_;
   QLabel* label_;
 };
 

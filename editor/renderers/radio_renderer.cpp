@@ -25,7 +25,7 @@ void RadioRenderer::show(unsigned changes) {
   if (has(changes, host::Change::text)) button_->setText(plainCaption(control().text()));
   if (!has(changes, host::Change::state)) return;
   button_->setChecked(radio_.isOn());
-  const QIcon icon = imageIcon(control().image());
+  const QIcon icon = radio_.swatch() ? swatchIcon(qtColour(*radio_.swatch())) : QIcon();
   button_->setIcon(icon);
   if (!icon.isNull()) button_->setIconSize(imageSize(icon));
 }

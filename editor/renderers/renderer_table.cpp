@@ -33,7 +33,7 @@ struct Entry {
 constexpr Entry Table[] = {
     {ControlKind::label, &make<LabelRenderer, host::Control>},
     {ControlKind::group, &make<GroupRenderer, host::Control>},
-    {ControlKind::button, &make<ButtonRenderer, host::Control>},
+    {ControlKind::button, &make<ButtonRenderer, CImageButton>},
     {ControlKind::radio, &make<RadioRenderer, host::CheckControl>},
     {ControlKind::check, &make<CheckRenderer, host::CheckControl>},
     {ControlKind::edit, &make<EditRenderer, host::EditControl>},
@@ -41,7 +41,7 @@ constexpr Entry Table[] = {
     {ControlKind::list, &make<ListRenderer, host::ListControl>},
     {ControlKind::ip, &make<IpRenderer, host::IpControl>},
     {ControlKind::year, &make<YearRenderer, XCCalendar>},
-    {ControlKind::image, &make<ImageRenderer, host::Control>},
+    {ControlKind::image, &make<ImageRenderer, host::ImageControl>},
 };
 
 const Entry* findEntry(ControlKind kind) {

@@ -31,10 +31,12 @@ std::unique_ptr<Control> makeControl(host::ControlOwner& owner, const ControlSpe
       return std::make_unique<host::IpControl>(owner, spec);
     case ControlKind::year:
       return std::make_unique<XCCalendar>(owner, spec);
+    case ControlKind::button:
+      return std::make_unique<CImageButton>(owner, spec);
+    case ControlKind::image:
+      return std::make_unique<host::ImageControl>(owner, spec);
     case ControlKind::label:
     case ControlKind::group:
-    case ControlKind::button:
-    case ControlKind::image:
       break;
   }
   return std::make_unique<Control>(owner, spec);

@@ -16,6 +16,7 @@
 #include "host/ui/controls/calendar_control.h"
 #include "host/ui/controls/choice_controls.h"
 #include "host/ui/controls/edit_control.h"
+#include "host/ui/controls/image_controls.h"
 #include "host/ui/controls/list_control.h"
 #include "host/ui/layout.h"
 #include "host/xml/xml_document.h"
@@ -50,16 +51,16 @@ class HOST_API XCBaseDlg : public CWnd, private host::ControlOwner {
   void SetClassName(std::string name) { className_ = std::move(name); }
 
  public:
-  // --- what derived dialogs override
+  // --- what derived dialogs override. The order is part of the contract: plug-ins call by it.
 
+  virtual const host::MessageMap* GetMessageMap() const;
+  virtual void DoDataExchange(CDataExchange* exchange);
   /// Fills the dialog. The return value says whether the host chooses the first focus.
   virtual bool OnInitDialog();
   virtual void OnOK();
   virtual void OnCancel();
   /// The window's close button; as Cancel unless overridden.
   virtual void OnClose();
-  virtual void DoDataExchange(CDataExchange* exchange);
-  virtual const host::MessageMap* GetMessageMap() const;
   /// Arranges the controls by SetLayout. Without one they stand one below the other.
   virtual void Layout();
   /// Appends the parameters that address the controller to @p uri. Returns true.

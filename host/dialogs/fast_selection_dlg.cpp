@@ -46,7 +46,7 @@ void CDlgFastSelection::OnDayTypeChosen() {
     for (const XmlDocument::XmlNode& type : dayTypes_.Root()->Children())
       if (left-- == 0) swatch = "#" + type.Value(DayTypeColour).ToUtf8();
   }
-  GetDlgItem(Id::Swatch).setImage(swatch);
+  Get<host::ImageControl>(Id::Swatch).setImage(std::move(swatch));
 }
 
 unsigned CDlgFastSelection::checkedBits(int firstId, int count) const {

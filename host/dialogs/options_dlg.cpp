@@ -26,7 +26,7 @@ void XCDlgOptions::SetButtonText(int number, std::u16string_view text) {
 }
 
 void XCDlgOptions::SetButtonImage(int number, std::string file) {
-  GetDlgItem(ButtonId(number)).setImage(std::move(file));
+  Get<CImageButton>(ButtonId(number)).setImage(std::move(file));
 }
 
 void XCDlgOptions::SetButtonImage(int number, int bitmap) {

@@ -13,7 +13,6 @@ Control::Control(ControlOwner& owner, const ControlSpec& spec)
       id_(spec.id),
       name_(spec.name),
       kind_(spec.kind),
-      image_(spec.image),
       enabled_(spec.enabled),
       visible_(spec.visible) {
   if (spec.text != TextId::None) text_ = XCLoadString(spec.text);
@@ -37,12 +36,6 @@ void Control::setEnabled(bool enabled, std::u16string_view reason) {
 void Control::setVisible(bool visible) {
   if (visible_ == visible) return;
   visible_ = visible;
-  changed(Change::state);
-}
-
-void Control::setImage(std::string file) {
-  if (image_ == file) return;
-  image_ = std::move(file);
   changed(Change::state);
 }
 

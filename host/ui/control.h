@@ -72,10 +72,6 @@ class HOST_API Control {
   bool isVisible() const { return visible_; }
   void setVisible(bool visible);
 
-  const std::string& image() const { return image_; }
-  /// The name of a file in the host's image folder.
-  void setImage(std::string file);
-
   /// Takes the bits of Change that came together since the last call.
   unsigned takeChanges();
 
@@ -92,7 +88,6 @@ class HOST_API Control {
   ControlKind kind_;
   XCBasicString text_;
   XCBasicString disabledReason_;
-  std::string image_;
   bool enabled_;
   bool visible_;
   unsigned changes_ = 0;

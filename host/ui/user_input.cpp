@@ -12,12 +12,18 @@ std::string nameOf(const Control& control) {
   return "the control \"" + control.name() + "\"";
 }
 
-bool isControlCharacter(char16_t c) {
-  return c < 0x20 || c == 0x7F || c == 0x2028 || c == 0x2029;
+// What an edit never takes: control characters, ends of lines, and the two units that Unicode keeps
+// from being characters.
+bool isNoText(char16_t c) {
+  return c < 0x20 || c == 0x7F || c == 0x2028 || c == 0x2029 || c >= 0xFFFE;
 }
 
 bool isHighSurrogate(char16_t c) {
   return c >= 0xD800 && c < 0xDC00;
+}
+
+bool isLowSurrogate(char16_t c) {
+  return c >= 0xDC00 && c < 0xE000;
 }
 
 }  // namespace
@@ -29,14 +35,17 @@ std::u16string acceptedCharacters(const EditControl& edit, std::u16string_view t
       edit.limit() > 0 ? std::size_t(edit.limit()) - std::min(kept, std::size_t(edit.limit()))
                        : std::u16string::npos;
   std::u16string accepted;
-  for (const char16_t c : typed) {
-    if (accepted.size() >= room) break;
-    if (isControlCharacter(c)) continue;
+  for (std::size_t at = 0; at < typed.size() && accepted.size() < room; ++at) {
+    const char16_t c = typed[at];
+    if (isNoText(c) || isLowSurrogate(c)) continue;
     if (edit.isDigitsOnly() && (c < u'0' || c > u'9')) continue;
-    accepted += c;
+    if (!isHighSurrogate(c)) {
+      accepted += c;
+    } else if (at + 1 < typed.size() && isLowSurrogate(typed[at + 1])) {
+      if (room - accepted.size() < 2) break;  // a limit never splits a pair
+      accepted += typed.substr(at++, 2);
+    }
   }
-  // A limit never splits a pair.
-  if (!accepted.empty() && isHighSurrogate(accepted.back())) accepted.pop_back();
   return accepted;
 }
 
@@ -76,7 +85,7 @@ Outcome UserInput::type(Control& control, std::u16string_view text) {
   if (Outcome refusal = usable(control); !refusal) return refusal;
   dialog_.SetFocus(control);
   if (auto* ip = dynamic_cast<IpControl*>(&control)) {
-    const XCBasicString address = IpControl::normalised(text);
+    const XCBasicString address = ip->afterTyping(text);
     if (ip->text() == address) return {};
     ip->setText(address);
     ip->notice(Notice::changed);

@@ -75,8 +75,8 @@ TEST_F(CommunicationSettings, ShowsTheControllersSettings) {
   EXPECT_EQ(driver.selectedIndex("ipDhcp"), 0U);
   EXPECT_TRUE(driver.as<host::EditControl>("PortWS").isDigitsOnly());
   EXPECT_TRUE(driver.as<host::EditControl>("Pse").isDigitsOnly());
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
-  EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
+  EXPECT_EQ(driver.image("cancel"), "CANCEL-16.png");
   expectAllArranged(driver.dialog());
   EXPECT_EQ(driver.channel().count(), 0U) << "the caller has read the section";
 }
@@ -123,6 +123,14 @@ TEST_F(CommunicationSettings, AFieldChangedAndChangedBackIsNotSent) {
   driver.click("ok");
   EXPECT_EQ(driver.result(), IDOK);
   EXPECT_EQ(driver.channel().count(), 0U);
+}
+
+TEST_F(CommunicationSettings, AClearedMaskIsSentAsAllZeros) {
+  open();
+  driver.type("ipMask", "");
+  EXPECT_EQ(driver.text("ipMask"), "0.0.0.0");
+  driver.click("ok");
+  EXPECT_XML_EQ("<deviceCfg><E01 ipMask='0.0.0.0'/></deviceCfg>", driver.channel().last().request);
 }
 
 TEST_F(CommunicationSettings, EachChangedFieldIsSentAlone) {

@@ -45,7 +45,7 @@ TEST_F(ConfigurationMenu, CaptionsStandAtTheirControls) {
       {5000, "[282]"}, {5001, "[290]"},   {5003, "[355]"},   {5004, "[284]"},   {5006, "[285]"},
       {5008, "[286]"}, {6360, "[38302]"}, {6358, "[32346]"}, {6512, "[35538]"}, {1, "[419]"}};
   for (const auto& [id, text] : captions) EXPECT_EQ(driver.text(id), text) << id;
-  EXPECT_EQ(driver.control(1).image(), "EXIT-16.png");
+  EXPECT_EQ(driver.image(1), "EXIT-16.png");
 }
 
 TEST_F(ConfigurationMenu, MissingAttributesShowAsEmpty) {

@@ -51,8 +51,8 @@ TEST_F(BlacklistPage, NamesItsControls) {
   for (const auto& [id, text] : texts) EXPECT_EQ(driver.text(id), text) << id;
   EXPECT_EQ(driver.control("moveRight").id(), 6612);
   EXPECT_EQ(driver.control("moveLeft").id(), 6617);
-  EXPECT_EQ(driver.control("moveRight").image(), "MOVE-RIGHT-16.png");
-  EXPECT_EQ(driver.control("moveLeft").image(), "MOVE-LEFT-16.png");
+  EXPECT_EQ(driver.image("moveRight"), "MOVE-RIGHT-16.png");
+  EXPECT_EQ(driver.image("moveLeft"), "MOVE-LEFT-16.png");
   EXPECT_EQ(driver.control("activation").id(), 6614);
 }
 

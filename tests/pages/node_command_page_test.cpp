@@ -38,7 +38,7 @@ TEST_F(NodeCommandPage, NamesItsControls) {
   const std::pair<int, const char*> texts[] = {
       {6618, "[38552]"}, {6627, "[38555]"}, {6621, "[32055]"}, {1, "[24544]"}, {2, "[312]"}};
   for (const auto& [id, text] : texts) EXPECT_EQ(driver.text(id), text) << id;
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
   EXPECT_EQ(driver.control("activation").id(), 6622);
 }
 

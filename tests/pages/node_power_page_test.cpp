@@ -38,8 +38,8 @@ TEST_F(NodePowerPage, NamesItsControls) {
   EXPECT_EQ(driver.control("time").id(), 6524);
   EXPECT_EQ(driver.control("power").id(), 6526);
   EXPECT_EQ(driver.control("activation").id(), 6553);
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
-  EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
+  EXPECT_EQ(driver.image("cancel"), "CANCEL-16.png");
 }
 
 TEST_F(NodePowerPage, ColumnsShareTheWidthInThirds) {

@@ -39,7 +39,7 @@ TEST_F(NodeRemovalPage, NamesItsControls) {
       {6582, "[38446]"}, {6584, "[380]"}, {6585, "[32055]"}, {1, "[36777]"}, {2, "[312]"}};
   for (const auto& [id, text] : texts) EXPECT_EQ(driver.text(id), text) << id;
   EXPECT_EQ(driver.control("remove").id(), 6584);
-  EXPECT_EQ(driver.control("remove").image(), "REMOVE-16.png");
+  EXPECT_EQ(driver.image("remove"), "REMOVE-16.png");
   EXPECT_EQ(driver.control("activation").id(), 6586);
 }
 

@@ -37,8 +37,8 @@ TEST_F(CalendarEditor, ShowsTheDayTypesWithTheFirstChosen) {
   open();
   EXPECT_EQ(driver.text("dayType0"), "[455] - 1");
   EXPECT_EQ(driver.text("dayType9"), "[455] - 10");
-  EXPECT_EQ(driver.control("dayType0").image(), "#FF0000");
-  EXPECT_EQ(driver.control("dayType9").image(), "#808000");
+  EXPECT_EQ(driver.as<host::CheckControl>("dayType0").swatch(), (host::Colour{0xFF, 0, 0}));
+  EXPECT_EQ(driver.as<host::CheckControl>("dayType9").swatch(), (host::Colour{0x80, 0x80, 0}));
   EXPECT_TRUE(driver.checked("dayType0"));
   for (int number = 1; number < 10; ++number)
     EXPECT_FALSE(driver.checked("dayType" + std::to_string(number)));
@@ -55,7 +55,7 @@ TEST_F(CalendarEditor, CaptionsAndImages) {
                                                     {"load", {"[34185]", "LOAD-16.png"}},
                                                     {"save", {"[34186]", "SAVE-16.png"}}};
   for (const auto& [name, shown] : expected)
-    EXPECT_EQ((Texts{driver.text(name), driver.control(name).image()}), shown) << name;
+    EXPECT_EQ((Texts{driver.text(name), driver.image(name)}), shown) << name;
 }
 
 TEST_F(CalendarEditor, KeepsItsOpeningSizeAsTheLeast) {
@@ -238,9 +238,9 @@ TEST_F(CalendarEditor, FastSelectionOffersTheDayTypesAndBeginsWithTheChosenOne) 
   EXPECT_EQ(driver.items("dayType").size(), 10U);
   EXPECT_EQ(driver.items("dayType").front(), "[455] - 1");
   EXPECT_EQ(driver.selectedIndex("dayType"), 3U);
-  EXPECT_EQ(driver.control("dayTypeColour").image(), "#FFFF00");
+  EXPECT_EQ(driver.image("dayTypeColour"), "#FFFF00");
   driver.choose("dayType", 9);
-  EXPECT_EQ(driver.control("dayTypeColour").image(), "#808000");
+  EXPECT_EQ(driver.image("dayTypeColour"), "#808000");
 }
 
 TEST_F(CalendarEditor, FastSelectionCancelledOrWithoutDaysPaintsNothing) {

@@ -30,8 +30,8 @@ TEST_F(GroupSchedules, AnIntervalPageShowsNodesAndCaptions) {
   EXPECT_EQ(driver.text("timeLabel2"), "[666] ([34979])");
   EXPECT_EQ(driver.text("powerLabel3"), "[24534] (%)");
   EXPECT_EQ(driver.text("activation"), "15/03/2025 10:00:00");
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
-  EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
+  EXPECT_EQ(driver.image("cancel"), "CANCEL-16.png");
   EXPECT_TRUE(driver.enabled("time1"));
 }
 

@@ -300,6 +300,11 @@ std::string DialogDriver::focus() const {
   return focused ? focused->name() : std::string();
 }
 
+std::string DialogDriver::image(const ControlRef& at) const {
+  const auto* target = dynamic_cast<const host::ImageControl*>(&control(at));
+  return target ? target->image() : std::string();
+}
+
 std::string DialogDriver::selectedItem(const ControlRef& combo) const {
   const auto& target = as<host::ComboControl>(combo);
   return target.selected() ? target.items()[*target.selected()].text.ToUtf8() : std::string();

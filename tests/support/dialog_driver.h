@@ -149,6 +149,8 @@ class DialogDriver {
   /// The name of the focused control, empty for none.
   std::string focus() const;
   bool checked(const ControlRef& at) const { return as<host::CheckControl>(at).isOn(); }
+  /// The image of a button or a picture, empty for none.
+  std::string image(const ControlRef& at) const;
   /// The text of the selected entry, empty for none; its index; all entries.
   std::string selectedItem(const ControlRef& combo) const;
   std::optional<std::size_t> selectedIndex(const ControlRef& combo) const;

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/time/date_time.h"
+#include "host/ui/colour.h"
 #include "host/ui/control.h"
-#include "host/ui/controls/list_control.h"
 
 /// The year view: the twelve months of one year at a time, each day painted with a day type.
 /// Dates are whole days; times of day are ignored.

@@ -10,6 +10,12 @@ void CheckControl::setOn(bool on) {
   changed(Change::state);
 }
 
+void CheckControl::setSwatch(Colour colour) {
+  if (swatch_ == colour) return;
+  swatch_ = colour;
+  changed(Change::state);
+}
+
 void ComboControl::clearItems() {
   items_.clear();
   selected_.reset();
@@ -42,19 +48,18 @@ void ComboControl::selectData(int data) {
     select(static_cast<std::size_t>(found - items_.begin()));
 }
 
-XCBasicString IpControl::normalised(std::u16string_view typed) {
+XCBasicString IpControl::afterTyping(std::u16string_view typed) const {
+  const auto isDigit = [](char16_t c) { return c >= u'0' && c <= u'9'; };
+  if (text().IsEmpty() && std::none_of(typed.begin(), typed.end(), isDigit)) return {};
   int parts[4] = {};
   std::size_t part = 0;
-  bool any = false;
   for (const char16_t c : typed) {
     if (c == u'.') {
       if (++part == 4) break;
-    } else if (c >= u'0' && c <= u'9') {
+    } else if (isDigit(c)) {
       parts[part] = std::min(parts[part] * 10 + (c - u'0'), 255);
-      any = true;
     }
   }
-  if (!any) return {};
   return XCBasicString::Format(u"%d.%d.%d.%d", parts[0], parts[1], parts[2], parts[3]);
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/ui/colour.h"
 #include "host/ui/control.h"
 
 namespace host {
@@ -16,8 +17,13 @@ class HOST_API CheckControl : public Control {
   bool isOn() const { return on_; }
   void setOn(bool on);
 
+  /// The colour that stands beside the caption; none when there is none.
+  std::optional<Colour> swatch() const { return swatch_; }
+  void setSwatch(Colour colour);
+
  private:
   bool on_ = false;
+  std::optional<Colour> swatch_;
 };
 
 /// A drop-down list that can't be typed into.
@@ -47,13 +53,14 @@ class HOST_API ComboControl : public Control {
   std::optional<std::size_t> selected_;
 };
 
-/// An entry for an IPv4 address. It takes digits and dots; its parts are 0 to 255.
+/// An entry for an IPv4 address. It takes digits and dots; its parts are 0 to 255. It is empty
+/// until it is filled or typed into; from then on it always holds an address.
 class HOST_API IpControl : public Control {
  public:
   using Control::Control;
-  /// The dotted form of what was typed: parts beyond 255 are 255, missing ones 0; empty for a text
-  /// without a digit.
-  static XCBasicString normalised(std::u16string_view typed);
+  /// What the entry holds once @p typed has taken the place of its text: parts beyond 255 are 255,
+  /// missing ones 0. A text without a digit clears it to 0.0.0.0; an empty entry stays empty then.
+  XCBasicString afterTyping(std::u16string_view typed) const;
 };
 
 }  // namespace host

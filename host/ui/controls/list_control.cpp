@@ -160,9 +160,9 @@ bool ListControl::rowShows(std::uint32_t row, std::size_t column, std::u16string
 }
 
 ListControl::KeyIndex& ListControl::keyIndex(std::size_t column) const {
-  const auto [entry, isNew] = keys_.try_emplace(column);
-  KeyIndex& index = entry->second;
-  if (!isNew) return index;
+  if (const auto known = keys_.find(column); known != keys_.end()) return known->second;
+  // It counts as made once it is whole: there may be no memory for it.
+  KeyIndex index;
   index.slots.resize(std::bit_ceil(2 * rows_.size() + 1));
   index.next.resize(rows_.size(), KeyIndex::None);
   const auto add = [&](std::uint32_t row, XmlText text, auto hasText) {
@@ -188,7 +188,7 @@ ListControl::KeyIndex& ListControl::keyIndex(std::size_t column) const {
           [&](std::uint32_t other) { return rowShows(other, column, text); });
     }
   }
-  return index;
+  return keys_.emplace(column, std::move(index)).first->second;
 }
 
 std::optional<std::size_t> ListControl::findRow(std::size_t column,

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/ui/colour.h"
 #include "host/ui/control.h"
 #include "host/xml/xml_document.h"
 
@@ -15,13 +16,6 @@ namespace host {
 struct ListRow {
   XmlDocument::XmlNode* element = nullptr;
   std::int64_t data = 0;
-};
-
-struct Colour {
-  std::uint8_t red = 0;
-  std::uint8_t green = 0;
-  std::uint8_t blue = 0;
-  friend bool operator==(const Colour&, const Colour&) = default;
 };
 
 /// How a column shows the elements of its rows.

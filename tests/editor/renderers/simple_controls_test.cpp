@@ -76,7 +76,7 @@ TEST_F(SimpleControls, EveryKindOfControlTellsWhyItIsDisabled) {
 
 TEST_F(SimpleControls, AButtonShowsItsImageInItsOwnSize) {
   dialog_.onInit = [](sample::Dialog& dialog) {
-    dialog.GetDlgItem(Id::Push).setImage("ZELLAMPMANAGER-50.png");
+    dialog.Get<CImageButton>(Id::Push).setImage("ZELLAMPMANAGER-50.png");
   };
   open();
   EXPECT_FALSE(widget<QPushButton>(Id::Push).icon().isNull());

@@ -29,7 +29,7 @@ TEST_F(FastSelection, NamesTheYearTheMonthsAndTheWeekdays) {
   EXPECT_EQ(driver.text("sunday"), "[34863]");
   EXPECT_EQ(driver.items("dayType"), (std::vector<std::string>{"Work", "Feast"}));
   EXPECT_EQ(driver.selectedIndex("dayType"), std::nullopt);
-  EXPECT_EQ(driver.control("dayTypeColour").image(), "");
+  EXPECT_EQ(driver.image("dayTypeColour"), "");
 }
 
 TEST_F(FastSelection, NothingIsChosenToBeginWith) {
@@ -67,9 +67,9 @@ TEST_F(FastSelection, OnlyTheMonthsOfTheRangeAreOffered) {
 TEST_F(FastSelection, TheChosenDayTypeIsAnsweredAndItsColourShown) {
   auto& dialog = open(1, 12, 0);
   EXPECT_EQ(driver.selectedItem("dayType"), "Work");
-  EXPECT_EQ(driver.control("dayTypeColour").image(), "#FF0000");
+  EXPECT_EQ(driver.image("dayTypeColour"), "#FF0000");
   driver.choose("dayType", "Feast");
-  EXPECT_EQ(driver.control("dayTypeColour").image(), "#00FF00");
+  EXPECT_EQ(driver.image("dayTypeColour"), "#00FF00");
   driver.click("ok");
   EXPECT_EQ(dialog.DayTypeIndex(), 1);
 }

@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <iterator>
+
 #include "host/services/setup.h"
 #include "tests/support/dialog_driver.h"
 
@@ -88,8 +93,8 @@ TEST_F(Options, ButtonsTakeTextImageAndState) {
   };
   driver.show<Panel>(&lamps);
   EXPECT_EQ(driver.text("generic1"), "Update");
-  EXPECT_EQ(driver.control("generic1").image(), "4527.png");
-  EXPECT_EQ(driver.control("device").image(), "ZELLAMPMANAGER-50.png");
+  EXPECT_EQ(driver.image("generic1"), "4527.png");
+  EXPECT_EQ(driver.image("device"), "ZELLAMPMANAGER-50.png");
   EXPECT_FALSE(driver.tryClick("generic1").done);
 }
 
@@ -115,6 +120,29 @@ TEST_F(Options, AsAChildItHasNoCloseButton) {
   EXPECT_FALSE(driver.visible("ok"));
   driver.click("driver");
   EXPECT_THAT(panel.log, ElementsAre("driver {1}"));
+}
+
+// Where a virtual function stands in the table of its class, as the platform's binary interface
+// keeps it in a pointer to the member.
+template <class Member>
+std::ptrdiff_t slotOf(Member member) {
+  struct Representation {
+    std::ptrdiff_t slot;
+    std::ptrdiff_t adjustment;
+  };
+  static_assert(sizeof(Member) == sizeof(Representation));
+  return std::bit_cast<Representation>(member).slot;
+}
+
+TEST(OptionsTable, TheOperationsStandInTheOrderOfTheContract) {
+  const std::ptrdiff_t slots[] = {
+      slotOf(&XCDlgOptions::GetMessageMap), slotOf(&XCDlgOptions::DoDataExchange),
+      slotOf(&XCDlgOptions::OnInitDialog),  slotOf(&XCDlgOptions::SetupDriver),
+      slotOf(&XCDlgOptions::SetupDevice),   slotOf(&XCDlgOptions::SetupGeneric1),
+      slotOf(&XCDlgOptions::SetupGeneric2), slotOf(&XCDlgOptions::SetupGeneric3),
+      slotOf(&XCDlgOptions::ArrangeButtons)};
+  EXPECT_TRUE(std::is_sorted(std::begin(slots), std::end(slots)));
+  EXPECT_EQ(std::adjacent_find(std::begin(slots), std::end(slots)), std::end(slots));
 }
 
 }  // namespace

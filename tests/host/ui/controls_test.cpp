@@ -77,8 +77,8 @@ TEST_F(Controls, StartAsTheTableSays) {
   EXPECT_TRUE(driver.visible("disabled"));
   EXPECT_TRUE(driver.enabled("hidden"));
   EXPECT_FALSE(driver.visible("hidden"));
-  EXPECT_EQ(driver.control("picture").image(), "program-icon.png");
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
+  EXPECT_EQ(driver.image("picture"), "program-icon.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
   EXPECT_EQ(driver.as<host::EditControl>("limited").limit(), 59);
   EXPECT_TRUE(driver.as<host::EditControl>("digits").isDigitsOnly());
   EXPECT_TRUE(driver.as<host::EditControl>("secret").isPassword());
@@ -109,7 +109,7 @@ TEST_F(Controls, AShorterTextPullsTheSelectionIn) {
 }
 
 TEST_F(Controls, ChangesAreNotedUntilTheyAreTaken) {
-  host::Control& control = driver.control("push");
+  auto& control = driver.as<CImageButton>("push");
   control.takeChanges();
   control.setText(u"x");
   control.setEnabled(false);

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "tests/host/support/sample_dialog.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/xml_compare.h"
@@ -277,6 +279,23 @@ TEST_F(ListTest, FindingSeesOwnTextsAddedRowsAndChangedElements) {
   list.cellsChanged();
   EXPECT_EQ(list.findRow(0, u"renamed"), 0U);
   EXPECT_EQ(list.findRow(0, u"n3"), std::nullopt);
+}
+
+TEST_F(ListTest, WhereTheLookingFailsOnceTheNextLooksAnew) {
+  int cells = 0;
+  int failing = 0;
+  ListColumn made;
+  made.cell = [&](const XmlDocument::XmlNode& node) {
+    if (++cells == failing) throw std::bad_alloc();
+    return node.getAttribute("id");
+  };
+  for (failing = 1; failing <= 4; ++failing) {
+    list.setColumns({made});
+    cells = 0;
+    EXPECT_THROW(list.findRow(0, u"n2"), std::bad_alloc);
+    EXPECT_EQ(list.findRow(0, u"n2"), 2U) << "cell " << failing << " failed";
+    EXPECT_EQ(list.findRow(0, u"none"), std::nullopt);
+  }
 }
 
 TEST_F(ListTest, ChangesAreToldTogetherAndOnce) {

@@ -232,6 +232,20 @@ TEST_F(UserInputTest, ASelectionInAMaskIsEmptiedBeforeTyping) {
   EXPECT_EQ(driver.text("masked"), "30/00/0000 00:00:00");
 }
 
+TEST_F(UserInputTest, WhatIsNoCharacterIsDropped) {
+  auto& edit = driver.as<host::EditControl>("limited");
+  const auto typed = [&](std::u16string_view text) {
+    driver.perform([&](host::UserInput& input, XCBaseDlg&) { return input.type(edit, text); });
+    return edit.text();
+  };
+  EXPECT_EQ(typed(u"a\uFFFEb\uFFFFc"), u"abc");
+  EXPECT_EQ(typed(u"\uFFFF"), u"");
+  EXPECT_EQ(typed(u"\uFFFD\uFDD0"), u"\uFFFD\uFDD0") << "both are characters of XML";
+  const std::u16string halves = {u'a', 0xD83D, u'b', 0xDCA1, u'c', 0xD83D};
+  EXPECT_EQ(typed(halves), u"abc") << "halves of a pair";
+  EXPECT_EQ(typed(u"\U0001F4A1\U0001FFFF"), u"\U0001F4A1\U0001FFFF");
+}
+
 // --- addresses
 
 TEST_F(UserInputTest, AnAddressIsTypedWithItsDots) {
@@ -248,13 +262,24 @@ TEST_F(UserInputTest, AnAddressIsTypedWithItsDots) {
                       {"01.002.3.04", "1.2.3.4"},
                       {" 1x0.2", "10.2.0.0"},
                       {"0.0.0.0", "0.0.0.0"},
-                      {"...", ""},
-                      {"host.example", ""},
-                      {"", ""}};
+                      {"...", "0.0.0.0"},
+                      {"1.2.3.4", "1.2.3.4"},
+                      {"host.example", "0.0.0.0"},
+                      {"1.2.3.4", "1.2.3.4"},
+                      {"", "0.0.0.0"}};
   for (const Row& row : rows) {
     driver.type("ip", row.typed);
     EXPECT_EQ(driver.text("ip"), row.shown) << row.typed;
   }
+}
+
+TEST_F(UserInputTest, AnAddressThatWasNeverFilledStaysEmptyUntilItIsTypedInto) {
+  for (const char* nothing : {"", "...", "host"}) {
+    driver.type("ip", nothing);
+    EXPECT_EQ(driver.text("ip"), "") << nothing;
+  }
+  driver.type("ip", "0");
+  EXPECT_EQ(driver.text("ip"), "0.0.0.0");
 }
 
 TEST_F(UserInputTest, AnAddressTellsItsChangesOnce) {
