@@ -1,7 +1,8 @@
 #include "pages/scheduled_task.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <string>
+#include <utility>
 
 #include "exchange/exchange_frame.h"
 #include "pages/binding/date_field.h"
@@ -18,7 +19,7 @@ constexpr std::size_t PartLength = 2;
 constexpr std::u16string_view TypedStart = u"00/00/0000 00:00:00";  // 0 for a digit
 
 constexpr std::u16string_view NewTask =
-    uR"(<TP TpTar="%d" TpHi="%ls" TpPer="00000001000000" TpCompl="Y" TpNode="" TpPrio="2">)"
+    uR"(<TP TpTar="%s" TpHi="%ls" TpPer="00000001000000" TpCompl="Y" TpNode="" TpPrio="2">)"
     uR"(<TpPro TpReq="L03" TpSend="Y" TpStore="Y"></TpPro></TP>)";
 constexpr std::u16string_view NewAction = uR"(<TpPro TpReq="L03" TpSend="Y" TpStore="Y"></TpPro>)";
 
@@ -37,11 +38,34 @@ bool isTypedStart(std::u16string_view text) {
       [](char16_t c, char16_t model) { return model == u'0' ? isDigit(c) : c == model; });
 }
 
-std::int64_t nextNumber(const Node& section) {
-  std::int64_t highest = 0;
+// The leading decimal digits of a task's number without leading zeros, however many they are; none
+// for 0, for a negative number and for a text that is no number.
+std::u16string digitsOf(const Node& task) {
+  const XCBasicString number = task.getAttribute(task_name::Number);
+  if (number.ToInt() <= 0) return {};
+  const auto isNotZero = [](char16_t c) { return c >= u'1' && c <= u'9'; };
+  const std::u16string& text = number.str();
+  const auto first = std::find_if(text.begin(), text.end(), isNotZero);
+  return {first, std::find_if_not(first, text.end(), isDigit)};
+}
+
+// Negative, 0 or positive; of two texts as digitsOf makes them.
+int compareDigits(const std::u16string& a, const std::u16string& b) {
+  return a.size() != b.size() ? (a.size() < b.size() ? -1 : 1) : a.compare(b);
+}
+
+XCBasicString nextNumber(const Node& section) {
+  std::u16string next;
   for (const Node& task : section.Children())
-    highest = std::max<std::int64_t>(highest, task.attribute(task_name::Number).toInt());
-  return highest + 1;
+    if (std::u16string digits = digitsOf(task); compareDigits(next, digits) < 0)
+      next = std::move(digits);
+  std::size_t at = next.size();
+  while (at > 0 && next[at - 1] == u'9') next[--at] = u'0';
+  if (at == 0)
+    next.insert(0, 1, u'1');
+  else
+    ++next[at - 1];
+  return next;
 }
 
 void append(Node& parent, host::XmlName tag, const XCBasicString& xml) {
@@ -94,6 +118,12 @@ XCBasicString taskRequests(const Node& task) {
     first = false;
   }
   return requests;
+}
+
+int compareTaskNumbers(const Node& a, const Node& b) {
+  const int left = a.attribute(task_name::Number).toInt();
+  const int right = b.attribute(task_name::Number).toInt();
+  return left != right ? (left < right ? -1 : 1) : compareDigits(digitsOf(a), digitsOf(b));
 }
 
 std::size_t actionCount(const Node& task) {

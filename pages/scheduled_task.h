@@ -41,6 +41,10 @@ std::optional<std::size_t> taskPeriod(const XmlDocument::XmlNode& task, PeriodPa
 /// Replaces one part, 0 to 99, of a period of 14 characters; any other period stays as it is.
 void setTaskPeriod(XmlDocument::XmlNode& task, PeriodPart part, int value);
 
+/// The order of two tasks by their numbers, negative, 0 or positive. Numbers have any length; a
+/// text that is no number counts as 0.
+int compareTaskNumbers(const XmlDocument::XmlNode& a, const XmlDocument::XmlNode& b);
+
 /// The requests of all actions, joined by ",".
 XCBasicString taskRequests(const XmlDocument::XmlNode& task);
 std::size_t actionCount(const XmlDocument::XmlNode& task);

@@ -51,13 +51,16 @@ enum Id {
 constexpr int ListWidth = 480;
 constexpr int LowestPriority = 3;
 constexpr int LargestPeriod[] = {12, 31, 23, 59};  // of the period's lists, from the months on
+constexpr int TaskChoices[] = {Priority, FillHoles, Months, Days, Hours, Minutes};
+constexpr int TaskControls[] = {DeleteTask, Start,     Priority,     FillHoles, Months, Days, Hours,
+                                Minutes,    NewAction, DeleteAction, Request,   Send,   Store};
 
 struct Report {
   int section;
   TextId name;
 };
 constexpr Report Reports[] = {
-    {3, TextId::ReportNodeList}, {9, TextId::ReportNodeStatus}, {15, TextId::ReportEvents}};
+    {3, TextId::ReportNodeList}, {9, TextId::ReportAlarms}, {15, TextId::ReportUsage}};
 
 XCBasicString requestOf(int section) {
   return XCBasicString::Format(u"L%02d", section);
@@ -140,7 +143,7 @@ bool CDlgE02CfgZelLampManager::OnInitDialog() {
   List(Id::Actions).setColumns(lamp::actionColumns());
   copy_.take(Document());
   fillChoices();
-  enableTaskButtons();
+  showNoTask();
   fillTasks(0);
   return SettingsPage::OnInitDialog();
 }
@@ -200,20 +203,26 @@ Node* CDlgE02CfgZelLampManager::selectedElement(int listId) const {
   return list.selection().empty() ? nullptr : list.element(list.selection().front());
 }
 
-void CDlgE02CfgZelLampManager::enableTaskButtons() {
+// What belongs to a task is only of use while there is one.
+void CDlgE02CfgZelLampManager::enableTaskControls() {
   const bool any = List(Id::Tasks).rowCount() > 0;
   const XCBasicString reason = any ? XCBasicString() : XCLoadString(TextId::NoTask);
-  for (const int button : {int(Id::DeleteTask), int(Id::NewAction), int(Id::DeleteAction)})
-    GetDlgItem(button).setEnabled(any, reason);
+  for (const int control : TaskControls) GetDlgItem(control).setEnabled(any, reason);
+}
+
+void CDlgE02CfgZelLampManager::showNoTask() {
+  enableTaskControls();
+  for (const int edit : {int(Id::Number), int(Id::Start)}) SetDlgItemText(edit, u"");
+  for (const int combo : TaskChoices) Combo(combo).select(std::nullopt);
+  List(Id::Actions).clearRows();
+  OnActionSelected();
 }
 
 void CDlgE02CfgZelLampManager::fillTasks(std::size_t selectedRow) {
   if (copy_.section() == nullptr) return;
   rows_.fill(copy_.section(), lamp::isListedTask, selectedRow);
-  if (List(Id::Tasks).rowCount() > 0) return;  // the selection's notice showed the task
-  enableTaskButtons();
-  List(Id::Actions).clearRows();
-  OnActionSelected();
+  // Of a task that is there the selection's notice has shown the values.
+  if (List(Id::Tasks).rowCount() == 0) showNoTask();
 }
 
 void CDlgE02CfgZelLampManager::refillKeeping(const Node& task) {
@@ -228,7 +237,7 @@ void CDlgE02CfgZelLampManager::refillKeeping(const Node& task) {
 void CDlgE02CfgZelLampManager::OnTaskSelected() {
   const Node* task = selectedElement(Id::Tasks);
   if (task == nullptr) return;
-  enableTaskButtons();
+  enableTaskControls();
   rows_.selectionChanged();
   Combo(Id::Priority).selectData(task->attribute(task_name::Priority).toInt());
   lamp::selectCharacter(Combo(Id::FillHoles), task->getAttribute(task_name::FillHoles));

@@ -37,7 +37,8 @@ class CDlgE02CfgZelLampManager : public lamp::SettingsPage {
   void fillChoices();
   void fillTasks(std::size_t selectedRow);
   void refillKeeping(const XmlDocument::XmlNode& task);
-  void enableTaskButtons();
+  void enableTaskControls();
+  void showNoTask();
   void showActions(const XmlDocument::XmlNode& task);
 
   lamp::WorkingCopy copy_;

@@ -32,9 +32,7 @@ host::ListColumn yesNoColumn(TextId caption, host::XmlName attribute) {
 }
 
 int byNumber(const host::ListRow& a, const host::ListRow& b) {
-  const int left = a.element->attribute(task_name::Number).toInt();
-  const int right = b.element->attribute(task_name::Number).toInt();
-  return left < right ? -1 : static_cast<int>(left > right);
+  return compareTaskNumbers(*a.element, *b.element);
 }
 
 // By the stamp, which begins with the year, where the cell begins with the day.

@@ -186,8 +186,8 @@ enum class TextId : int {
   NodeFirmwareVersion = 38489,  // a comparison with a version follows
   NodeBlacklist = 38520,
   ReportNodeList = 38548,
-  ReportNodeStatus = 38549,
-  ReportEvents = 38550,
+  ReportAlarms = 38549,
+  ReportUsage = 38550,
   DimmingPrograms = 38551,
   NodeCommand = 38552,
   ControllerNodes = 38553,
@@ -246,6 +246,7 @@ enum class TextId : int {
   ExchangeFailed = 60069,          // takes the address and the cause; for every other failure
   AddressNotUsable = 60070,        // takes the address
   NotEnoughMemory = 60071,
+  OperationFailed = 60072,    // takes the cause
   InputsNotReported = 60080,  // why a control is disabled, as the ones that follow
   NoNodeSelected = 60081,
   NoNodeWithReference = 60082,
@@ -321,7 +322,12 @@ enum class TextId : int {
   OpenKeptCopy = 60311,
   RecoveredConfiguration = 60312,  // takes the moment and the name of the file put aside
   TryAgain = 60313,
-  ReadOnlyTitle = 60314,    // takes the title
+  ReadOnlyTitle = 60314,      // takes the title
+  SharedIdsReadOnly = 60315,  // takes the elements that share ids, as the next texts name them
+  SharedId = 60316,           // takes the names of both elements and their id
+  MoreSharedIds = 60317,      // takes the number
+  ChildOfDevice = 60318,      // takes the child device's and the device's name
+  GiveNewIds = 60319,
   NoLampManager = 60320,    // takes the device's name
   DialogMissing = 60321,    // takes the dialog's name
   DriverNotServed = 60322,  // takes the driver and the device's name

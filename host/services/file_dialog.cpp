@@ -1,6 +1,7 @@
 #include "host/services/file_dialog.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "host/text/utf.h"
 
@@ -21,6 +22,15 @@ std::u16string_view takePart(std::u16string_view& rest) {
   return part;
 }
 
+// From the working folder on; without "." and ".." where that names the same file.
+std::filesystem::path fullPath(const std::filesystem::path& chosen) {
+  std::error_code failed;
+  const std::filesystem::path full = std::filesystem::absolute(chosen, failed);
+  if (failed) return chosen;
+  const std::filesystem::path plain = full.lexically_normal();
+  return std::filesystem::equivalent(plain, full, failed) ? plain : full;
+}
+
 }  // namespace
 
 XCBasicString FileDialogSupport::PrepareFilters(const std::vector<host::FileFilter>& filters) {
@@ -38,7 +48,8 @@ std::filesystem::path FileDialogSupport::OpenFileDialog(CWnd* parent, std::u16st
     const XCBasicString description = takePart(filters);
     request.filters.push_back({description, host::toUtf8(takePart(filters))});
   }
-  return host::services().frontEnd().openFile(request);
+  const std::filesystem::path chosen = host::services().frontEnd().openFile(request);
+  return chosen.empty() ? chosen : fullPath(chosen);
 }
 
 }  // namespace Infrastructure::FileDialogSupportNS

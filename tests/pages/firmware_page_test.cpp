@@ -113,6 +113,15 @@ TEST_F(FirmwarePage, SendsTheBytesTheFullPathAndTheDate) {
   }
 }
 
+TEST_F(FirmwarePage, ARelativePathIsShownAndSentAsTheFullOne) {
+  const auto file = folder.write("lamp.tar", "abc");
+  open();
+  load(std::filesystem::relative(file));
+  EXPECT_EQ(driver.text("file"), file.string());
+  driver.click("ok");
+  expectSent("YWJj", file.string(), "20250315100000W");
+}
+
 TEST_F(FirmwarePage, APathGoesAsItStands) {
   const auto file = folder.write("año & <nuevo>.tar", "abc");
   open();

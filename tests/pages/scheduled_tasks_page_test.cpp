@@ -50,6 +50,16 @@ class ScheduledTasksPage : public pages_test::SectionPage<CDlgE02CfgZelLampManag
     for (const std::string& number : driver.column("tasks", 0)) text += number + " ";
     return text;
   }
+  void expectNothingToEdit() {
+    for (const char* edit : {"number", "start"}) EXPECT_EQ(driver.text(edit), "") << edit;
+    for (const char* list : {"priority", "fillHoles", "months", "days", "hours", "minutes",
+                             "request", "send", "store"}) {
+      EXPECT_EQ(driver.selectedIndex(list), std::nullopt) << list;
+      EXPECT_FALSE(driver.enabled(list)) << list;
+      EXPECT_EQ(disabledReason(list), "[60085]") << list;
+    }
+    EXPECT_FALSE(driver.tryType("start", "05/06/2024 10:00:00").done);
+  }
 };
 
 // --- opening and showing
@@ -247,9 +257,7 @@ TEST_F(ScheduledTasksPage, WithoutTheSectionNothingIsAddedAndOkSendsNothing) {
   driver.press("tasks", host::Key::deleteKey);
   EXPECT_TRUE(driver.rows("tasks").empty());
   EXPECT_TRUE(driver.rows("actions").empty());
-  driver.type("start", "05/06/2024 10:00:00");
-  driver.choose("priority", 0);
-  driver.choose("request", 0);
+  expectNothingToEdit();
   driver.click("ok");
   expectClosedWithoutSending();
 }
@@ -293,9 +301,16 @@ TEST_F(ScheduledTasksPage, ANewTasksNumberFollowsTheHighestEvenOfOnesToBeDeleted
     std::vector<const char*> numbers;
     const char* next;
   };
-  const Case cases[] = {{{}, "1"},     {{"1", "5", "3"}, "6"},
-                        {{"-4"}, "1"}, {{"", "x", "0"}, "1"},
-                        {{"2x"}, "3"}, {{"2147483647"}, "2147483648"}};
+  const Case cases[] = {{{}, "1"},
+                        {{"1", "5", "3"}, "6"},
+                        {{"-4"}, "1"},
+                        {{"", "x", "0"}, "1"},
+                        {{"2x"}, "3"},
+                        {{"2147483647"}, "2147483648"},
+                        {{"2147483648", "5"}, "2147483649"},
+                        {{"-99999999999", " +0099"}, "100"},
+                        {{"9223372036854775807"}, "9223372036854775808"},
+                        {{"99999999999999999999", "7"}, "100000000000000000000"}};
   for (const auto& [present, next] : cases) {
     std::string tasks;
     for (const char* number : present) tasks += taskWith("TpTar", number);
@@ -308,6 +323,16 @@ TEST_F(ScheduledTasksPage, ANewTasksNumberFollowsTheHighestEvenOfOnesToBeDeleted
        R"(<TP TpTar="7" TpPer=""/><Other TpTar="6"/>)");
   driver.click("newTask");
   EXPECT_EQ(driver.text("number"), "8");
+}
+
+TEST_F(ScheduledTasksPage, NewTasksCountOnBeyond32Bits) {
+  open(taskWith("TpTar", "2147483647"));
+  driver.click("newTask");
+  driver.click("newTask");
+  EXPECT_EQ(numbers(), "2147483647 2147483648 2147483649 ");
+  driver.sort("tasks", 0);
+  driver.sort("tasks", 0);
+  EXPECT_EQ(numbers(), "2147483649 2147483648 2147483647 ");
 }
 
 TEST_F(ScheduledTasksPage, ANewTasksSeasonIsThatOfTheDaysMidnight) {
@@ -534,11 +559,21 @@ TEST_F(ScheduledTasksPage, DeletingTheLastTaskEmptiesBothLists) {
     EXPECT_FALSE(driver.enabled(button)) << button;
     EXPECT_EQ(disabledReason(button), "[60085]") << button;
   }
+  expectNothingToEdit();
   driver.press("tasks", host::Key::deleteKey);
   driver.press("actions", host::Key::deleteKey);
   driver.click("newTask");
   EXPECT_EQ(numbers(), "2 ");
   EXPECT_TRUE(driver.enabled("deleteTask"));
+  EXPECT_EQ(driver.text("number"), "2");
+  driver.type("start", "01/04/2025 06:00:00");
+  driver.choose("priority", "3");
+  driver.click("ok");
+  expectTasks(std::string(R"(<TP TpTar="1" TpHi="20240605100000S" TpPer="" TpCompl="Y" TpNode="7"
+         TpPrio="2"><TpPro TpReq="L03" TpSend="Y" TpStore="N"/>
+       <TpPro TpReq="L09" TpSend="N" TpStore="Y"/></TP>
+       <TP TpTar="2" TpHi="20250401060000S" TpPer="00000001000000" TpCompl="Y" TpNode=""
+         TpPrio="3"><TpPro TpReq="L03" TpSend="Y" TpStore="Y"/></TP>)"));
 }
 
 TEST_F(ScheduledTasksPage, AnElementThatIsNoTaskIsTakenAwayRatherThanMarked) {
