@@ -77,6 +77,8 @@ XCDlgAdvancedCfgZelLampManager::XCDlgAdvancedCfgZelLampManager(CWnd* parent, Xml
       loaded_(FieldCount),
       current_(FieldCount) {}
 
+XCDlgAdvancedCfgZelLampManager::~XCDlgAdvancedCfgZelLampManager() = default;
+
 host::DialogTemplate XCDlgAdvancedCfgZelLampManager::Template() {
   host::DialogTemplate dialog{lamp::template_number::CommunicationSettings,
                               "XCDlgAdvancedCfgZelLampManager",

@@ -12,6 +12,7 @@ class ZEL_EXPORT XCDlgAdvancedCfgZelLampManager : public XCBaseDlg {
   /// @p doc holds the reply and takes the request; it is the caller's and must outlive the dialog.
   /// @p uriParams addresses the controller, as the caller's own commands do.
   XCDlgAdvancedCfgZelLampManager(CWnd* parent, XmlDocument* doc, XCBasicString uriParams);
+  ~XCDlgAdvancedCfgZelLampManager() override;
 
   static host::DialogTemplate Template();
 

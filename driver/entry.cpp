@@ -1,3 +1,5 @@
+#include "driver/entry.h"
+
 #include <algorithm>
 #include <memory>
 #include <new>
@@ -52,6 +54,10 @@ XCDlgOptions* createOptionsDialog(CWnd* parent, XCDriver* driver) {
 }
 
 }  // namespace
+
+void lamp::withdrawEntry() {
+  host::removeRegistration(XCDriverDeviceZelLampManager::GetThisClass(), configure);
+}
 
 /// Registers the lamp manager with the host. False when the host refuses the device class.
 extern "C" ZEL_EXPORT bool InitializeUsrDriver_ZelLampManager() {

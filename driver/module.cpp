@@ -3,6 +3,7 @@
 #include "device/device_element.h"
 #include "device/node_update_dialog.h"
 #include "driver/configuration_menu.h"
+#include "driver/entry.h"
 #include "exchange/template_numbers.h"
 #include "host/dialogs/extension_module.h"
 #include "pages/alarm_thresholds_page.h"
@@ -69,7 +70,10 @@ class Registration {
   }
   Registration(const Registration&) = delete;
   Registration& operator=(const Registration&) = delete;
-  ~Registration() { host::unregisterModule(module_); }
+  ~Registration() {
+    lamp::withdrawEntry();
+    host::unregisterModule(module_);
+  }
 
  private:
   host::ExtensionModule module_;

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Looks at released programs: scripts/check_programs.py OUT.
 
-Every program and library is hardened as cmake/options.cmake asks, and the plug-in exports its entry and the
-classes that the host constructs by name, and nothing else.
+Every program and library is hardened as cmake/options.cmake asks, and the plug-in exports what
+plugin/exports.txt lists and nothing else.
 """
 import pathlib
 import platform
@@ -10,14 +10,10 @@ import re
 import subprocess
 import sys
 
+from check_exports import export_faults
+
 PROGRAMS = ("bin/lamp-script", "bin/lamp-editor", "bin/lamp-controller")
 LIBRARIES = ("lib/liblamphost.so", "lib/zellampmanager.so")
-ENTRY = "InitializeUsrDriver_ZelLampManager"
-EXPORTED = ("CDlgOptionsZelLampManager", "XCDlgNewModifyZelLampManager",
-            "XCDlgAdvancedCfgZelLampManager")
-# What the compiler makes once for all libraries that need it: weak functions of templates, and the
-# names and types of classes.
-SHARED_KINDS = "WVuv"
 
 
 def shown(*command):
@@ -45,18 +41,6 @@ def faults_of(file, program):
     if platform.machine() == "x86_64":
         checks["its jumps are not protected"] = "endbr64" in code
     return [f"{file}: {fault}" for fault, good in checks.items() if not good]
-
-
-def export_faults(plugin):
-    found = False
-    for line in shown("nm", "--dynamic", "--defined-only", "--demangle", str(plugin)).splitlines():
-        _, kind, name = line.split(" ", 2)
-        found |= name == ENTRY
-        ours = re.search(rf"\b({'|'.join(EXPORTED)})\b", name)
-        if kind not in SHARED_KINDS and name != ENTRY and not ours:
-            yield f"{plugin}: it exports {name}"
-    if not found:
-        yield f"{plugin}: it does not export {ENTRY}"
 
 
 def main():

@@ -58,12 +58,17 @@ bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
     unload();
     return false;
   }
+  const auto* made = host::findRegistration(XCDriverDeviceZelLampManager::GetThisClass().type);
+  configure_ = made == nullptr ? nullptr : made->configure;
   return true;
 }
 
 void Plugin::unload() {
   if (handle_ == nullptr) return;
-  host::removeRegistration(XCDriverDeviceZelLampManager::GetThisClass());
+  // A plug-in that does not take back what it registered would leave calls into nothing.
+  if (configure_ != nullptr)
+    host::removeRegistration(XCDriverDeviceZelLampManager::GetThisClass(), configure_);
+  configure_ = nullptr;
   ::dlclose(handle_);
   handle_ = nullptr;
 }

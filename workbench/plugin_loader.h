@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "host/services/drivers.h"
+
 namespace workbench {
 
 /// A loaded plug-in. Unloading takes its registrations away; none of its dialogs may be open then.
@@ -21,6 +23,7 @@ class Plugin {
 
  private:
   void* handle_ = nullptr;
+  XCDriverServices::Configure configure_ = nullptr;  // of the registration that its entry made
 };
 
 }  // namespace workbench

@@ -30,7 +30,7 @@ const host::DriverClass& XCDriverDeviceZelLampManager::GetThisClass() {
   return thisClass;
 }
 
-void lampHostInterface1() {}
+void lampHostInterface2() {}
 
 bool XCDriverServices::AddChecked(const host::DriverClass& deviceClass, Configure configure,
                                   List listA, List listB) {
@@ -60,6 +60,11 @@ const DriverRegistration* findRegistration(std::u16string_view type) {
 void removeRegistration(const DriverClass& deviceClass) {
   std::erase_if(registrations(),
                 [&](const DriverRegistration& entry) { return entry.deviceClass == &deviceClass; });
+}
+
+void removeRegistration(const DriverClass& deviceClass, XCDriverServices::Configure configure) {
+  const DriverRegistration* entry = findClass(deviceClass);
+  if (entry != nullptr && entry->configure == configure) removeRegistration(deviceClass);
 }
 
 void setDriverRegistry(DriverRegistry* replacement) {

@@ -74,7 +74,7 @@ using XCListFlags = std::bitset<34>;
 /// The version of what a plug-in sees of the host, as a function: a plug-in refers to the one that
 /// it was built with, so that one built for another version is refused when it is loaded. A change
 /// that plug-ins must be rebuilt for renames it; the name then ends with the next number.
-extern "C" HOST_API void lampHostInterface1();
+extern "C" HOST_API void lampHostInterface2();
 
 /// Where plug-ins register what they offer for a device class.
 class HOST_API XCDriverServices {
@@ -87,7 +87,7 @@ class HOST_API XCDriverServices {
   /// Registers a device class with its callbacks. False when the class is registered already.
   static bool Add(const host::DriverClass& deviceClass, Configure configure, List listA,
                   List listB) {
-    lampHostInterface1();
+    lampHostInterface2();
     return AddChecked(deviceClass, configure, listA, listB);
   }
   /// Registers the factory of the embedded options panel. False when the class is not registered or
@@ -113,8 +113,12 @@ struct DriverRegistration {
 
 /// The registration of the class that serves a device type; null when there is none.
 HOST_API const DriverRegistration* findRegistration(std::u16string_view type);
-/// Forgets a class, before its plug-in is unloaded.
+/// Forgets a class.
 HOST_API void removeRegistration(const DriverClass& deviceClass);
+/// Forgets a class where it is @p configure that serves it: a plug-in takes back what it
+/// registered, and nothing else, when it is unloaded.
+HOST_API void removeRegistration(const DriverClass& deviceClass,
+                                 XCDriverServices::Configure configure);
 
 /// The registry that looks drivers up by the id of their device. The program that holds the
 /// configuration supplies it.
