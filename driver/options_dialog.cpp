@@ -7,6 +7,7 @@
 
 namespace {
 
+constexpr int DriverButton = 0;
 constexpr int DeviceButton = 1;
 constexpr int NodeUpdateButton = 5;
 constexpr int NodeUpdateBitmap = 4527;
@@ -34,16 +35,19 @@ bool CDlgOptionsZelLampManager::OnInitDialog() {
   for (const int unused : {3, 2, 4}) EnableButton(unused, false, false);
   SetButtonText(NodeUpdateButton, XCLoadString(host::TextId::NodeUpdate));
   SetButtonImage(NodeUpdateButton, NodeUpdateBitmap);
-  EnableButton(NodeUpdateButton, true, true);
+  // Of a driver that is no device's there is nothing to set up.
+  for (const int own : {DriverButton, DeviceButton, NodeUpdateButton})
+    EnableButton(own, Driver() != nullptr, true);
   ArrangeButtons();
   return true;
 }
 
 bool CDlgOptionsZelLampManager::SetupDevice(XmlDocument::XmlNode* device) {
-  return XCDeviceCfgZelLampManager(this, Driver(), device).DoModal() == IDOK;
+  return Driver() != nullptr && XCDeviceCfgZelLampManager(this, Driver(), device).DoModal() == IDOK;
 }
 
 bool CDlgOptionsZelLampManager::SetupDriver(XmlDocument::XmlNode* node) {
+  if (Driver() == nullptr) return false;
   XmlDocument::XmlNode* viewSetup = XCMainCfg::Get().ViewSetup(Driver()->Identifier());
   XCDlgDriverDeviceCfg dialog(this, Driver(), node, viewSetup);
   dialog.DisablePeriod();

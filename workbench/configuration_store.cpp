@@ -6,6 +6,7 @@
 #include "host/resources/texts.h"
 #include "host/services/files.h"
 #include "host/services/setup.h"
+#include "workbench/shared_ids.h"
 
 namespace workbench {
 namespace {
@@ -65,6 +66,7 @@ void ConfigurationStore::take(XmlDocument content) {
     if (content.Root()->Node(part) == nullptr) content.Root()->NewChild(part);
   XCMainCfg::Get().Document() = std::move(content);
   onDisk_ = text();
+  sharesIds_ = !sharedIds().empty();
   loaded_ = true;
 }
 
@@ -102,8 +104,18 @@ std::string ConfigurationStore::text() const {
 
 std::string ConfigurationStore::readOnlyReason() const {
   std::string reason;
-  if (isReadOnly()) failed(reason, TextId::ConfigurationReadOnly, shown(folder_), lock_.problem());
-  return reason;
+  if (!lock_.isHeld())
+    failed(reason, TextId::ConfigurationReadOnly, shown(folder_), lock_.problem());
+  if (!sharesIds_) return reason;
+  std::string shared;
+  failed(shared, TextId::SharedIdsReadOnly, sharedIdsText(sharedIds()));
+  return reason.empty() ? shared : reason + "\n" + shared;
+}
+
+bool ConfigurationStore::separateIds(std::string& cause) {
+  giveNewIds(sharedIds());
+  sharesIds_ = false;
+  return saveIfDifferent(cause);
 }
 
 fs::path ConfigurationStore::damagedCopy() const {

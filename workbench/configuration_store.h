@@ -39,9 +39,15 @@ class ConfigurationStore {
   /// Saves when the configuration differs from what is on disk. False with a cause when it can't.
   bool saveIfDifferent(std::string& cause);
 
-  /// Whether saving is refused from the start, and why.
-  bool isReadOnly() const { return !lock_.isHeld(); }
+  /// Whether saving is refused from the start, and why: another program may write, or elements
+  /// share ids.
+  bool isReadOnly() const { return !lock_.isHeld() || sharesIds_; }
   std::string readOnlyReason() const;
+  /// Whether only shared ids keep the configuration from being saved, which separateIds() mends.
+  bool needsNewIds() const { return lock_.isHeld() && sharesIds_; }
+  /// Gives the later ones of the elements that share an id new ids, and saves. False with a cause
+  /// when that can't be saved.
+  bool separateIds(std::string& cause);
 
   std::filesystem::path file() const { return folder_ / "configuration.xml"; }
   const std::filesystem::path& folder() const { return folder_; }
@@ -61,6 +67,7 @@ class ConfigurationStore {
   FileLock lock_;
   bool loaded_ = false;
   bool recovered_ = false;
+  bool sharesIds_ = false;
   std::string onDisk_;
 };
 

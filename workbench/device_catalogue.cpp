@@ -61,8 +61,10 @@ void DeviceCatalogue::add(const Node& element, bool isChild) {
 
 void DeviceCatalogue::build() {
   places_.clear();
-  for (const Node* device : devices()) {
-    add(*device, false);
+  // A device is found before a child device with its id, wherever that stands.
+  const std::vector<Node*> all = devices();
+  for (const Node* device : all) add(*device, false);
+  for (const Node* device : all) {
     if (const Node* children = device->Node("childDevices"))
       for (const Node& child : children->Children())
         if (child.TagName() == ChildDevice) add(child, true);

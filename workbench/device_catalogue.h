@@ -18,7 +18,7 @@ class DeviceCatalogue : public host::DriverRegistry {
  public:
   /// The driver of a device: type = the element's `driver`, identifier = its `id`, name and
   /// description likewise. Of a child device the identifier is its `name`. Null for an id that no
-  /// element has. Of two elements with one id the first counts.
+  /// element has. Of two elements with one id the first counts, and a device before a child device.
   XCDriver* find(std::u16string_view deviceId) override;
 
   /// Says that devices were added, removed or given other ids.

@@ -65,7 +65,7 @@ MainWindow::MainWindow(workbench::Workspace& workspace, QtFrontEnd& frontEnd,
   retranslate();
   restorePlace();
   workspace_.record().setListener(
-      [this](const workbench::ExchangeEntry& entry) { exchanges_->append(entry); });
+      [this](const workbench::ExchangeEntry&) { exchanges_->catchUp(); });
   makeHistory();
   workspace_.channel().setJudge([this](const workbench::CertificateQuestion& question) {
     const XCBasicString text =
@@ -157,7 +157,11 @@ void MainWindow::makeWidgets() {
   connect(&firstSteps_->button(), &QPushButton::clicked, action(TextId::ActionNewDevice),
           &QAction::trigger);
   connect(&banner_->button(), &QPushButton::clicked, this, [this] {
-    if (!isBusy()) reopen();
+    if (isBusy()) return;
+    if (workspace_.store().needsNewIds())
+      separateIds();
+    else
+      reopen();
   });
 }
 
@@ -238,7 +242,8 @@ void MainWindow::showStanding() {
       caption(TextId::EditorTitle) + " – " + QString::fromStdU16String(store.folder().u16string());
   setWindowTitle(store.isReadOnly() ? caption(TextId::ReadOnlyTitle, hostText(title)) : title);
   if (store.isReadOnly()) {
-    banner_->showText(QString::fromStdString(store.readOnlyReason()), caption(TextId::TryAgain));
+    banner_->showText(QString::fromStdString(store.readOnlyReason()),
+                      caption(store.needsNewIds() ? TextId::GiveNewIds : TextId::TryAgain));
   } else if (store.isRecovered()) {
     const QString moment = momentOfKeptCopy(store);
     banner_->showText(caption(TextId::RecoveredConfiguration, hostText(moment),
@@ -260,6 +265,18 @@ void MainWindow::reopen() {
   showStanding();
   if (!opened) return showResult({false, XCBasicString::FromUtf8(cause)});
   if (workspace_.store().isReadOnly()) statusBar()->showMessage(banner_->text());
+}
+
+void MainWindow::separateIds() {
+  panel_->showText({}, {});
+  std::string cause;
+  bool saved = false;
+  tree_->reload([&] {
+    saved = workspace_.store().separateIds(cause);
+    workspace_.catalogue().invalidate();
+  });
+  showStanding();
+  if (!saved) showResult({false, XCBasicString::FromUtf8(cause)});
 }
 
 void MainWindow::setLanguage(const std::string& language) {

@@ -72,6 +72,7 @@ class MainWindow : public QMainWindow {
   void updateActions();
   void showStanding();
   void reopen();
+  void separateIds();
   bool isBusy() const;
   void reload();
   void save();

@@ -126,4 +126,19 @@ TEST(Start, ASecondProgramOnTheConfigurationCanOnlyRead) {
   EXPECT_THAT(second.errors(), HasSubstr("another program (process "));
 }
 
+TEST(Start, SharedIdsAreToldAndTheConfigurationCanOnlyBeRead) {
+  const support::TempFolder folder;
+  const std::string shared =
+      "<configuration><commSystem><device><id>{1}</id><driver>ZELLAMPMANAGER</driver>"
+      "<name>North</name></device><device><id>{1}</id><name>South</name></device></commSystem>"
+      "</configuration>";
+  folder.write("configuration.xml", shared);
+  ScriptProcess script({"--config", folder.path().string(), "--plugin", LAMP_TEST_PLUGIN});
+  EXPECT_THAT(script.refused({{"do", "editor.newDevice"}}), HasSubstr("North and South"));
+  script.ok({{"do", "editor.configure"}, {"device", "North"}});
+  EXPECT_EQ(script.end(), 0);
+  EXPECT_THAT(script.errors(), HasSubstr("North and South have the id {1}"));
+  EXPECT_EQ(folder.read("configuration.xml"), shared);
+}
+
 }  // namespace

@@ -62,6 +62,14 @@ TEST_F(Entry, ConfigureIsTrueExactlyWhenThePanelEndedWithOk) {
   EXPECT_TRUE(configured);
 }
 
+TEST_F(Entry, ConfigureOfADriverThatIsNoDevicesOpensAPanelThatOffersNothing) {
+  ASSERT_TRUE(InitializeUsrDriver_ZelLampManager());
+  XCDriver lamp(u"ZELLAMP", u"0001", u"0001", u"Gate");
+  driver.run([&] { registration().configure(nullptr, &lamp); });
+  ASSERT_EQ(driver.top(), TopKind::dialog);
+  EXPECT_FALSE(driver.tryClick("driver").done);
+}
+
 TEST_F(Entry, ListAOffersTheBoardForTheFlags2And4) {
   ASSERT_TRUE(InitializeUsrDriver_ZelLampManager());
   for (const unsigned long long bits : {1ULL << 2, 1ULL << 4, 1ULL << 2 | 1ULL << 4}) {

@@ -23,7 +23,7 @@ TEST_F(OptionsDialog, OffersDriverAndDeviceAndHidesTheHostsButtons) {
   EXPECT_EQ(driver.dialog().ClassName(), "CDlgOptionsZelLampManager");
   EXPECT_TRUE(driver.visible("driver") && driver.enabled("driver"));
   EXPECT_TRUE(driver.visible("device") && driver.enabled("device"));
-  EXPECT_EQ(driver.control("device").image(), "ZELLAMPMANAGER-50.png");
+  EXPECT_EQ(driver.image("device"), "ZELLAMPMANAGER-50.png");
   for (const int number : {2, 3, 4}) {
     EXPECT_FALSE(driver.visible(XCDlgOptions::ButtonId(number))) << number;
     EXPECT_FALSE(driver.enabled(XCDlgOptions::ButtonId(number))) << number;
@@ -82,6 +82,18 @@ TEST_F(OptionsDialog, SetupOperationsAreTrueExactlyWhenTheirDialogEndedWithOk) {
       driver.close();
     EXPECT_EQ(result, ok);
   }
+}
+
+TEST_F(OptionsDialog, ForADriverThatIsNoDevicesItOffersNothingAndItsOperationsFail) {
+  auto& panel = driver.show<CDlgOptionsZelLampManager>(nullptr, nullptr);
+  for (const char* button : {"driver", "device", "generic1"}) EXPECT_FALSE(driver.enabled(button));
+  driver.run([&] {
+    EXPECT_FALSE(panel.SetupDriver(manager.element()));
+    EXPECT_FALSE(panel.SetupDevice(manager.element()));
+    EXPECT_FALSE(panel.SetupGeneric1());
+  });
+  EXPECT_EQ(driver.channel().count(), 0U);
+  EXPECT_EQ(driver.dialog().ClassName(), "CDlgOptionsZelLampManager") << "nothing opened";
 }
 
 }  // namespace

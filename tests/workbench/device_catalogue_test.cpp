@@ -101,4 +101,14 @@ TEST_F(DeviceCatalogueTest, AnEmptyDocumentHasNoDevices) {
   EXPECT_EQ(XCDriver::LockDriver(u"{1}"), nullptr);
 }
 
+// A child device in front of it, even of a device in front of it, does not hide a device.
+TEST_F(DeviceCatalogueTest, ADeviceIsFoundBeforeAChildDeviceWithItsId) {
+  ASSERT_TRUE(XCMainCfg::Get().Document().Parse(
+      "<configuration><commSystem><device><id>{1}</id><childDevices><childDevice><id>{2}</id>"
+      "<driver>ZELLAMP</driver></childDevice></childDevices></device>"
+      "<device><id>{2}</id><driver>ZELLAMPMANAGER</driver></device></commSystem></configuration>"));
+  catalogue.invalidate();
+  EXPECT_NE(dynamic_cast<XCDriverDeviceZelLampManager*>(XCDriver::LockDriver(u"{2}")), nullptr);
+}
+
 }  // namespace

@@ -149,6 +149,31 @@ TEST_F(MainWindow, TryAgainTakesUpWhatTheOtherSavedAndTheRightToWrite) {
   EXPECT_TRUE(action(TextId::ActionModify).isEnabled());
 }
 
+// --- shared ids
+
+TEST_F(MainWindow, SharedIdsAreToldAndNewOnesGivenOnRequest) {
+  open(
+      "<configuration><commSystem>"
+      "<device><id>{1}</id><driver>ZELLAMPMANAGER</driver><name>North</name></device>"
+      "<device><id>{1}</id><driver>ZELLAMPMANAGER</driver><name>South</name></device>"
+      "</commSystem></configuration>");
+  EXPECT_TRUE(window_->windowTitle().endsWith("(read only)"));
+  ASSERT_TRUE(window_->banner().isVisible());
+  EXPECT_TRUE(window_->banner().text().contains("North and South have the id {1}"));
+  EXPECT_FALSE(action(TextId::ActionModify).isEnabled());
+  EXPECT_EQ(window_->banner().button().text(), "Give new ids");
+  QTest::mouseClick(&window_->banner().button(), Qt::LeftButton);
+  EXPECT_FALSE(window_->banner().isVisible());
+  EXPECT_FALSE(window_->windowTitle().contains("read only"));
+  EXPECT_TRUE(action(TextId::ActionNewDevice).isEnabled());
+  const std::string saved = onDisk();
+  EXPECT_EQ(saved.find("{1}"), saved.rfind("{1}")) << "the first device keeps its id";
+  for (const char16_t* name : {u"North", u"South"}) {
+    const auto* device = workbench::DeviceCatalogue::deviceNamed(name);
+    EXPECT_EQ(XCDriver::LockDriver(device->Value("id"))->Name(), name);
+  }
+}
+
 // --- the version before
 
 TEST_F(MainWindow, TheVersionBeforeIsShownAsSuchUntilItIsSaved) {
