@@ -1,6 +1,7 @@
 #include "editor/window/exchange_model.h"
 
 #include <array>
+#include <utility>
 
 #include "editor/qt_text.h"
 #include "editor/window/document_text.h"
@@ -38,13 +39,19 @@ QString ExchangeModel::sectionOf(const ExchangeEntry& entry) {
   return QString::fromStdString(workbench::sectionOf(entry.request));
 }
 
+// All that can fail for want of memory is done before the views hear of the row.
 void ExchangeModel::append(const ExchangeEntry& entry) {
-  beginInsertRows({}, 0, 0);
   const XCDateTime now = XCDateTime::LTC();
-  times_ << qtText(
-      XCBasicString::Format(u"%02d:%02d:%02d", now.Hour(), now.Minute(), now.Second()));
-  sections_ << sectionOf(entry);
+  Row row{qtText(XCBasicString::Format(u"%02d:%02d:%02d", now.Hour(), now.Minute(), now.Second())),
+          sectionOf(entry)};
+  if (rows_.size() == rows_.capacity()) rows_.reserve(2 * rows_.capacity() + 1);
+  beginInsertRows({}, 0, 0);
+  rows_.push_back(std::move(row));
   endInsertRows();
+}
+
+void ExchangeModel::catchUp() {
+  while (rows_.size() < record_.entries().size()) append(record_.entries()[rows_.size()]);
 }
 
 void ExchangeModel::retranslate() {
@@ -53,9 +60,9 @@ void ExchangeModel::retranslate() {
 }
 
 void ExchangeModel::remark(std::size_t exchange, const QString& line, const QString& details) {
-  if (exchange == 0 || exchange > static_cast<std::size_t>(times_.size())) return;
+  if (exchange == 0 || exchange > rows_.size()) return;
   remarks_[exchange] = {line, details};
-  const int row = static_cast<int>(times_.size()) - static_cast<int>(exchange);
+  const int row = rowCount() - static_cast<int>(exchange);
   emit dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
@@ -67,11 +74,11 @@ QString ExchangeModel::shownTextOf(int row) const {
 }
 
 const ExchangeEntry& ExchangeModel::entryAt(int row) const {
-  return record_.entries()[static_cast<std::size_t>(times_.size() - 1 - row)];
+  return record_.entries()[placeOf(row)];
 }
 
 int ExchangeModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(times_.size());
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
 int ExchangeModel::columnCount(const QModelIndex& parent) const {
@@ -80,16 +87,16 @@ int ExchangeModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ExchangeModel::data(const QModelIndex& index, int role) const {
   const ExchangeEntry& entry = entryAt(index.row());
-  const qsizetype place = times_.size() - 1 - index.row();
+  const Row& row = rows_[placeOf(index.row())];
   if (role == Qt::ToolTipRole && !entry.error.empty()) return QString::fromStdString(entry.error);
   if (role == Qt::ToolTipRole && remarks_.contains(entry.number))
     return remarks_.value(entry.number).details.left(LongestTip).trimmed();
   if (role != Qt::DisplayRole) return {};
   switch (index.column()) {
     case timeColumn:
-      return times_[place];
+      return row.time;
     case sectionColumn:
-      return sections_[place];
+      return row.section;
     case commandColumn:
       return entry.command;
     case resultColumn:

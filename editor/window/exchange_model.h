@@ -2,7 +2,7 @@
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QHash>
-#include <QtCore/QStringList>
+#include <vector>
 
 #include "workbench/exchange_record.h"
 
@@ -13,8 +13,9 @@ class ExchangeModel : public QAbstractTableModel {
  public:
   explicit ExchangeModel(const workbench::ExchangeRecord& record) : record_(record) {}
 
-  /// An exchange ended: it joins the record.
-  void append(const workbench::ExchangeEntry& entry);
+  /// Shows every exchange that has joined the record since the last call. One that could not be
+  /// shown for want of memory comes with the next.
+  void catchUp();
   /// Says something about the exchange with a number.
   void remark(std::size_t exchange, const QString& line, const QString& details);
   /// The captions are to be read again.
@@ -34,14 +35,20 @@ class ExchangeModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  struct Row {
+    QString time;
+    QString section;
+  };
+  void append(const workbench::ExchangeEntry& entry);
+  std::size_t placeOf(int row) const { return rows_.size() - 1 - static_cast<std::size_t>(row); }
+
   const workbench::ExchangeRecord& record_;
   struct Remark {
     QString line;
     QString details;
   };
   QHash<std::size_t, Remark> remarks_;  // by the number of the exchange
-  QStringList times_;                   // by exchange
-  QStringList sections_;                // by exchange
+  std::vector<Row> rows_;               // by exchange
 };
 
 }  // namespace editor

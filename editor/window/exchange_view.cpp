@@ -32,8 +32,8 @@ ExchangeView::ExchangeView(const workbench::ExchangeRecord& record, QWidget* par
           [this] { showDocuments(); });
 }
 
-void ExchangeView::append(const workbench::ExchangeEntry& entry) {
-  model_.append(entry);
+void ExchangeView::catchUp() {
+  model_.catchUp();
   table_->selectRow(0);
   table_->scrollToTop();
 }

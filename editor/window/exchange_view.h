@@ -14,7 +14,7 @@ class ExchangeView : public QSplitter {
  public:
   ExchangeView(const workbench::ExchangeRecord& record, QWidget* parent);
 
-  void append(const workbench::ExchangeEntry& entry);
+  void catchUp();
   /// Says something about an exchange: a line in place of its result, and more in front of its
   /// documents.
   void remark(std::size_t exchange, const QString& line, const QString& details);

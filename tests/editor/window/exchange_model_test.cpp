@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "host/services/services.h"
 #include "tests/support/fixed_clock.h"
 #include "tests/support/texts.h"
@@ -39,27 +41,47 @@ TEST(ExchangeModel, DocumentsAreShownWithAnElementALineAndTheErrorInFront) {
   EXPECT_FALSE(text.contains("[60252]")) << "nothing was received";
 }
 
+/// Answers every exchange with a refusal.
+struct Refusing : host::CommandChannel {
+  host::ExchangeReply exchange(const host::ExchangeRequest&) override {
+    host::ExchangeReply reply;
+    reply.error = u"no";
+    return reply;
+  }
+};
+
 TEST(ExchangeModel, TheLatestExchangeStandsFirst) {
-  /// Answers every exchange with a refusal.
-  struct Refusing : host::CommandChannel {
-    host::ExchangeReply exchange(const host::ExchangeRequest&) override {
-      host::ExchangeReply reply;
-      reply.error = u"no";
-      return reply;
-    }
-  } channel;
+  Refusing channel;
   support::texts();
   support::FixedClock clock;
   host::installServices({.clockService = &clock});
   workbench::ExchangeRecord record(channel);
   ExchangeModel model(record);
-  record.setListener([&](const workbench::ExchangeEntry& entry) { model.append(entry); });
+  record.setListener([&](const workbench::ExchangeEntry&) { model.catchUp(); });
   host::ExchangeRequest request;
   for (request.command = 1; request.command <= 2; ++request.command) record.exchange(request);
   ASSERT_EQ(model.rowCount(), 2);
   EXPECT_EQ(model.entryAt(0).command, 2);
   EXPECT_EQ(model.index(0, 0).data().toString(), "10:00:00");
   EXPECT_EQ(model.index(1, 3).data().toString(), "no");
+}
+
+// Whoever hears of an exchange before the panel may run out of memory.
+TEST(ExchangeModel, AnExchangeThatItWasNotToldOfComesWithTheNext) {
+  Refusing channel;
+  support::texts();
+  support::FixedClock clock;
+  host::installServices({.clockService = &clock});
+  workbench::ExchangeRecord record(channel);
+  ExchangeModel model(record);
+  record.setListener([&](const workbench::ExchangeEntry& entry) {
+    if (entry.command == 2) throw std::bad_alloc();
+    model.catchUp();
+  });
+  host::ExchangeRequest request;
+  for (request.command = 1; request.command <= 3; ++request.command) record.exchange(request);
+  ASSERT_EQ(model.rowCount(), 3);
+  for (int row = 0; row < 3; ++row) EXPECT_EQ(model.entryAt(row).command, 3 - row);
 }
 
 }  // namespace
