@@ -39,7 +39,10 @@ XCDlgNewModifyZelLampManager::XCDlgNewModifyZelLampManager(CWnd* parent,
                                                            XmlDocument::XmlNode* configuration)
     : XCBaseDlg(lamp::template_number::DeviceDefinition, parent),
       device_(device),
-      configuration_(configuration) {}
+      configuration_(configuration),
+      groups_(*device, configuration) {}
+
+XCDlgNewModifyZelLampManager::~XCDlgNewModifyZelLampManager() = default;
 
 host::DialogTemplate XCDlgNewModifyZelLampManager::Template() {
   host::DialogTemplate dialog{

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/device_fields.h"
+#include "device/group_configuration.h"
 #include "exchange/export.h"
 #include "host/dialogs/base_dlg.h"
 
@@ -15,6 +16,7 @@ class ZEL_EXPORT XCDlgNewModifyZelLampManager : public XCBaseDlg {
   /// devices. Neither is owned, and both must outlive the dialog.
   XCDlgNewModifyZelLampManager(CWnd* parent, XmlDocument::XmlNode* device,
                                XmlDocument::XmlNode* configuration);
+  ~XCDlgNewModifyZelLampManager() override;
 
   static host::DialogTemplate Template();
 
@@ -78,6 +80,7 @@ class ZEL_EXPORT XCDlgNewModifyZelLampManager : public XCBaseDlg {
 
   XmlDocument::XmlNode* device_;
   XmlDocument::XmlNode* configuration_;
+  lamp::GroupConfiguration groups_;
   lamp::DeviceValues values_;
   bool isExisting_ = true;
   bool commChanged_ = false;

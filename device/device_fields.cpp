@@ -16,7 +16,7 @@ const DeviceField Fields[] = {
     {config::Address, &DeviceValues::address, 6309, device_control::Address, TextId::Address, 64},
     {config::Socket, &DeviceValues::socket, 6310, device_control::Socket, TextId::Port, 5,
      Kind::digits, u"8080"},
-    {config::FtpAddress, &DeviceValues::ftpAddress, 6343, device_control::FtpAddress,
+    {config::FtpAddress, &DeviceValues::ftpAddress, 6344, device_control::FtpAddress,
      TextId::Address, 64},
     {config::FtpPort, &DeviceValues::ftpPort, 6355, device_control::FtpPort, TextId::Port, 5,
      Kind::digits, u"21"},

@@ -28,7 +28,7 @@ constexpr int Name = 6307;
 constexpr int Identifier = 6340;
 constexpr int Address = 6308;
 constexpr int Socket = 6311;
-constexpr int FtpAddress = 6344;
+constexpr int FtpAddress = 6343;
 constexpr int FtpPort = 6354;
 }  // namespace device_control
 

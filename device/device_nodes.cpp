@@ -34,7 +34,7 @@ bool XCDlgNewModifyZelLampManager::NeedsChildDevices() const {
 bool XCDlgNewModifyZelLampManager::FetchChildDevices() {
   XmlDocument nodes;
   if (!ReadNodesFile(nodes)) return false;
-  UpdateChildDevices(&nodes, device_, false, values_.name, configuration_);
+  UpdateChildDevices(&nodes, device_, false, values_.name, groups_.get());
   return true;
 }
 

@@ -21,7 +21,8 @@ const host::XmlName UpdateType("type");
 
 XCUpdateNodesZelLampManager::XCUpdateNodesZelLampManager(CWnd* parent, XCDriver* driver,
                                                          XmlDocument::XmlNode* device)
-    : XCBaseDeviceCfg(lamp::template_number::NodeUpdate, driver, parent, device) {}
+    : XCBaseDeviceCfg(lamp::template_number::NodeUpdate, driver, parent, device),
+      groups_(*device, XCMainCfg::Get().Root()) {}
 
 host::DialogTemplate XCUpdateNodesZelLampManager::Template() {
   return {lamp::template_number::NodeUpdate,
@@ -69,7 +70,7 @@ void XCUpdateNodesZelLampManager::updateNodes(int buttonId) {
   if (buttonId == AsyncButton) request.setAttribute(UpdateType, u"Async");
   if (getCommand(static_cast<int>(lamp::Command::readSection), &nodes, true))
     XCDlgNewModifyZelLampManager::UpdateChildDevices(
-        &nodes, Device(), true, Device()->Value(lamp::config::Name), XCMainCfg::Get().Root());
+        &nodes, Device(), true, Device()->Value(lamp::config::Name), groups_.get());
   else if (!silentFailure())
     MessageBox(lamp::failureText(*this));
 }

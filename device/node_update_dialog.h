@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/group_configuration.h"
 #include "host/dialogs/device_cfg.h"
 
 /// Updates the child devices of a lamp manager from the controller's present node list, each time
@@ -23,4 +24,7 @@ class XCUpdateNodesZelLampManager : public XCBaseDeviceCfg {
   /// Reads the node list as the button asks for it and rebuilds the child devices from it. A
   /// failure is shown and leaves them as they were. Works without the dialog being shown.
   void updateNodes(int buttonId);
+
+ private:
+  lamp::GroupConfiguration groups_;
 };

@@ -56,7 +56,7 @@ TEST_F(DeviceDefinition, EveryControlHasItsNumberTextAndImage) {
                 {6339, "identifierLabel", "[24516]"},
                 {6309, "addressLabel", "[371]"},
                 {6310, "socketLabel", "[370]"},
-                {6343, "ftpAddressLabel", "[371]"},
+                {6344, "ftpAddressLabel", "[371]"},
                 {6355, "ftpPortLabel", "[370]"},
                 {6345, "ftpUserLabel", "[38280]"},
                 {6347, "ftpPasswordLabel", "[291]"},
@@ -68,15 +68,15 @@ TEST_F(DeviceDefinition, EveryControlHasItsNumberTextAndImage) {
     EXPECT_EQ(driver.control(label.id).name(), label.name);
     EXPECT_EQ(driver.text(label.id), label.text) << label.name;
   }
-  EXPECT_EQ(driver.control("advanced").image(), "OPTIONS-16.png");
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
-  EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  EXPECT_EQ(driver.image("advanced"), "OPTIONS-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
+  EXPECT_EQ(driver.image("cancel"), "CANCEL-16.png");
   const struct {
     int id;
     const char* name;
     int limit;
   } edits[] = {{6307, "name", 64},    {6313, "description", 128}, {6340, "identifier", 16},
-               {6308, "address", 64}, {6311, "socket", 5},        {6344, "ftpAddress", 64},
+               {6308, "address", 64}, {6311, "socket", 5},        {6343, "ftpAddress", 64},
                {6354, "ftpPort", 5},  {6346, "ftpUser", 64},      {6348, "ftpPassword", 64}};
   for (const auto& edit : edits) {
     EXPECT_EQ(driver.control(edit.id).name(), edit.name);
@@ -378,6 +378,17 @@ TEST_F(DeviceDefinition, AllNineParametersAreAppendedAsTyped) {
   XCBasicString more(u"a=b");
   EXPECT_TRUE(dialog.addUriParams(more, false));
   EXPECT_EQ(more.ToUtf8().substr(0, 11), "a=b&driver=");
+}
+
+TEST_F(DeviceDefinition, OfADeviceThatWasRemovedMeanwhileNoGroupIsMade) {
+  verifyEverything();
+  openExisting();
+  root()->RemoveChild(edited);
+  driver.type("description", "Gone");
+  driver.channel().replyWith(NodeFile);
+  driver.click("ok");
+  expectClosed(IDOK);
+  EXPECT_XML_EQ("<deviceGroups/>", root()->Node("deviceGroups"));
 }
 
 }  // namespace

@@ -44,8 +44,8 @@ TEST_F(NodeUpdate, OpensWithoutReadingAndNamesTheDevice) {
     EXPECT_EQ(driver.control(control.id).name(), control.name);
     EXPECT_EQ(driver.text(control.id), control.text) << control.name;
   }
-  EXPECT_EQ(driver.control("ok").image(), "OK-16.png");
-  EXPECT_EQ(driver.control("cancel").image(), "CANCEL-16.png");
+  EXPECT_EQ(driver.image("ok"), "OK-16.png");
+  EXPECT_EQ(driver.image("cancel"), "CANCEL-16.png");
   expectAllArranged(driver.dialog());
   EXPECT_EQ(driver.channel().count(), 0U);
 }
@@ -151,7 +151,7 @@ TEST_F(NodeUpdate, ClosesByBothButtonsAndChangesNothing) {
 TEST_F(NodeUpdate, TheOptionsPanelOffersItWithItsOwnImage) {
   driver.show<CDlgOptionsZelLampManager>(nullptr, &manager.driver);
   EXPECT_EQ(driver.text("generic1"), "[38473]");
-  EXPECT_EQ(driver.control("generic1").image(), "4527.png");
+  EXPECT_EQ(driver.image("generic1"), "4527.png");
   EXPECT_TRUE(driver.enabled("generic1") && driver.visible("generic1"));
 }
 
@@ -215,6 +215,17 @@ TEST_F(NodeUpdate, IsFoundByItsNameForADeviceThatHasADriver) {
   XmlDocument::XmlNode& element = *manager.element();
   element.SetValue("id", u"{unknown}");
   EXPECT_EQ(found->create(nullptr, &element, root()), nullptr);
+}
+
+TEST_F(NodeUpdate, OfADeviceThatWasRemovedMeanwhileNoGroupIsMade) {
+  openUpdate();
+  XmlDocument::XmlNode* device = manager.element();
+  XCMainCfg::Get().Root()->RemoveChild(device);
+  driver.channel().replyWith(list("<Node nodeId='n1'/>"));
+  driver.click("sync");
+  expectMessage("[38476]");
+  EXPECT_XML_EQ("<deviceGroups/>", root()->Node("deviceGroups"));
+  EXPECT_NE(device->Node("childDevices/childDevice"), nullptr) << "the dialog goes on";
 }
 
 }  // namespace

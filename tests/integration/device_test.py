@@ -124,6 +124,19 @@ class Declaring(unittest.TestCase):
         self.script.do("click", id="ok")
         self.assertEqual(self.script.do("click", id="ok")["top"]["kind"], "none")
 
+    def test_a_device_removed_under_its_dialogs_leaves_no_group(self):
+        for word, press in (("editor.updateNodes", "sync"), ("editor.modifyDevice", "ok")):
+            self.declare()
+            self.script.do(word, device="North")
+            self.script.do("editor.removeDevice", device="North")
+            answer = self.script.do("click", id=press)
+            while answer["top"]["kind"] == "message":
+                answer = self.script.do("answer", button=answer["top"]["buttons"][0])
+            if answer["top"]["kind"] == "dialog":
+                self.script.do("click", id="cancel")
+            self.assertIsNone(self.device())
+            self.assertIsNone(self.script.configuration().find("deviceGroups/groups/group"), word)
+
     def test_a_configuration_that_does_not_parse_is_refused_and_kept(self):
         self.script.end()
         self.configuration.mkdir(exist_ok=True)
