@@ -117,7 +117,9 @@ void restartProgram(const Options& options, int port) {
     }
     arguments.push_back(argument);
   }
-  arguments.insert(arguments.end(), {"--port", std::to_string(port), "--token", options.token});
+  arguments.insert(arguments.end(), {"--port", std::to_string(port)});
+  // One that came from a file is read there again; a command line can be seen by others.
+  if (!options.tokenIsSecret) arguments.insert(arguments.end(), {"--token", options.token});
   std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
@@ -173,8 +175,9 @@ int serve(const Options& options, Controller& controller, ControllerClock& clock
                     kFailure);
   }
   port = server.port();
-  std::cout << "listening on http://" << options.listen << ':' << server.port() << '\n'
-            << "control token " << options.token << std::endl;
+  std::cout << "listening on http://" << options.listen << ':' << server.port() << '\n';
+  if (!options.tokenIsSecret) std::cout << "control token " << options.token << '\n';
+  std::cout << std::flush;
   std::jthread clockWatch(
       [&](const std::stop_token& stop) { watchClock(stop, controller, keeper); });
   std::optional<Postman> postman;
@@ -223,6 +226,10 @@ int run(const std::vector<std::string>& arguments) {
   if (!options.authorities.empty() && ::access(options.authorities.c_str(), R_OK) != 0) {
     return complain("the certificates in " + options.authorities + " can't be read", kUsage);
   }
+  if (const std::string fault =
+          readToken(options, std::getenv("CREDENTIALS_DIRECTORY"), options.tokenIsSecret);
+      !fault.empty())
+    return complain(fault, kUsage);
   if (options.token.empty()) options.token = randomHex(4);
   const MachineTime time;
   ControllerClock clock(time);

@@ -1,8 +1,12 @@
 #include "controller/options.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <fstream>
 #include <functional>
 
 namespace lamp::controller {
@@ -107,6 +111,11 @@ std::string takeToken(const std::string& value, Options& options) {
   return value.size() >= kShortestToken && plain ? "" : "at least 8 letters and digits";
 }
 
+std::string takeTokenFile(const std::string& value, Options& options) {
+  options.tokenFile = value;
+  return value.empty() ? "the name of a file that holds the token" : "";
+}
+
 std::string takeDeliver(const std::string&, Options& options) {
   options.deliver = true;
   return "";
@@ -136,6 +145,8 @@ constexpr std::array kRules = {
     OptionRule{"--speed", "N", "seconds of the controller per second (1)", takeSpeed},
     OptionRule{"--fault", "NAME[:ARG]", "misbehave; may be given several times", takeFault},
     OptionRule{"--token", "TEXT", "token for /control/ (made at random)", takeToken},
+    OptionRule{"--token-file", "FILE", "file (0600) that holds the token; it is not printed then",
+               takeTokenFile},
     OptionRule{"--deliver", nullptr, "send reports by FTP and mail, ask the time server",
                takeDeliver},
     OptionRule{"--authorities", "FILE", "certificates that --deliver trusts (the system's)",
@@ -170,6 +181,33 @@ std::string parseOptions(const std::vector<std::string>& arguments, Options& opt
     const std::string expected = rule->take(value, options);
     if (!expected.empty()) return name + " is \"" + value + "\"; it must be " + expected;
   }
+  return "";
+}
+
+std::string readToken(Options& options, const char* credentials, bool& secret) {
+  secret = false;
+  std::string file = options.tokenFile;
+  if (file.empty() && options.token.empty() && credentials != nullptr) {
+    file = std::string(credentials) + "/control-token";
+    if (::access(file.c_str(), F_OK) != 0) return "";
+  }
+  if (file.empty()) return "";
+  if (!options.token.empty()) return "--token and --token-file exclude each other";
+  // Nothing that may wait, such as a pipe, and no file that others may read.
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    return "the token's file " + file + " can't be read";
+  if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+    return "the token's file " + file + " can be used by others; chmod 600 it";
+  std::ifstream lines(file);
+  std::string token;
+  std::getline(lines, token);
+  const std::string expected = takeToken(token, options);
+  if (!expected.empty()) {
+    options.token.clear();
+    return "the token in " + file + " must be " + expected;
+  }
+  secret = true;
   return "";
 }
 

@@ -27,7 +27,7 @@ MAY_SEE = {
 }
 THIRD_PARTY = {
     "host": ("pugixml.hpp",),
-    "controller": ("pugixml.hpp", "microhttpd.h", "nlohmann/", "curl/curl.h", "expat.h"),
+    "controller": ("pugixml.hpp", "microhttpd.h", "nlohmann/", "curl/curl.h", "expat.h", "zlib.h"),
     "workbench": ("curl/curl.h", "nlohmann/", "openssl/"),
     "automation": ("nlohmann/",),
 }

@@ -11,9 +11,9 @@ namespace {
 
 constexpr const char* kRoot = "lampController";
 constexpr const char* kFormat = "format";
-constexpr const char* kFormatNumber = "2";
-// The same document, written whole at every change and so without a journal.
-constexpr const char* kOldFormatNumber = "1";
+constexpr const char* kFormatNumber = "3";
+// The same document without a journal, and with every section as it is shown.
+constexpr const char* kOldFormats[] = {"1", "2"};
 constexpr const char* kId = "id";
 constexpr const char* kOffset = "clockOffset";
 
@@ -50,7 +50,7 @@ std::string Controller::loadState(std::string_view text) {
   const pugi::xml_node root = document.child(kRoot);
   if (!root) return std::string("its root is not <") + kRoot + ">";
   const std::string_view format = root.attribute(kFormat).value();
-  if (format != kFormatNumber && format != kOldFormatNumber) {
+  if (format != kFormatNumber && format != kOldFormats[0] && format != kOldFormats[1]) {
     return "it was written by another version of this program";
   }
   const std::lock_guard lock(mutex_);

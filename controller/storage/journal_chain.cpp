@@ -51,7 +51,7 @@ std::string readOne(Disk& disk, const fs::path& state, std::uint64_t number, Jou
 // meanwhile stands in the one before it. The one that the state names is never given up.
 void dropUnused(std::uint64_t first, std::vector<Journal>& journals, JournalChain& chain) {
   while (!journals.empty() && journals.back().number > first && journals.back().records() == 0 &&
-         !journals.back().scan.damagedInside) {
+         !journals.back().scan.damaged) {
     chain.abandoned.push_back(journals.back().path);
     journals.pop_back();
   }
@@ -73,7 +73,7 @@ std::string joinJournals(std::vector<Journal>& journals) {
       return damaged(journal);
     }
   }
-  return journals.back().scan.damagedInside ? damaged(journals.back()) : "";
+  return journals.back().scan.damaged ? damaged(journals.back()) : "";
 }
 
 std::string checkBeginning(const fs::path& state, const JournalName& first,

@@ -56,6 +56,31 @@ bool anyFrameAfter(std::string_view bytes, std::size_t at, std::uint64_t number)
   return false;
 }
 
+std::uint32_t checksumIn(const std::string& frame) {
+  std::uint32_t checksum = 0;
+  readField(std::string_view(frame).substr(kChecksumAt, kChecksumWidth), 16, checksum);
+  return checksum;
+}
+
+// Whether `rest` may be all that was written of a frame: the beginning of its line, or its line and
+// less than its payload. Where a file grew before its bytes came there are zeros.
+bool isBeginning(std::string_view rest, std::uint64_t number) {
+  if (rest.find_first_not_of('\0') == std::string_view::npos) return true;
+  char line[kLine];
+  std::snprintf(line, sizeof line, "R %010llu ", static_cast<unsigned long long>(number));
+  const std::string_view known(line);
+  if (!known.starts_with(rest.substr(0, known.size()))) return false;
+  if (rest.size() < kLine) return true;
+  std::uint64_t length = 0;
+  std::uint32_t checksum = 0;
+  if (!readField(rest.substr(kLengthAt, kNumberWidth), 10, length) ||
+      !readField(rest.substr(kChecksumAt, kChecksumWidth), 16, checksum) || rest[kLine - 1] != '\n')
+    return false;
+  const std::string_view payload = rest.substr(kLine);
+  // A frame that is whole but for its length says so by its checksum.
+  return length > payload.size() && checksumIn(journalFrame(number, payload)) != checksum;
+}
+
 }  // namespace
 
 std::string journalFrame(std::uint64_t number, std::string_view payload) {
@@ -78,7 +103,8 @@ JournalScan scanJournal(std::string_view bytes) {
   while (at < bytes.size()) {
     const std::optional<Frame> frame = frameAt(bytes, at);
     if (!frame || frame->number != scan.payloads.size()) {
-      scan.damagedInside = anyFrameAfter(bytes, at, scan.payloads.size());
+      scan.damaged = !isBeginning(bytes.substr(at), scan.payloads.size()) ||
+                     anyFrameAfter(bytes, at, scan.payloads.size());
       break;
     }
     scan.payloads.push_back(frame->payload);

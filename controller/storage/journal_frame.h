@@ -17,9 +17,9 @@ std::string journalFrame(std::uint64_t number, std::string_view payload);
 struct JournalScan {
   std::vector<std::string_view> payloads;  ///< of the whole frames, numbered from 0; parts of bytes
   std::uint64_t wholeBytes = 0;            ///< where the whole frames end
-  /// Whole frames follow behind bytes that are none: not the end of a write that was cut short,
-  /// which can only be the last thing in a journal, but damage.
-  bool damagedInside = false;
+  /// What stands behind the whole frames is no write that was cut short, of which only a beginning
+  /// is there, but damage.
+  bool damaged = false;
 };
 
 /// Finds the frames in the bytes of a journal, which must outlive the result.

@@ -120,17 +120,16 @@ std::string StateKeeper::compact() {
   if (file_.empty()) return "";
   const std::lock_guard compacting(compacting_);
   std::string state;
-  std::uint64_t generation = 0;
+  JournalName journal;
   {
     const std::lock_guard still(appending_);
     // The whole state no longer tells of commands that have something left to do.
     if (std::string fault = controller_.finishFiles(); !fault.empty()) return fault;
     if (std::string fault = storage_.beginJournal(); !fault.empty()) return fault;
-    generation = storage_.generation();
-    state = storage_.headLine();
+    journal = storage_.journal();
     controller_.printState(state);
   }
-  return storage_.writeState(state, generation);
+  return storage_.writeState(state, journal);
 }
 
 fs::path stateFileOf(const std::string& option) {

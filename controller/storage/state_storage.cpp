@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 
+#include "controller/storage/checksum.h"
 #include "controller/storage/journal_frame.h"
 #include "controller/storage/random_text.h"
 
@@ -14,6 +16,13 @@ namespace {
 // The state's first line is a processing instruction of XML: its document is none the wiser.
 constexpr std::string_view kLineBegin = "<?journal ";
 constexpr std::string_view kLineEnd = "?>\n";
+constexpr const char* kRestore = "; put back the files as they were saved together";
+
+std::string checksumText(std::string_view bytes) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(checksumOf(bytes)));
+  return text;
+}
 
 // Number 0 where the state was written without a journal.
 JournalName nameIn(std::string_view state) {
@@ -24,7 +33,18 @@ JournalName nameIn(std::string_view state) {
   const std::size_t blank = words.find(' ');
   std::from_chars(words.data(), words.data() + words.size(), name.number);
   if (blank != std::string_view::npos) name.tag = words.substr(blank + 1);
+  // A checksum of all that follows stands behind the tag, but for states of older programs.
+  name.tag = name.tag.substr(0, name.tag.find(' '));
   return name;
+}
+
+// Whether the state is as it was written.
+bool isWhole(std::string_view state) {
+  const std::size_t end = state.substr(0, 256).find(kLineEnd);
+  if (!state.starts_with(kLineBegin) || end == std::string_view::npos) return true;
+  const std::string_view line = state.substr(0, end);
+  if (std::count(line.begin(), line.end(), ' ') < 3) return true;
+  return line.substr(line.rfind(' ') + 1) == checksumText(state.substr(end + kLineEnd.size()));
 }
 
 std::string numbered(std::uint64_t count, const char* one, const char* many) {
@@ -43,6 +63,10 @@ std::string StateStorage::load(KeptState& kept) {
   JournalName first;
   if (kept.found) {
     if (std::string fault = disk_.read(file_, kept.state); !fault.empty()) return fault;
+    if (!isWhole(kept.state)) {
+      return file_.string() + " is damaged: its checksum is not that of what stands in it" +
+             kRestore;
+    }
     first = nameIn(kept.state);
   }
   std::string fault = readJournals(disk_, file_, first, kept.journal);
@@ -56,8 +80,9 @@ std::string StateStorage::load(KeptState& kept) {
                   journalPath(file_, kept.journal.last.number).string() +
                   " were never written whole and are cut off; they were not confirmed";
   } else if (first.number > 0 && !kept.journal.present) {
-    kept.notice = journalPath(file_, first.number).string() +
-                  " is missing; going on with the state as it was when it was last written whole";
+    return journalPath(file_, first.number).string() +
+           " is missing, and with it the changes that were confirmed since " + file_.string() +
+           " was written" + kRestore;
   }
   return "";
 }
@@ -124,12 +149,10 @@ std::string StateStorage::beginJournal() {
   return "";
 }
 
-std::string StateStorage::headLine() const {
-  return std::string(kLineBegin) + std::to_string(name_.number) + " " + name_.tag +
-         std::string(kLineEnd);
-}
-
-std::string StateStorage::writeState(std::string_view state, std::uint64_t generation) {
+std::string StateStorage::writeState(std::string_view document, const JournalName& journal) {
+  const std::string state = std::string(kLineBegin) + std::to_string(journal.number) + " " +
+                            journal.tag + " " + checksumText(document) + std::string(kLineEnd) +
+                            std::string(document);
   if (std::string fault = writeFileSafely(disk_, file_, beside_, state); !fault.empty()) {
     return fault;
   }
@@ -137,7 +160,7 @@ std::string StateStorage::writeState(std::string_view state, std::uint64_t gener
   std::vector<std::uint64_t> numbers;
   std::string fault = findJournals(disk_, file_, numbers);
   for (const std::uint64_t number : numbers) {
-    if (fault.empty() && number < generation) fault = disk_.remove(journalPath(file_, number));
+    if (fault.empty() && number < journal.number) fault = disk_.remove(journalPath(file_, number));
   }
   return fault;
 }

@@ -53,12 +53,11 @@ class StateStorage {
   /// Begins a new journal: what is appended from now on follows the state as it is now. Answers
   /// what went wrong, or an empty text; then appends go on as before.
   std::string beginJournal();
-  /// The line with which the state that belongs to the present journal has to begin.
-  std::string headLine() const;
-  /// The number of the present journal; 0 before the first.
-  std::uint64_t generation() const { return name_.number; }
-  /// Writes the state that belongs to the journal `generation` and removes the journals before it.
-  std::string writeState(std::string_view state, std::uint64_t generation);
+  /// The present journal; number 0 before the first.
+  const JournalName& journal() const { return name_; }
+  /// Writes the state that belongs to `journal`, with a checksum, and removes the journals before
+  /// it.
+  std::string writeState(std::string_view document, const JournalName& journal);
 
   bool hasJournal() const { return journal_ != nullptr; }
   /// How long the present journal and the state are, in bytes.

@@ -1,6 +1,11 @@
 #include "controller/options.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+#include "tests/controller/support/scratch_folder.h"
 
 namespace lamp::controller {
 namespace {
@@ -57,9 +62,46 @@ TEST(Options, SayWhatIsWrongAndWhatIsExpected) {
   }
 }
 
+TEST(Options, TheTokenMayComeFromAFileThatOthersCannotRead) {
+  const test::ScratchFolder folder;
+  const std::string file = (folder.path() / "control-token").string();
+  const auto read = [&](std::string token, std::string tokenFile, const char* credentials,
+                        bool& secret, std::string& fault) {
+    Options options;
+    options.token = std::move(token);
+    options.tokenFile = std::move(tokenFile);
+    fault = readToken(options, credentials, secret);
+    return options.token;
+  };
+  bool secret = false;
+  std::string fault;
+  std::ofstream(file) << "letters123\n";
+  ::chmod(file.c_str(), 0600);
+  const std::string credentials = folder.path().string();
+  EXPECT_EQ(read("", file, nullptr, secret, fault), "letters123") << fault;
+  EXPECT_TRUE(secret);
+  EXPECT_EQ(read("", "", credentials.c_str(), secret, fault), "letters123") << fault;
+  EXPECT_TRUE(secret);
+  EXPECT_EQ(read("given1234", "", credentials.c_str(), secret, fault), "given1234");
+  EXPECT_FALSE(secret);
+  EXPECT_EQ(read("", "", nullptr, secret, fault), "");
+  EXPECT_EQ(fault, "");
+  read("given1234", file, nullptr, secret, fault);
+  EXPECT_NE(fault.find("exclude"), std::string::npos);
+  read("", file + "x", nullptr, secret, fault);
+  EXPECT_NE(fault.find("can't be read"), std::string::npos);
+  ::chmod(file.c_str(), 0640);
+  EXPECT_EQ(read("", file, nullptr, secret, fault), "");
+  EXPECT_NE(fault.find("chmod 600"), std::string::npos);
+  ::chmod(file.c_str(), 0600);
+  std::ofstream(file) << "short";
+  read("", file, nullptr, secret, fault);
+  EXPECT_NE(fault.find("at least 8"), std::string::npos);
+}
+
 TEST(Options, TheHelpNamesEveryOption) {
   for (const char* name : {"--port", "--listen", "--id", "--nodes", "--seed", "--with-inputs",
-                           "--state", "--speed", "--fault", "--token", "--help"}) {
+                           "--state", "--speed", "--fault", "--token", "--token-file", "--help"}) {
     EXPECT_NE(helpText().find(name), std::string::npos) << name;
   }
 }

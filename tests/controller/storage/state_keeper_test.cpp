@@ -112,7 +112,7 @@ TEST(StateKeeper, ReadsAStateThatWasWrittenWithoutAJournal) {
   ControllerRig old;
   ASSERT_EQ(old.write("<E01 name=\"Old\"/>"), 200);
   std::string text = old.state();
-  text.replace(text.find("format=\"2\""), 10, "format=\"1\"");
+  text.replace(text.find("format=\"3\""), 10, "format=\"1\"");
   std::ofstream(folder.path() / "s.xml") << text;
   {
     KeptRig kept(folder.path() / "s.xml");
@@ -130,7 +130,7 @@ TEST(StateKeeper, RefusesAFileThatItCannotReadAndLeavesIt) {
                              "no xml",
                              "<other/>",
                              good.substr(0, good.size() / 2),
-                             "<lampController format=\"3\" id=\"x\"/>",
+                             "<lampController format=\"9\" id=\"x\"/>",
                              "<lampController format=\"1\" id=\"x\"/>",
                              "<lampController format=\"1\"/>"};
   for (const std::string& text : bad) {
@@ -204,6 +204,30 @@ TEST(StateKeeper, ChangesOfManyThreadsAreAllKept) {
       const std::string name = "c" + std::to_string(thread) + "x" + std::to_string(round);
       EXPECT_TRUE(general.attribute(name.c_str())) << name;
     }
+  }
+}
+
+TEST(StateKeeper, AFlippedBitAnywhereIsRefusedOrWithoutEffect) {
+  const ScratchFolder folder;
+  const std::filesystem::path file = folder.path() / "s.xml";
+  std::string state;
+  {
+    KeptRig kept(file);
+    ASSERT_EQ(kept.rig.write("<E01 name=\"Kept\"/>"), 200);
+    ASSERT_EQ(kept.rig.write("<E01 name=\"Flipped\"/>"), 200);
+    state = kept.rig.state();
+  }
+  for (const char* name : {"s.xml", "s.xml.journal-1"}) {
+    const std::filesystem::path path = folder.path() / name;
+    const std::string whole = contentOf(path);
+    for (std::size_t at = 0; at < whole.size(); at += name[5] == '.' ? 1 : 7) {
+      std::string flipped = whole;
+      flipped[at] = static_cast<char>(flipped[at] ^ (1 << at % 8));
+      std::ofstream(path, std::ios::binary) << flipped;
+      KeptRig again(file);
+      EXPECT_TRUE(!again.fault.empty() || again.rig.state() == state) << name << " at " << at;
+    }
+    std::ofstream(path, std::ios::binary) << whole;
   }
 }
 
