@@ -48,19 +48,35 @@ elseif(LAMP_SANITIZE)
   target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# Headers that a room's sources include anyway, parsed once. LAMP_PRECOMPILE=OFF compiles every
-# source on its own, which shows a header that a source forgot to include.
+# lamp_precompile(TARGET [HEADER...]) parses headers that the target's sources include anyway once.
+# Without a header of its own a target shares the standard library's with all others; with FROM OTHER
+# it takes those of a target that is compiled with the same options (-fPIE or -fPIC among them) and
+# whose definitions it has too. LAMP_PRECOMPILE=OFF compiles every source on its own, which shows a
+# header that a source forgot to include.
 option(LAMP_PRECOMPILE "Precompile the headers that most sources include" ON)
 set(LAMP_STANDARD_HEADERS <algorithm> <array> <chrono> <filesystem> <functional> <map> <memory>
   <optional> <string> <string_view> <unordered_map> <utility> <vector>)
 function(lamp_precompile target)
-  if(LAMP_PRECOMPILE)
+  if(NOT LAMP_PRECOMPILE)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 shared "" "FROM" "")
+  if(shared_FROM)
+    target_precompile_headers(${target} REUSE_FROM ${shared_FROM})
+  elseif(ARGN)
     target_precompile_headers(${target} PRIVATE ${LAMP_STANDARD_HEADERS} ${ARGN})
-    # ccache keeps objects of precompiled headers only with this.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      target_compile_options(${target} PRIVATE -fpch-preprocess)
-    else()
-      target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
-    endif()
+  else()
+    target_precompile_headers(${target} REUSE_FROM lamp_standard_headers)
+  endif()
+  # ccache keeps objects of precompiled headers only with this.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(${target} PRIVATE -fpch-preprocess)
+  else()
+    target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
   endif()
 endfunction()
+if(LAMP_PRECOMPILE)
+  add_library(lamp_standard_headers OBJECT "${CMAKE_CURRENT_LIST_DIR}/standard_headers.cpp")
+  target_link_libraries(lamp_standard_headers PRIVATE lamp_options)
+  lamp_precompile(lamp_standard_headers <string>)
+endif()

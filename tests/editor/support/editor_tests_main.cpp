@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
+
+#include "tests/main/run_tests.h"
 
 int main(int argc, char** argv) {
   // Listing the tests needs no platform, and running them no screen.
@@ -10,6 +10,5 @@ int main(int argc, char** argv) {
   const QTemporaryDir state;
   qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
   const QApplication application(argc, argv);
-  testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
+  return support::runTests(argc, argv);
 }

@@ -1,0 +1,1 @@
+// Nothing of its own: its target precompiles the standard headers for the others.
