@@ -12,7 +12,7 @@ build_packages=(
 )
 fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)
 test_packages=(
-  clang-format libgtest-dev libgmock-dev libxml2-dev procps valgrind openssl chromium
+  clang-format libgtest-dev libgmock-dev libxml2-dev libxml2-utils procps valgrind openssl chromium
   libcap2 libedit2 libgnutls30 libnettle8 libpam0g libseccomp2 libwrap0 libssl3
 )
 # Servers that the tests start themselves. They are unpacked, not installed: an installed one would
