@@ -64,8 +64,8 @@ class Registration {
         {number::CalendarSelection, XCDeviceCalendarSelectionZelLAMPManager::Template}};
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
-    module_.pages = {CDlgE01CfgZelLampManager::PageTable, CDlgE04CfgZelLampManager::PageTable,
-                     CDlgE05CfgZelLampManager::PageTable};
+    module_.pages = {CDlgE01CfgZelLampManager::PageTable, CDlgE02CfgZelLampManager::PageTable,
+                     CDlgE04CfgZelLampManager::PageTable, CDlgE05CfgZelLampManager::PageTable};
     host::registerModule(module_);
   }
   Registration(const Registration&) = delete;

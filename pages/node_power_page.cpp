@@ -48,7 +48,7 @@ host::PageDescription makeTable() {
                      .label = 6525,
                      .rule = lamp::numberBetween(Power, PowerCaption, LowestPower, HighestPower)}},
        .sendsAbsentAsEmpty = true,
- .visit = host::CheckVisit::everyRow}};
+       .visit = host::CheckVisit::everyRow}};
   return page;
 }
 

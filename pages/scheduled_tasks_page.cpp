@@ -1,80 +1,51 @@
 #include "pages/scheduled_tasks_page.h"
 
 #include "exchange/template_numbers.h"
-#include "pages/binding/character_choice.h"
+#include "pages/binding/choice_list.h"
+#include "pages/binding/row_page.h"
 #include "pages/scheduled_task.h"
 #include "pages/task_list.h"
+#include "pages/task_table.h"
 
 using host::TextId;
 using Node = XmlDocument::XmlNode;
 using Page = CDlgE02CfgZelLampManager;
+namespace Id = lamp::task_control;
 namespace layout = host::layout;
 namespace task_name = lamp::task_name;
 
 namespace {
 
-enum Id {
-  TasksGroup = host::privateId(0),
-  Tasks,
-  NewTask,
-  DeleteTask,
-  ParametersGroup,
-  NumberLabel,
-  Number,
-  StartLabel,
-  Start,
-  PriorityLabel,
-  Priority,
-  FillHolesLabel,
-  FillHoles,
-  PeriodGroup,
-  MonthsLabel,
-  DaysLabel,
-  HoursLabel,
-  MinutesLabel,
-  Months,
-  Days,
-  Hours,
-  Minutes,
-  ActionsGroup,
-  Actions,
-  NewAction,
-  DeleteAction,
-  RequestLabel,
-  Request,
-  SendLabel,
-  Send,
-  StoreLabel,
-  Store,
-};
-
 constexpr int ListWidth = 480;
-constexpr int LowestPriority = 3;
-constexpr int LargestPeriod[] = {12, 31, 23, 59};  // of the period's lists, from the months on
-constexpr int TaskChoices[] = {Priority, FillHoles, Months, Days, Hours, Minutes};
-constexpr int TaskControls[] = {DeleteTask, Start,     Priority,     FillHoles, Months, Days, Hours,
-                                Minutes,    NewAction, DeleteAction, Request,   Send,   Store};
 
-struct Report {
-  int section;
-  TextId name;
-};
-constexpr Report Reports[] = {
-    {3, TextId::ReportNodeList}, {9, TextId::ReportAlarms}, {15, TextId::ReportUsage}};
-
-XCBasicString requestOf(int section) {
-  return XCBasicString::Format(u"L%02d", section);
+const host::RowSet& tasks() {
+  return CDlgE02CfgZelLampManager::PageTable().rows.front();
+}
+const host::RowSet& actions() {
+  return tasks().within.front();
 }
 
-lamp::PeriodPart partOf(int comboId) {
-  return static_cast<lamp::PeriodPart>(comboId - Id::Months);
+const host::Binding& bindingOf(const host::RowSet& rows, int control) {
+  for (const host::Binding& binding : rows.bindings)
+    if (binding.control == control) return binding;
+  return rows.bindings.front();
+}
+
+// The labels and the entries of some of a task's values, in tab order.
+std::vector<host::ControlSpec> taskControls(std::initializer_list<int> controls) {
+  std::vector<host::Binding> bindings;
+  for (const int control : controls) bindings.push_back(bindingOf(tasks(), control));
+  return lamp::controlsOf(bindings);
 }
 
 }  // namespace
 
+const host::PageDescription& CDlgE02CfgZelLampManager::PageTable() {
+  return lamp::taskTable();
+}
+
 CDlgE02CfgZelLampManager::CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::template_number::ScheduledTasks, lamp::section::TasksRead, driver, parent),
-      copy_(lamp::section::TasksRead),
+    : DocumentPage(lamp::template_number::ScheduledTasks, PageTable(), driver, parent),
       rows_(*this, Id::Tasks,
             {{Id::Number, task_name::Number},
              {Id::Start, std::nullopt, lamp::taskStart, lamp::setTaskStart}}) {}
@@ -82,38 +53,30 @@ CDlgE02CfgZelLampManager::CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* paren
 host::DialogTemplate CDlgE02CfgZelLampManager::Template() {
   constexpr const char* NewImage = "NEW-16.png";
   constexpr const char* DeleteImage = "REMOVE-16.png";
-  return {
-      lamp::template_number::ScheduledTasks,
-      "CDlgE02CfgZelLampManager",
-      "E02",
-      {host::group(Id::TasksGroup, "tasksGroup", TextId::ScheduledTasks),
-       host::singleSelectList(Id::Tasks, "tasks"),
-       host::button(Id::NewTask, "newTask", TextId::New, NewImage),
-       host::disabled(host::button(Id::DeleteTask, "deleteTask", TextId::Delete, DeleteImage)),
-       host::group(Id::ParametersGroup, "parametersGroup", TextId::Parameters),
-       host::label(Id::NumberLabel, "numberLabel", TextId::Identifier),
-       host::readOnlyEdit(Id::Number, "number"),
-       host::label(Id::StartLabel, "startLabel", TextId::Start), host::edit(Id::Start, "start"),
-       host::label(Id::PriorityLabel, "priorityLabel", TextId::Priority),
-       host::combo(Id::Priority, "priority"),
-       // Kept up to date but never shown.
-       host::hidden(host::label(Id::FillHolesLabel, "fillHolesLabel", TextId::FillHoles)),
-       host::hidden(host::combo(Id::FillHoles, "fillHoles")),
-       host::group(Id::PeriodGroup, "periodGroup", TextId::Period),
-       host::label(Id::MonthsLabel, "monthsLabel", TextId::Months),
-       host::combo(Id::Months, "months"), host::label(Id::DaysLabel, "daysLabel", TextId::Days),
-       host::combo(Id::Days, "days"), host::label(Id::HoursLabel, "hoursLabel", TextId::Hours),
-       host::combo(Id::Hours, "hours"),
-       host::label(Id::MinutesLabel, "minutesLabel", TextId::Minutes),
-       host::combo(Id::Minutes, "minutes"),
-       host::group(Id::ActionsGroup, "actionsGroup", TextId::Actions),
-       host::singleSelectList(Id::Actions, "actions"),
-       host::disabled(host::button(Id::NewAction, "newAction", TextId::New, NewImage)),
-       host::disabled(host::button(Id::DeleteAction, "deleteAction", TextId::Delete, DeleteImage)),
-       host::label(Id::RequestLabel, "requestLabel", TextId::Request),
-       host::combo(Id::Request, "request"), host::label(Id::SendLabel, "sendLabel", TextId::Send),
-       host::combo(Id::Send, "send"), host::label(Id::StoreLabel, "storeLabel", TextId::Store),
-       host::combo(Id::Store, "store"), host::okButton(), host::cancelButton()}};
+  host::DialogTemplate dialog{
+      lamp::template_number::ScheduledTasks, "CDlgE02CfgZelLampManager", "E02",
+      lamp::joined(
+          {{host::group(Id::TasksGroup, "tasksGroup", TextId::ScheduledTasks),
+            host::singleSelectList(Id::Tasks, "tasks"),
+            host::button(Id::NewTask, "newTask", TextId::New, NewImage),
+            host::disabled(host::button(Id::DeleteTask, "deleteTask", TextId::Delete, DeleteImage)),
+            host::group(Id::ParametersGroup, "parametersGroup", TextId::Parameters)},
+           taskControls({Id::Number, Id::Start, Id::Priority, Id::FillHoles}),
+           {host::group(Id::PeriodGroup, "periodGroup", TextId::Period)},
+           taskControls({Id::Months, Id::Days, Id::Hours, Id::Minutes}),
+           {host::group(Id::ActionsGroup, "actionsGroup", TextId::Actions),
+            host::singleSelectList(Id::Actions, "actions"),
+            host::disabled(host::button(Id::NewAction, "newAction", TextId::New, NewImage)),
+            host::disabled(
+                host::button(Id::DeleteAction, "deleteAction", TextId::Delete, DeleteImage))},
+           lamp::controlsOf(actions().bindings),
+           {host::okButton(), host::cancelButton()}})};
+  for (host::ControlSpec& control : dialog.controls) {
+    if (control.id == Id::Number) control.readOnly = true;
+    // Kept up to date but never shown.
+    if (control.id == Id::FillHoles || control.id == Id::FillHolesLabel) control.visible = false;
+  }
+  return dialog;
 }
 
 const host::MessageMap* CDlgE02CfgZelLampManager::GetMessageMap() const {
@@ -139,13 +102,15 @@ const host::MessageMap* CDlgE02CfgZelLampManager::GetMessageMap() const {
 
 bool CDlgE02CfgZelLampManager::OnInitDialog() {
   SetWindowText(XCLoadString(TextId::ScheduledTasks));
+  lamp::showCaptions(*this, tasks().bindings);
+  lamp::showCaptions(*this, actions().bindings);
   List(Id::Tasks).setColumns(lamp::taskColumns());
   List(Id::Actions).setColumns(lamp::actionColumns());
-  copy_.take(Document());
-  fillChoices();
+  lamp::fillTaskChoices(*this);
+  const bool chooseFocus = DocumentPage::OnInitDialog();
   showNoTask();
   fillTasks(0);
-  return SettingsPage::OnInitDialog();
+  return chooseFocus;
 }
 
 void CDlgE02CfgZelLampManager::Layout() {
@@ -181,21 +146,6 @@ void CDlgE02CfgZelLampManager::Layout() {
        layout::okCancelRow()}));
 }
 
-void CDlgE02CfgZelLampManager::fillChoices() {
-  for (int priority = 1; priority <= LowestPriority; ++priority)
-    Combo(Id::Priority).addItem(host::decimal(priority), priority);
-  for (int combo = Id::Months; combo <= Id::Minutes; ++combo)
-    for (int number = 0; number <= LargestPeriod[combo - Id::Months]; ++number)
-      Combo(combo).addItem(host::decimal(number), number);
-  for (const Report& report : Reports)
-    Combo(Id::Request)
-        .addItem(requestOf(report.section) + u": " + XCLoadString(report.name), report.section);
-  for (const int combo : {int(Id::FillHoles), int(Id::Send), int(Id::Store)}) {
-    Combo(combo).addItem(XCLoadString(TextId::TaskNo), u'N');
-    Combo(combo).addItem(XCLoadString(TextId::TaskYes), u'Y');
-  }
-}
-
 // --- what is selected
 
 Node* CDlgE02CfgZelLampManager::selectedElement(int listId) const {
@@ -207,31 +157,41 @@ Node* CDlgE02CfgZelLampManager::selectedElement(int listId) const {
 void CDlgE02CfgZelLampManager::enableTaskControls() {
   const bool any = List(Id::Tasks).rowCount() > 0;
   const XCBasicString reason = any ? XCBasicString() : XCLoadString(TextId::NoTask);
-  for (const int control : TaskControls) GetDlgItem(control).setEnabled(any, reason);
+  for (const int button : {Id::DeleteTask, Id::NewAction, Id::DeleteAction})
+    GetDlgItem(button).setEnabled(any, reason);
+  for (const host::RowSet* rows : {&tasks(), &actions()})
+    for (const host::Binding& binding : rows->bindings)
+      if (binding.control != Id::Number) GetDlgItem(binding.control).setEnabled(any, reason);
 }
 
 void CDlgE02CfgZelLampManager::showNoTask() {
   enableTaskControls();
-  for (const int edit : {int(Id::Number), int(Id::Start)}) SetDlgItemText(edit, u"");
-  for (const int combo : TaskChoices) Combo(combo).select(std::nullopt);
+  for (const int edit : {Id::Number, Id::Start}) SetDlgItemText(edit, u"");
+  showChoices(tasks(), nullptr);
   List(Id::Actions).clearRows();
-  OnActionSelected();
+  showChoices(actions(), nullptr);
 }
 
 void CDlgE02CfgZelLampManager::fillTasks(std::size_t selectedRow) {
-  if (copy_.section() == nullptr) return;
-  rows_.fill(copy_.section(), lamp::isListedTask, selectedRow);
+  if (Copy().section() == nullptr) return;
+  rows_.fill(Copy().section(), lamp::isListedTask, selectedRow);
   // Of a task that is there the selection's notice has shown the values.
   if (List(Id::Tasks).rowCount() == 0) showNoTask();
 }
 
 void CDlgE02CfgZelLampManager::refillKeeping(const Node& task) {
   std::size_t row = 0;
-  for (const Node& other : copy_.section()->Children()) {
+  for (const Node& other : Copy().section()->Children()) {
     if (&other == &task) break;
     if (lamp::isListedTask(other)) ++row;
   }
   fillTasks(row);
+}
+
+void CDlgE02CfgZelLampManager::showChoices(const host::RowSet& rows, const Node* element) {
+  for (const host::Binding& binding : rows.bindings)
+    if (binding.kind == host::ValueKind::choice)
+      lamp::showChoice(Combo(binding.control), binding, element);
 }
 
 void CDlgE02CfgZelLampManager::OnTaskSelected() {
@@ -239,64 +199,43 @@ void CDlgE02CfgZelLampManager::OnTaskSelected() {
   if (task == nullptr) return;
   enableTaskControls();
   rows_.selectionChanged();
-  Combo(Id::Priority).selectData(task->attribute(task_name::Priority).toInt());
-  lamp::selectCharacter(Combo(Id::FillHoles), task->getAttribute(task_name::FillHoles));
-  for (int combo = Id::Months; combo <= Id::Minutes; ++combo)
-    Combo(combo).select(lamp::taskPeriod(*task, partOf(combo)));
+  showChoices(tasks(), task);
   showActions(*task);
 }
 
 void CDlgE02CfgZelLampManager::showActions(const Node& task) {
-  host::ListControl& actions = List(Id::Actions);
-  actions.clearRows();
+  host::ListControl& list = List(Id::Actions);
+  list.clearRows();
   for (Node* child = task.FirstChild(); child != nullptr; child = child->NextSibling())
-    if (child->TagName() == task_name::Action) actions.addRow({child});
-  if (actions.rowCount() < 2)
+    if (actions().isRow(*child)) list.addRow({child});
+  if (list.rowCount() < 2)
     GetDlgItem(Id::DeleteAction).setEnabled(false, XCLoadString(TextId::LastActionStays));
   OnActionSelected();
 }
 
 void CDlgE02CfgZelLampManager::OnActionSelected() {
-  const Node* action = selectedElement(Id::Actions);
-  const auto value = [action](host::XmlName attribute) {
-    return action == nullptr ? XCBasicString() : action->getAttribute(attribute);
-  };
-  Combo(Id::Request).select(std::nullopt);
-  for (const Report& report : Reports)
-    if (value(task_name::Request) == requestOf(report.section))
-      Combo(Id::Request).selectData(report.section);
-  lamp::selectCharacter(Combo(Id::Send), value(task_name::Send));
-  lamp::selectCharacter(Combo(Id::Store), value(task_name::Store));
+  showChoices(actions(), selectedElement(Id::Actions));
 }
 
 // --- edits
 
 void CDlgE02CfgZelLampManager::OnTaskChoice(int comboId) {
-  Node* task = selectedElement(Id::Tasks);
-  const host::ComboControl& combo = Combo(comboId);
-  const std::optional<int> chosen = combo.selectedData();
-  if (task == nullptr || !chosen) return;
-  if (comboId == Id::Priority)
-    task->setAttribute(task_name::Priority, host::decimal(*chosen));
-  else if (comboId == Id::FillHoles)
-    task->setAttribute(task_name::FillHoles, *lamp::selectedCharacter(combo));
-  else
-    lamp::setTaskPeriod(*task, partOf(comboId), *chosen);
-  List(Id::Tasks).cellsChanged();
+  choose(tasks(), comboId, selectedElement(Id::Tasks));
 }
 
 void CDlgE02CfgZelLampManager::OnActionChoice(int comboId) {
   Node* action = selectedElement(Id::Actions);
   // Without an action there is nothing to edit: the lists go back to showing nothing.
   if (action == nullptr) return OnActionSelected();
-  const host::ComboControl& combo = Combo(comboId);
-  if (!combo.selected()) return;
-  if (comboId == Id::Request)
-    action->setAttribute(task_name::Request, requestOf(*combo.selectedData()));
-  else
-    action->setAttribute(comboId == Id::Send ? task_name::Send : task_name::Store,
-                         *lamp::selectedCharacter(combo));
+  choose(actions(), comboId, action);
   List(Id::Actions).cellsChanged();
+}
+
+void CDlgE02CfgZelLampManager::choose(const host::RowSet& rows, int comboId, Node* element) {
+  const host::Binding& binding = bindingOf(rows, comboId);
+  const auto value = lamp::chosenValue(Combo(comboId), binding);
+  if (element == nullptr || !value) return;
+  binding.put(*element, *value);
   List(Id::Tasks).cellsChanged();
 }
 
@@ -311,7 +250,7 @@ void CDlgE02CfgZelLampManager::OnActionKey(host::Key key) {
 }
 
 void CDlgE02CfgZelLampManager::OnNewTask() {
-  Node* section = copy_.section();
+  Node* section = Copy().section();
   if (section == nullptr) return;
   lamp::appendTask(*section, XCDateTime::LTC());
   fillTasks(List(Id::Tasks).rowCount());
@@ -320,12 +259,11 @@ void CDlgE02CfgZelLampManager::OnNewTask() {
 void CDlgE02CfgZelLampManager::OnDeleteTask() {
   Node* task = selectedElement(Id::Tasks);
   if (task == nullptr) return;
-  const Node* read = lamp::sectionOf(copy_.untouched(), lamp::section::TasksRead);
   // The controller deletes a task of its own when the period comes back empty.
-  if (lamp::holdsTask(read, task->getAttribute(task_name::Number)))
+  if (lamp::holdsTask(Untouched(), task->getAttribute(task_name::Number)))
     task->setAttribute(task_name::Period, u"");
   else
-    copy_.section()->RemoveChild(task);
+    Copy().section()->RemoveChild(task);
   fillTasks(0);
 }
 
@@ -342,23 +280,4 @@ void CDlgE02CfgZelLampManager::OnDeleteAction() {
   if (task == nullptr || action == nullptr || lamp::actionCount(*task) < 2) return;
   task->RemoveChild(action);
   refillKeeping(*task);
-}
-
-// --- OK
-
-// Looks at the rows alone: the edit that gets the focus shows the selected task, whichever it is.
-bool CDlgE02CfgZelLampManager::Validate() {
-  const host::ListControl& tasks = List(Id::Tasks);
-  for (std::size_t row = 0; row < tasks.rowCount(); ++row) {
-    if (!lamp::taskStart(*tasks.element(row)).IsEmpty()) continue;
-    MessageBox(TextId::FieldInvalid);
-    FocusAndSelectAll(Id::Start);
-    return false;
-  }
-  return true;
-}
-
-bool CDlgE02CfgZelLampManager::Write() {
-  if (!copy_.changed()) return true;
-  return copy_.prepareWrite(Document(), lamp::section::TasksWrite) != nullptr && writeCfg(false);
 }

@@ -1,24 +1,20 @@
 #pragma once
 
+#include "pages/binding/document_page.h"
 #include "pages/binding/row_editor.h"
-#include "pages/binding/settings_page.h"
-#include "pages/binding/working_copy.h"
 
 /// The controller's periodic tasks and the actions of each. Every edit goes into a working copy of
 /// the section at once; the whole section goes back.
-class CDlgE02CfgZelLampManager : public lamp::SettingsPage {
+class CDlgE02CfgZelLampManager : public lamp::DocumentPage {
  public:
   CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* parent);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable();
 
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
-
- protected:
-  bool Validate() override;
-  bool Write() override;
 
  private:
   void OnTaskSelected();
@@ -34,13 +30,13 @@ class CDlgE02CfgZelLampManager : public lamp::SettingsPage {
   void OnDeleteAction();
 
   XmlDocument::XmlNode* selectedElement(int listId) const;
-  void fillChoices();
   void fillTasks(std::size_t selectedRow);
   void refillKeeping(const XmlDocument::XmlNode& task);
   void enableTaskControls();
   void showNoTask();
   void showActions(const XmlDocument::XmlNode& task);
+  void showChoices(const host::RowSet& rows, const XmlDocument::XmlNode* element);
+  void choose(const host::RowSet& rows, int comboId, XmlDocument::XmlNode* element);
 
-  lamp::WorkingCopy copy_;
   lamp::RowEditor rows_;
 };

@@ -43,6 +43,11 @@ void Binding::put(Node& element, const XCBasicString& value) const {
     element.setAttribute(attributes.front(), value);
 }
 
+XCBasicString Binding::entryValue(int data) const {
+  if (valueOfEntry) return valueOfEntry(data);
+  return XCBasicString(std::u16string(1, static_cast<char16_t>(data)));
+}
+
 bool Binding::isIn(const Node& element) const {
   return std::any_of(attributes.begin(), attributes.end(),
                      [&](XmlName attribute) { return element.hasAttribute(attribute); });

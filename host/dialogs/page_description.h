@@ -90,6 +90,8 @@ struct HOST_API Binding {
   /// The value as its edit shows it, empty where the element lacks it.
   XCBasicString valueIn(const Node& element) const;
   void put(Node& element, const XCBasicString& value) const;
+  /// The value of the entry with some data of its drop-down list.
+  XCBasicString entryValue(int data) const;
   /// Whether the element has one of the value's attributes.
   bool isIn(const Node& element) const;
   /// The texts of its attributes themselves, joined by ":".

@@ -1,7 +1,7 @@
 #include "pages/binding/field_page.h"
 
 #include "exchange/exchange_frame.h"
-#include "pages/binding/character_choice.h"
+#include "pages/binding/choice_list.h"
 #include "pages/binding/row_page.h"
 
 namespace lamp {
@@ -24,7 +24,7 @@ void fillChoices(host::ComboControl& combo, const Binding& field) {
 
 // What a control holds as its field is sent; none for a list without a chosen entry.
 std::optional<XCBasicString> valueOn(const XCBaseDlg& dialog, const Binding& field) {
-  if (field.kind == ValueKind::choice) return selectedCharacter(dialog.Combo(field.control));
+  if (field.kind == ValueKind::choice) return chosenValue(dialog.Combo(field.control), field);
   return dialog.GetDlgItemText(field.control);
 }
 
@@ -53,7 +53,7 @@ void FieldSet::fill(const Node* section) const {
     if (choice) fillChoices(dialog_.Combo(field.control), field);
     if (section == nullptr || field.writeOnly) continue;
     if (choice)
-      selectCharacter(dialog_.Combo(field.control), field.valueIn(*section));
+      showChoice(dialog_.Combo(field.control), field, section);
     else
       dialog_.SetDlgItemText(field.control, field.valueIn(*section));
   }

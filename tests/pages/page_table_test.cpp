@@ -6,6 +6,7 @@
 #include "pages/general_settings_page.h"
 #include "pages/node_power_page.h"
 #include "pages/node_table_page.h"
+#include "pages/scheduled_tasks_page.h"
 #include "workbench/pages/section_compare.h"
 
 namespace {
@@ -25,6 +26,10 @@ constexpr Sample Samples[] = {
     {"GeneralSettings", CDlgE01CfgZelLampManager::Template, CDlgE01CfgZelLampManager::PageTable,
      R"(<L01 Fh="1" other="x" IPNTP="a" FTPPwd="p" TimeZone="0" name=""/>)",
      R"(<L01 Fh="1" other="x" IPNTP="" FTPPwd="q" TimeZone="4" name="N" RetryFtp="3"/>)"},
+    {"ScheduledTasks", CDlgE02CfgZelLampManager::Template, CDlgE02CfgZelLampManager::PageTable,
+     R"(<L02 Fh="1"><TP TpTar="1" TpHi="a" TpPer="b"/><TP TpTar="2" TpPer="c"><TpPro z="1"/></TP></L02>)",
+     R"(<L02 Fh="1"><TP TpTar="1" TpHi="A" TpPer="B"/><TP TpTar="2" TpPer="c"><TpPro z="1"/><TpPro
+        TpReq="L03"/></TP><TP TpTar="3" TpPer="d"/></L02>)"},
     {"NodeTable", CDlgE04CfgZelLampManager::Template, CDlgE04CfgZelLampManager::PageTable,
      R"(<L04 Fh="1" v="2"><Node nodeId="1" Reference="a"/><X/><Node nodeId="2"/></L04>)",
      R"(<L04 Fh="1" v="2"><Node nodeId="1" Reference="b" latitude="3"/><X/><Node nodeId="2"/></L04>)"},

@@ -327,7 +327,7 @@ class Entry {
   Outcome enter(host::Control& control, const Binding& binding, const XCBasicString& value) {
     if (auto* combo = dynamic_cast<host::ComboControl*>(&control)) {
       for (std::size_t item = 0; item < combo->items().size(); ++item)
-        if (entryValue(binding, combo->items()[item].data) == value)
+        if (binding.entryValue(combo->items()[item].data) == value)
           return user_.choose(*combo, item);
       return Outcome::refused("there is no such choice");
     }
@@ -336,15 +336,10 @@ class Entry {
     return user_.type(control, value);
   }
 
-  static XCBasicString entryValue(const Binding& binding, int data) {
-    return binding.valueOfEntry ? binding.valueOfEntry(data)
-                                : XCBasicString(std::u16string(1, static_cast<char16_t>(data)));
-  }
-
   static XCBasicString valueOn(const host::Control& control, const Binding& binding) {
     if (const auto* combo = dynamic_cast<const host::ComboControl*>(&control)) {
       const auto data = combo->selectedData();
-      return data ? entryValue(binding, *data) : XCBasicString();
+      return data ? binding.entryValue(*data) : XCBasicString();
     }
     if (const auto* check = dynamic_cast<const host::CheckControl*>(&control))
       return check->isOn() ? u"Y" : u"N";

@@ -146,7 +146,8 @@ class Comparison {
       const std::string name(host::xmlNameText(attribute.id()));
       XCBasicString value = binding ? *textOf(*binding, &row) : row.attributeText(i).toString();
       ValueChange change{
-          identity, name, binding ? captionOf(*binding) : XCBasicString::FromUtf8(name), {}, {}};
+          identity, name, binding ? captionOf(*binding) : XCBasicString::FromUtf8(name),
+          {},       {},   isNew ? ValueChange::Kind::added : ValueChange::Kind::gone};
       (isNew ? change.after : change.before) = std::move(value);
       changes_.push_back(std::move(change));
     }
