@@ -9,10 +9,8 @@
 #include "host/ui/user_input.h"
 
 namespace automation {
-namespace {
 
 using host::Control;
-using host::UserInput;
 
 Control& controlOf(const XCBaseDlg& dialog, const Command& command) {
   const auto id = command.control();
@@ -30,6 +28,10 @@ Control& controlOf(const XCBaseDlg& dialog, const Command& command) {
   if (found == nullptr) throw Refusal("the dialog has no control \"" + name + "\"");
   return *found;
 }
+
+namespace {
+
+using host::UserInput;
 
 template <class Kind>
 Kind& controlOf(const XCBaseDlg& dialog, const Command& command, const char* kind) {

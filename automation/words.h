@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "automation/command.h"
+#include "host/dialogs/base_dlg.h"
 
 namespace automation {
 
@@ -17,6 +18,9 @@ Word findWindowWord(std::string_view name);
 Word findPageWord(std::string_view name);
 /// The words "editor.*", which work whatever is in front.
 Word findEditorWord(std::string_view name);
+
+/// The control that a command's "id" names in a dialog; a Refusal when there is none.
+host::Control& controlOf(const XCBaseDlg& dialog, const Command& command);
 
 /// Executes a command; a Refusal for a word that nobody knows.
 void executeWord(Session& session, const Command& command);

@@ -203,6 +203,11 @@ void CDlgE02CfgZelLampManager::OnTaskSelected() {
   showActions(*task);
 }
 
+void CDlgE02CfgZelLampManager::Refresh() {
+  List(Id::Tasks).cellsChanged();
+  OnTaskSelected();
+}
+
 void CDlgE02CfgZelLampManager::showActions(const Node& task) {
   host::ListControl& list = List(Id::Actions);
   list.clearRows();

@@ -15,6 +15,7 @@ class CDlgE02CfgZelLampManager : public lamp::DocumentPage {
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
+  void Refresh() override;
 
  private:
   void OnTaskSelected();

@@ -138,6 +138,7 @@ host::PageDescription makeTable() {
   page.rows = {{.places = {{.list = Tasks}},
                 .identity = taskNumber,
                 .bindings = taskValues(),
+                .identityName = "TpTar",
                 .within = {{.places = {{.list = Actions}},
                             .isRow = isAction,
                             .bindings = actionValues(),

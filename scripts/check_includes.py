@@ -28,7 +28,7 @@ MAY_SEE = {
 THIRD_PARTY = {
     "host": ("pugixml.hpp",),
     "controller": ("pugixml.hpp", "microhttpd.h", "nlohmann/", "curl/curl.h", "expat.h", "zlib.h"),
-    "workbench": ("curl/curl.h", "nlohmann/", "openssl/"),
+    "workbench": ("curl/curl.h", "nlohmann/", "openssl/", "pcre2.h"),
     "automation": ("nlohmann/",),
 }
 # Headers of the C++ standard library and of POSIX have no folder and no upper case.

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 build_packages=(
   g++ cmake ninja-build pkg-config ccache python3 git librsvg2-bin curl
   libpugixml-dev libcurl4-openssl-dev libssl-dev nlohmann-json3-dev
-  libexpat1-dev libmicrohttpd-dev zlib1g-dev
+  libexpat1-dev libpcre2-dev libmicrohttpd-dev zlib1g-dev
   qt6-base-dev libgl1-mesa-dev fonts-dejavu-core
 )
 fuzz_packages=(clang libclang-rt-dev llvm libxml2-dev)

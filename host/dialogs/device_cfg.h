@@ -24,13 +24,15 @@ class HOST_API XCBaseDeviceCfg : public XCBaseDlg {
   /// the device's element, an empty port with its default.
   bool addUriParams(XCBasicString& uri, bool first) override;
 
+  /// The device's element in the configuration, null where it has none. Not owned.
+  XmlDocument::XmlNode* Device() const { return device_; }
+
  protected:
   /// Shows the page without reading anything.
   int ShowModal() { return XCBaseDlg::DoModal(); }
 
   XmlDocument& Document() { return document_; }
   XCDriver& Driver() const { return *driver_; }
-  XmlDocument::XmlNode* Device() const { return device_; }
 
  private:
   XmlDocument document_;

@@ -126,6 +126,8 @@ struct RowSet {
   /// behind the parent's identity and "/".
   std::function<XCBasicString(const Node&)> identity = nullptr;
   std::vector<Binding> bindings = {};
+  /// What a table calls the identity.
+  std::string_view identityName = "Id";
   /// Rows that lie in a row of this set.
   std::vector<RowSet> within = {};
   /// For rows that wander between places: the value that tells where they are.
@@ -194,6 +196,8 @@ class HOST_API EditedPage {
   virtual std::vector<OrderedValue> Ordered() const { return {}; }
   /// What OK would say of the activation date; empty when it is good, or there is none.
   virtual XCBasicString DateFault() const { return {}; }
+  /// Shows rows anew whose elements were changed from outside, and their values in the edits.
+  virtual void Refresh() {}
 };
 
 }  // namespace host

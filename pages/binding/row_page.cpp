@@ -43,6 +43,13 @@ void RowPage::FillLists() {
     editors_[set].fill(Copy().section(), Description().rows[set].isRow, 0);
 }
 
+void RowPage::Refresh() {
+  for (RowEditor& rows : editors_) {
+    rows.list().cellsChanged();
+    rows.selectionChanged();
+  }
+}
+
 void RowPage::OnSelectionChanged(int listId) {
   for (std::size_t set = 0; set < editors_.size(); ++set)
     if (Description().rows[set].places.front().list == listId) editors_[set].selectionChanged();

@@ -19,6 +19,7 @@ class RowPage : public DocumentPage {
   /// Shows the captions and the rows, the first row of each list selected.
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override { return &map_; }
+  void Refresh() override;
 
  protected:
   /// Fills the lists from the working copy.

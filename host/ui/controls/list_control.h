@@ -31,6 +31,8 @@ struct ListColumn {
   /// A number of an element in the order of `compare`, none where an element has none. While all
   /// rows have one, sorting looks at each element once.
   std::function<std::optional<std::int64_t>(const XmlDocument::XmlNode&)> number = nullptr;
+  /// What it shows, where that is no attribute: the name of the value.
+  std::string name = {};
 };
 
 struct ListSort {
