@@ -16,10 +16,6 @@ const host::XmlName Time("time");
 const host::XmlName Power("power");
 
 constexpr int DigitLimit = 3;
-constexpr int LowestPower = 0;
-constexpr int HighestPower = 100;
-
-constexpr host::Caption PowerCaption{.text = TextId::Power, .suffix = u" (%)"};
 
 host::PageDescription makeTable() {
   // A node is read with time and power of its own and written with an interval that holds them.
@@ -28,27 +24,26 @@ host::PageDescription makeTable() {
       lamp::wholeSection({lamp::section::PowerRead, lamp::section::PowerWrite,
                           lamp::StampRule::activation, lamp::rewriteAll(rewrite)});
   page.activation = Id::Activation;
-  page.rows = {
-      {.places = {{.list = Id::Nodes}},
-       .identity = lamp::rowIdentity,
-       .bindings = {{.name = "time",
-                     .attributes = {Time},
-                     .caption = {.text = TextId::Time, .unit = TextId::MinutesUnit},
-                     .kind = host::ValueKind::number,
-                     .limit = DigitLimit,
-                     .control = 6524,
-                     .label = 6523,
-                     .rule = lamp::notEmpty(Time)},
-                    {.name = "power",
-                     .attributes = {Power},
-                     .caption = PowerCaption,
-                     .kind = host::ValueKind::number,
-                     .limit = DigitLimit,
-                     .control = 6526,
-                     .label = 6525,
-                     .rule = lamp::numberBetween(Power, PowerCaption, LowestPower, HighestPower)}},
-       .sendsAbsentAsEmpty = true,
-       .visit = host::CheckVisit::everyRow}};
+  page.rows = {{.places = {{.list = Id::Nodes}},
+                .identity = lamp::rowIdentity,
+                .bindings = {{.name = "time",
+                              .attributes = {Time},
+                              .caption = {.text = TextId::Time, .unit = TextId::MinutesUnit},
+                              .kind = host::ValueKind::number,
+                              .limit = DigitLimit,
+                              .control = 6524,
+                              .label = 6523,
+                              .rule = lamp::notEmpty(Time)},
+                             {.name = "power",
+                              .attributes = {Power},
+                              .caption = lamp::PowerCaption,
+                              .kind = host::ValueKind::number,
+                              .limit = DigitLimit,
+                              .control = 6526,
+                              .label = 6525,
+                              .rule = lamp::powerInPercent(Power)}},
+                .sendsAbsentAsEmpty = true,
+                .visit = host::CheckVisit::everyRow}};
   return page;
 }
 

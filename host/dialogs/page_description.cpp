@@ -75,7 +75,7 @@ XCBasicString captionOf(const PageDescription& page, const Binding& binding) {
   const XCBasicString own = binding.caption.toString();
   int edits = 0;
   const auto count = [&](const Binding& other, bool inLines) {
-    if (other.control == 0 && !inLines) return;
+    if (other.control == 0 && binding.control != 0 && !inLines) return;
     if (other.caption.toString() == own) edits += inLines ? 2 : 1;
   };
   for (const Binding& field : page.fields) count(field, false);

@@ -112,7 +112,8 @@ struct RowPlace {
 enum class CheckVisit {
   nothing,    ///< the selection stays
   faultyRow,  ///< the row at fault
-  everyRow    ///< the row at fault, else the last one
+  everyRow    ///< as when each row is selected in turn: the row at fault, else the last one; the
+              ///< selection's handlers run although that row was the selected one before
 };
 
 /// Rows of one kind: nodes of a table, tasks, actions of a task, lines of a grid.
@@ -168,8 +169,9 @@ struct PageDescription {
   std::function<void(Node& section, const Node& written)> applyWrite = nullptr;
 };
 
-/// The caption of a value with its unit; where other values of the page have the same one, with the
-/// caption of its frame and a colon before it.
+/// The caption of a value with its unit; where other edits of the page have the same one, with the
+/// caption of its frame and a colon before it. A value that no control edits is told apart from all
+/// others.
 HOST_API XCBasicString captionOf(const PageDescription& page, const Binding& binding);
 
 /// A value that an order carries and no section does: a row that it names, a file.

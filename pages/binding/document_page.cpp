@@ -1,5 +1,7 @@
 #include "pages/binding/document_page.h"
 
+#include "pages/binding/row_check.h"
+
 namespace lamp {
 
 DocumentPage::DocumentPage(int templateNumber, const host::PageDescription& description,
@@ -31,31 +33,8 @@ void DocumentPage::ShowStamp() {
 
 bool DocumentPage::Validate() {
   for (const host::RowSet& rows : description_.rows)
-    if (rows.places.front().list != 0 && !validateRows(rows)) return false;
+    if (rows.places.front().list != 0 && !checkRows(*this, rows)) return false;
   return true;
-}
-
-bool DocumentPage::validateRows(const host::RowSet& rows) {
-  host::ListControl& list = List(rows.places.front().list);
-  std::vector<std::size_t> places(rows.bindings.size());
-  for (std::size_t row = 0; row < list.rowCount(); ++row)
-    for (std::size_t i = 0; i < rows.bindings.size(); ++i) {
-      const host::Binding& binding = rows.bindings[i];
-      if (binding.rule && !binding.rule.accepts(*list.element(row), places[i]))
-        return refuse(rows, row, binding);
-    }
-  if (rows.visit == host::CheckVisit::everyRow && list.rowCount() > 0)
-    list.selectOnly(list.rowCount() - 1);
-  return true;
-}
-
-// The row at fault becomes the selected one, so that the edits show what is wrong with it.
-bool DocumentPage::refuse(const host::RowSet& rows, std::size_t row, const host::Binding& binding) {
-  host::ListControl& list = List(rows.places.front().list);
-  if (rows.visit != host::CheckVisit::nothing) list.selectOnly(row);
-  MessageBox(binding.rule.message(*list.element(row)));
-  FocusAndSelectAll(binding.control);
-  return false;
 }
 
 bool DocumentPage::Write() {

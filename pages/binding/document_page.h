@@ -37,9 +37,6 @@ class DocumentPage : public SettingsPage, public host::EditedPage {
   void ShowStamp();
 
  private:
-  bool validateRows(const host::RowSet& rows);
-  bool refuse(const host::RowSet& rows, std::size_t row, const host::Binding& binding);
-
   const host::PageDescription& description_;
   WorkingCopy copy_;
   std::optional<DateField> activation_;

@@ -1,9 +1,8 @@
 #include "pages/binding/row_page.h"
 
 namespace lamp {
-namespace {
 
-std::vector<RowField> fieldsOf(const std::vector<host::Binding>& bindings) {
+std::vector<RowField> rowFields(const std::vector<host::Binding>& bindings) {
   std::vector<RowField> fields;
   for (const host::Binding& binding : bindings) {
     if (binding.control == 0) continue;
@@ -15,14 +14,12 @@ std::vector<RowField> fieldsOf(const std::vector<host::Binding>& bindings) {
   return fields;
 }
 
-}  // namespace
-
 RowPage::RowPage(int templateNumber, const host::PageDescription& description, XCDriver* driver,
                  CWnd* parent, std::span<const host::MessageEntry> own)
     : DocumentPage(templateNumber, description, driver, parent), entries_(own.begin(), own.end()) {
   for (const host::RowSet& rows : description.rows) {
     const int list = rows.places.front().list;
-    editors_.emplace_back(*this, list, fieldsOf(rows.bindings));
+    editors_.emplace_back(*this, list, rowFields(rows.bindings));
     entries_.push_back(host::onSelection<&RowPage::OnSelectionChanged>(list));
     for (const host::Binding& binding : rows.bindings)
       if (binding.control != 0)

@@ -35,6 +35,9 @@ class RowPage : public DocumentPage {
   host::MessageMap map_;
 };
 
+/// The edits of a list's values, for the editor of its rows: those that a control shows.
+std::vector<RowField> rowFields(const std::vector<host::Binding>& bindings);
+
 /// Gives the labels of the values their captions.
 void showCaptions(XCBaseDlg& dialog, const std::vector<host::Binding>& bindings);
 

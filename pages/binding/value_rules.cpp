@@ -21,6 +21,10 @@ host::ValueRule numberBetween(host::XmlName attribute, host::Caption caption, in
           [caption, lowest, highest](const Node&) { return outOfRange(caption, lowest, highest); }};
 }
 
+host::ValueRule powerInPercent(host::XmlName attribute) {
+  return numberBetween(attribute, PowerCaption, 0, 100);
+}
+
 XCBasicString outOfRange(const host::Caption& caption, int lowest, int highest) {
   return XCBasicString::Format(XCLoadString(TextId::ValueOutOfRange), caption.toString(), lowest,
                                highest);

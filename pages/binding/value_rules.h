@@ -14,6 +14,10 @@ host::ValueRule notEmpty(host::XmlName attribute);
 host::ValueRule numberBetween(host::XmlName attribute, host::Caption caption, int lowest,
                               int highest);
 
+/// A lamp's power in percent: what edits call it, and the rule that it is 0 to 100.
+inline constexpr host::Caption PowerCaption{.text = host::TextId::Power, .suffix = u" (%)"};
+host::ValueRule powerInPercent(host::XmlName attribute);
+
 /// Text 38265 with the caption of a value and its bounds.
 XCBasicString outOfRange(const host::Caption& caption, int lowest, int highest);
 

@@ -4,31 +4,14 @@
 #include "pages/node_power_page.h"
 #include "pages/node_table_page.h"
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using namespace pages_test;
 
-std::string shown(const std::optional<XCBasicString>& text) {
-  return text ? text->ToUtf8() : "null";
-}
-
-/// "row name caption: before -> after", a line for each change.
-Texts changesOn(XCBaseDlg& dialog) {
-  Texts lines;
-  for (const workbench::ValueChange& change : workbench::changesOf(*dialog.Edits()))
-    lines.push_back(shown(change.row) + " " + change.name + " " + change.caption.ToUtf8() + ": " +
-                    shown(change.before) + " -> " + shown(change.after));
-  return lines;
-}
-
-/// "row name: text", a line for each fault.
-Texts faultsOn(XCBaseDlg& dialog) {
-  Texts lines;
-  for (const workbench::ValueFault& fault : workbench::faultsOf(dialog, *dialog.Edits()))
-    lines.push_back(shown(fault.row) + " " + fault.name + ": " + fault.text.ToUtf8());
-  return lines;
-}
+using support::changesOn;
+using support::faultsOn;
 
 class ChangesOfTheNodeTable : public SectionPage<CDlgE04CfgZelLampManager> {
  protected:

@@ -38,8 +38,12 @@ class RowPairs {
  public:
   static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-  RowPairs(const Rows& before, const Rows& after, bool byPlace)
-      : before_(before), after_(after), byPlace_(byPlace), taken_(before.size()) {}
+  RowPairs(const std::vector<RowSet>& sets, const Rows& before, const Rows& after)
+      : sets_(sets),
+        before_(before),
+        after_(after),
+        byPlace_(!sets.empty() && !sets.front().identity),
+        taken_(before.size()) {}
 
   /// The row of the first section that is row @p i of the second; None when there is none.
   std::size_t partnerOf(std::size_t i) {
@@ -56,7 +60,7 @@ class RowPairs {
 
   Key keyOf(const RowInSection& row) const {
     Key key = row.set->identity(*row.element).str();
-    key.push_back(static_cast<char16_t>(row.set - before_.front().set + 1));
+    key.push_back(static_cast<char16_t>(row.set - sets_.data() + 1));
     return key;
   }
   bool isPair(std::size_t i) const {
@@ -77,6 +81,7 @@ class RowPairs {
     return index_;
   }
 
+  const std::vector<RowSet>& sets_;
   const Rows& before_;
   const Rows& after_;
   bool byPlace_;
@@ -138,12 +143,14 @@ class Comparison {
     add(row, binding, std::move(was), std::move(is));
   }
 
-  // Captions and values of attributes that have no edit of their own are the attribute's.
+  // Captions and values of attributes that no edit shows are the attribute's.
   void addWholeRow(const RowSet& set, const Node& row, const XCBasicString& identity, bool isNew) {
     for (std::size_t i = 0; i < row.attributeCount(); ++i) {
       const host::XmlName attribute = row.attributeName(i);
       const Binding* binding = bindingOf(set, attribute);
-      const std::string name(host::xmlNameText(attribute.id()));
+      if (binding != nullptr && attribute != firstIn(row, *binding)) continue;
+      const bool isWhole = binding != nullptr && binding->attributes.size() > 1;
+      const std::string name = isWhole ? binding->name : std::string(attribute.text());
       XCBasicString value = binding ? *textOf(*binding, &row) : row.attributeText(i).toString();
       ValueChange change{
           identity, name, binding ? captionOf(*binding) : XCBasicString::FromUtf8(name),
@@ -169,10 +176,16 @@ class Comparison {
     return parent + u"/" + host::decimal(place);
   }
 
+  // The first of a value's attributes that a row has, in the value's order.
+  static host::XmlName firstIn(const Node& row, const Binding& binding) {
+    return *std::find_if(binding.attributes.begin(), binding.attributes.end(),
+                         [&](host::XmlName attribute) { return row.hasAttribute(attribute); });
+  }
+
   static const Binding* bindingOf(const RowSet& set, host::XmlName attribute) {
     const auto shows = [&](const Binding& binding) {
-      return binding.attributes.size() == 1 && binding.attributes.front() == attribute &&
-             !binding.part;
+      const auto& all = binding.attributes;
+      return !binding.part && std::find(all.begin(), all.end(), attribute) != all.end();
     };
     const auto found = std::find_if(set.bindings.begin(), set.bindings.end(), shows);
     if (found != set.bindings.end()) return &*found;
@@ -183,8 +196,7 @@ class Comparison {
                    const XCBasicString& parent) {
     const Rows was = rowsIn(sets, before);
     const Rows is = rowsIn(sets, after);
-    const bool byPlace = !sets.empty() && !sets.front().identity;
-    RowPairs pairs(was, is, byPlace);
+    RowPairs pairs(sets, was, is);
     for (std::size_t i = 0; i < is.size(); ++i) {
       const std::size_t partner = pairs.partnerOf(i);
       const XCBasicString name = nameOf(is[i], i, parent);
@@ -218,12 +230,17 @@ class Comparison {
       if (changes_.size() > before) changes_.back().kind = ValueChange::Kind::gone;
       return;
     }
-    for (const Binding& binding : set.bindings) {
-      compare(binding, name, was.element, is.element);
-      if (options_.asSent && set.sendsAbsentAsEmpty && !binding.isIn(*is.element))
-        add(name, binding, textOf(binding, was.element), XCBasicString());
-    }
+    for (const Binding& binding : set.bindings)
+      if (goesEmpty(set, binding, *is.element))
+        add(name, binding, textOf(binding, was.element), binding.valueIn(*is.element));
+      else
+        compare(binding, name, was.element, is.element);
     if (differs && !set.within.empty()) compareRows(set.within, *was.element, *is.element, name);
+  }
+
+  bool goesEmpty(const RowSet& set, const Binding& binding, const Node& row) const {
+    return options_.asSent && set.sendsAbsentAsEmpty &&
+           binding.owner == host::ValueOwner::engineer && !binding.isIn(row);
   }
 
   const host::PageDescription& page_;
