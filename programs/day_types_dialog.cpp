@@ -1,6 +1,8 @@
 #include "programs/day_types_dialog.h"
 
 #include "exchange/template_numbers.h"
+#include "pages/binding/row_check.h"
+#include "pages/binding/row_page.h"
 #include "programs/calendar_names.h"
 #include "programs/day_types.h"
 #include "programs/program_lists.h"
@@ -21,7 +23,23 @@ enum Id {
 /// Posted to the dialog itself when an edit's text changed, with the edit as its parameter.
 constexpr int WriteBackMessage = 1126;
 
+host::PageDescription makeTable(ProgramKind kind) {
+  host::PageDescription page;
+  page.rows = {lamp::dayTypeRows(lamp::ProgramFields::values(kind, Id::FirstField), Id::Days)};
+  return page;
+}
+
+void putPrograms(const Node& days, XmlDocument& section) {
+  lamp::copyPrograms(days, section.Create(lamp::calendar::Days));
+}
+
 }  // namespace
+
+const host::PageDescription& XCDeviceCalendarDayTypesZelLAMPManager::PageTable(ProgramKind kind) {
+  static const host::PageDescription interval = makeTable(ProgramKind::interval);
+  static const host::PageDescription clock = makeTable(ProgramKind::clock);
+  return kind == ProgramKind::clock ? clock : interval;
+}
 
 XCDeviceCalendarDayTypesZelLAMPManager::XCDeviceCalendarDayTypesZelLAMPManager(CWnd* parent,
                                                                                Node* days,
@@ -31,18 +49,13 @@ XCDeviceCalendarDayTypesZelLAMPManager::XCDeviceCalendarDayTypesZelLAMPManager(C
       kind_(kind),
       working_(lamp::calendar::Days),
       untouched_(lamp::calendar::Days),
-      fields_(*this, Id::Days, Id::FirstField, kind) {}
+      fields_(*this, PageTable(kind).rows.front()) {}
 
 host::DialogTemplate XCDeviceCalendarDayTypesZelLAMPManager::Template() {
-  host::DialogTemplate dialog{lamp::template_number::DayTypeEditor,
-                              "XCDeviceCalendarDayTypesZelLAMPManager",
-                              "",
-                              {host::list(Id::Days, "days")}};
-  for (host::ControlSpec& control : lamp::ProgramFields::controls(Id::FirstField))
-    dialog.controls.push_back(std::move(control));
-  dialog.controls.push_back(host::okButton());
-  dialog.controls.push_back(host::cancelButton());
-  return dialog;
+  return {lamp::template_number::DayTypeEditor, "XCDeviceCalendarDayTypesZelLAMPManager", "",
+          lamp::joined({{host::list(Id::Days, "days")},
+                        lamp::ProgramFields::controls(Id::FirstField),
+                        {host::okButton(), host::cancelButton()}})};
 }
 
 const host::MessageMap* XCDeviceCalendarDayTypesZelLAMPManager::GetMessageMap() const {
@@ -61,6 +74,7 @@ bool XCDeviceCalendarDayTypesZelLAMPManager::OnInitDialog() {
   List(Id::Days).setColumns(CNodesListCtrl2::Columns(kind_));
   *working_.Root() = *days_;
   *untouched_.Root() = *days_;
+  putPrograms(*days_, programsBefore_);
   fillList();
   return XCBaseDlg::OnInitDialog();
 }
@@ -92,9 +106,14 @@ void XCDeviceCalendarDayTypesZelLAMPManager::OnFieldChanged(int editId) {
   if (guard_) PostMessage(WriteBackMessage, editId);
 }
 
+const Node* XCDeviceCalendarDayTypesZelLAMPManager::Edited() {
+  putPrograms(*working_.Root(), programsNow_);
+  return programsNow_.Root();
+}
+
 void XCDeviceCalendarDayTypesZelLAMPManager::OnOK() {
   UpdateData(true);
-  if (!fields_.validate()) return;
+  if (!lamp::checkRows(*this, Description().rows.front())) return;
   if (*working_.Root() == *untouched_.Root()) return EndDialog(IDCANCEL);
   *days_ = *working_.Root();
   EndDialog(IDOK);

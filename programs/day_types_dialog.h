@@ -5,19 +5,26 @@
 #include "programs/program_fields.h"
 
 /// The dimming programs of a calendar's ten day types.
-class XCDeviceCalendarDayTypesZelLAMPManager : public XCBaseDlg {
+class XCDeviceCalendarDayTypesZelLAMPManager : public XCBaseDlg, public host::EditedPage {
  public:
+  using Node = XmlDocument::XmlNode;
+
   /// @p days is the calendar's element with the day types; it is replaced on OK when a program was
   /// changed, or completed. It must outlive the dialog.
-  XCDeviceCalendarDayTypesZelLAMPManager(CWnd* parent, XmlDocument::XmlNode* days,
-                                         lamp::ProgramKind kind);
+  XCDeviceCalendarDayTypesZelLAMPManager(CWnd* parent, Node* days, lamp::ProgramKind kind);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable(lamp::ProgramKind kind);
 
   bool OnInitDialog() override;
   void OnOK() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
+  host::EditedPage* Edits() override { return this; }
+
+  const host::PageDescription& Description() const override { return PageTable(kind_); }
+  const Node* Untouched() const override { return programsBefore_.Root(); }
+  const Node* Edited() override;
 
  private:
   void OnSelectionChanged();
@@ -25,10 +32,12 @@ class XCDeviceCalendarDayTypesZelLAMPManager : public XCBaseDlg {
   void OnWriteBack(int editId) { fields_.writeBack(editId); }
   void fillList();
 
-  XmlDocument::XmlNode* days_;
+  Node* days_;
   lamp::ProgramKind kind_;
   XmlDocument working_;
   XmlDocument untouched_;
+  XmlDocument programsBefore_;  // of both, the programs alone
+  XmlDocument programsNow_;
   lamp::ProgramFields fields_;
   /// Clear only while the fields are filled from the selection.
   bool guard_ = true;

@@ -21,8 +21,20 @@ const StepNames Hours = {"hour1", "hour2", "hour3", "hour4"};
 const StepNames Minutes = {"min1", "min2", "min3", "min4"};
 const StepNames Powers = {"power1", "power2", "power3", "power4"};
 
+constexpr std::array<std::u16string_view, ProgramColumns - 1> Captions = {
+    u"T1", u"P1", u"T2", u"P2", u"T3", u"P3", u"T4", u"P4"};
+
 host::XmlName nameOf(const StepNames& names, int step) {
   return names[static_cast<std::size_t>(step - 1)];
+}
+
+// The numbers that a clock program's step starts at, 0 for what is missing.
+int stepHour(const Node& owner, int step) {
+  return owner.attribute(nameOf(Hours, step)).toInt();
+}
+
+int stepMinute(const Node& owner, int step) {
+  return owner.attribute(nameOf(Minutes, step)).toInt();
 }
 
 bool hasTwoDigits(int number) {
@@ -92,22 +104,6 @@ int stepOf(std::size_t column) {
 
 }  // namespace
 
-int stepHour(const Node& owner, int step) {
-  return owner.attribute(nameOf(Hours, step)).toInt();
-}
-
-int stepMinute(const Node& owner, int step) {
-  return owner.attribute(nameOf(Minutes, step)).toInt();
-}
-
-int stepHour(const Node& owner, int step, StepPlaces& places) {
-  return owner.attribute(nameOf(Hours, step), places.hour).toInt();
-}
-
-int stepMinute(const Node& owner, int step, StepPlaces& places) {
-  return owner.attribute(nameOf(Minutes, step), places.minute).toInt();
-}
-
 XCBasicString stepTime(const Node& owner, ProgramKind kind, int step) {
   return kind == ProgramKind::clock ? clockText(stepHour(owner, step), stepMinute(owner, step))
                                     : owner.getAttribute(nameOf(Times, step));
@@ -130,6 +126,14 @@ host::XmlName durationAttribute(int step) {
   return nameOf(Times, step);
 }
 
+host::XmlName hourAttribute(int step) {
+  return nameOf(Hours, step);
+}
+
+host::XmlName minuteAttribute(int step) {
+  return nameOf(Minutes, step);
+}
+
 const std::vector<host::XmlName>& programAttributes(ProgramKind kind) {
   return programRewrite(kind).moved;
 }
@@ -142,9 +146,8 @@ const RowRewrite& programRewrite(ProgramKind kind) {
   return kind == ProgramKind::clock ? clock : interval;
 }
 
-XCBasicString programCaption(std::size_t column) {
-  const int step = stepOf(column);
-  return XCBasicString::Format(column == timeColumn(step) ? u"T%d" : u"P%d", step);
+std::u16string_view programCaption(std::size_t column) {
+  return Captions[column - 1];
 }
 
 std::vector<host::ListColumn> programColumns(ProgramKind kind, host::ListColumn owner) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "host/text/basic_string.h"
@@ -20,10 +21,6 @@ enum class ProgramKind { interval, clock };
 /// Steps are numbered from 1.
 constexpr int ProgramSteps = 4;
 
-constexpr int HighestHour = 23;
-constexpr int HighestMinute = 59;
-constexpr int HighestPower = 100;  ///< in percent
-
 /// A step's time as lists and edits show it: "hh:mm" of a clock program, the duration's text as it
 /// stands of an interval program. What is missing reads as 0, or as an empty text.
 XCBasicString stepTime(const XmlDocument::XmlNode& owner, ProgramKind kind, int step);
@@ -33,25 +30,13 @@ XCBasicString stepTime(const XmlDocument::XmlNode& owner, ProgramKind kind, int 
 void setStepTime(XmlDocument::XmlNode& owner, ProgramKind kind, int step,
                  const XCBasicString& text);
 
-/// The numbers that a clock program's step starts at, 0 for what is missing.
-int stepHour(const XmlDocument::XmlNode& owner, int step);
-int stepMinute(const XmlDocument::XmlNode& owner, int step);
-
 /// The attribute that holds a step's power, in percent.
 host::XmlName powerAttribute(int step);
 /// The attribute that holds the duration of an interval program's step.
 host::XmlName durationAttribute(int step);
-
-/// Where a step's attributes stood in the row before: rows that are looked at one after the other
-/// mostly look alike.
-struct StepPlaces {
-  std::size_t duration = 0;
-  std::size_t hour = 0;
-  std::size_t minute = 0;
-  std::size_t power = 0;
-};
-int stepHour(const XmlDocument::XmlNode& owner, int step, StepPlaces& places);
-int stepMinute(const XmlDocument::XmlNode& owner, int step, StepPlaces& places);
+/// The attributes that hold the start of a clock program's step.
+host::XmlName hourAttribute(int step);
+host::XmlName minuteAttribute(int step);
 
 /// The attributes of a program as it is sent and stored, in their order. A clock program has no
 /// start of its first step.
@@ -70,7 +55,7 @@ constexpr std::size_t powerColumn(int step) {
 }
 
 /// "T1", "P1" and so on, for the columns behind the owner's.
-XCBasicString programCaption(std::size_t column);
+std::u16string_view programCaption(std::size_t column);
 
 /// Captions, cells and order of those columns. @p owner is the first one; its order is that of
 /// compareProgramRows.

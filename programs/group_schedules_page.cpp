@@ -1,8 +1,11 @@
 #include "programs/group_schedules_page.h"
 
 #include "exchange/template_numbers.h"
-#include "exchange/type_names.h"
 #include "host/services/setup.h"
+#include "pages/binding/node_record.h"
+#include "pages/binding/row_page.h"
+#include "pages/binding/section_write.h"
+#include "programs/group_lamps.h"
 #include "programs/program_lists.h"
 
 using host::TextId;
@@ -24,74 +27,40 @@ enum Id {
 /// Posted to the page itself when an edit's text changed, with the edit as its parameter.
 constexpr int WriteBackMessage = 1125;
 
-const host::XmlName Devices("devices");
-const host::XmlName DeviceId("id");
-
-host::XmlName readSectionOf(ProgramKind kind) {
-  return kind == ProgramKind::clock ? lamp::section::ClockProgramsRead
-                                    : lamp::section::IntervalProgramsRead;
-}
-
-host::XmlName writeSectionOf(ProgramKind kind) {
-  return kind == ProgramKind::clock ? lamp::section::ClockProgramsWrite
-                                    : lamp::section::IntervalProgramsWrite;
-}
-
-// The lamp that a device of a group is, none when it is something else.
-const XCDriver* lampOf(const Node& device) {
-  const XCDriver* driver = XCDriver::LockDriver(device.Value(DeviceId));
-  return driver != nullptr && driver->Type() == lamp::type_name::Lamp ? driver : nullptr;
-}
-
-const Node* devicesOf(const Node& group) {
-  return group.Node(Devices.text());
-}
-
-bool containsLamp(const Node& group) {
-  const Node* devices = devicesOf(group);
-  if (devices == nullptr) return false;
-  for (const Node& device : devices->Children())
-    if (lampOf(device) != nullptr) return true;
-  return false;
-}
-
-// Appends the rows of @p nodes that show the group's lamps; a lamp without a row is left out. True
-// when there was one.
-bool appendLamps(const Node& group, const host::ListControl& nodes,
-                 std::vector<std::size_t>& rows) {
-  const Node* devices = devicesOf(group);
-  if (devices == nullptr) return false;
-  const std::size_t before = rows.size();
-  for (const Node& device : devices->Children()) {
-    const XCDriver* lamp = lampOf(device);
-    if (lamp == nullptr) continue;
-    if (const auto row = nodes.findRow(0, lamp->Identifier())) rows.push_back(*row);
-  }
-  return rows.size() > before;
+host::PageDescription makeTable(ProgramKind kind, host::XmlName read, host::XmlName write) {
+  host::PageDescription page = lamp::wholeSection(
+      {read, write, lamp::StampRule::activation, lamp::rewriteAll(lamp::programRewrite(kind))});
+  page.activation = Id::Activation;
+  page.rows = {{.places = {{.list = Id::Nodes}},
+                .identity = lamp::rowIdentity,
+                .bindings = lamp::ProgramFields::values(kind, Id::FirstField),
+                .sendsAbsentAsEmpty = true,
+                .visit = host::CheckVisit::everyRow}};
+  return page;
 }
 
 }  // namespace
 
+const host::PageDescription& CDlgE06CfgZelLampManager::PageTable(ProgramKind kind) {
+  using namespace lamp::section;
+  static const host::PageDescription interval =
+      makeTable(ProgramKind::interval, IntervalProgramsRead, IntervalProgramsWrite);
+  static const host::PageDescription clock =
+      makeTable(ProgramKind::clock, ClockProgramsRead, ClockProgramsWrite);
+  return kind == ProgramKind::clock ? clock : interval;
+}
+
 CDlgE06CfgZelLampManager::CDlgE06CfgZelLampManager(XCDriver* driver, CWnd* parent, ProgramKind kind)
-    : SettingsPage(lamp::template_number::GroupSchedules, readSectionOf(kind), driver, parent),
+    : DocumentPage(lamp::template_number::GroupSchedules, PageTable(kind), driver, parent),
       kind_(kind),
-      copy_(readSectionOf(kind)),
-      fields_(*this, Id::Nodes, Id::FirstField, kind),
-      activation_(*this, Id::Activation) {}
+      fields_(*this, PageTable(kind).rows.front()) {}
 
 host::DialogTemplate CDlgE06CfgZelLampManager::Template() {
-  host::DialogTemplate dialog{lamp::template_number::GroupSchedules,
-                              "CDlgE06CfgZelLampManager",
-                              "E06",
-                              {host::list(Id::Groups, "groups"), host::list(Id::Nodes, "nodes")}};
-  for (host::ControlSpec& control : lamp::ProgramFields::controls(Id::FirstField))
-    dialog.controls.push_back(std::move(control));
-  dialog.controls.push_back(
-      host::group(Id::ActivationGroup, "activationGroup", TextId::DateAndTime));
-  dialog.controls.push_back(host::edit(Id::Activation, "activation"));
-  dialog.controls.push_back(host::okButton(TextId::Send));
-  dialog.controls.push_back(host::cancelButton());
-  return dialog;
+  return {lamp::template_number::GroupSchedules, "CDlgE06CfgZelLampManager", "E06",
+          lamp::joined({{host::list(Id::Groups, "groups"), host::list(Id::Nodes, "nodes")},
+                        lamp::ProgramFields::controls(Id::FirstField),
+                        lamp::activationControls(Id::ActivationGroup, Id::Activation),
+                        {host::okButton(TextId::Send), host::cancelButton()}})};
 }
 
 const host::MessageMap* CDlgE06CfgZelLampManager::GetMessageMap() const {
@@ -106,15 +75,14 @@ const host::MessageMap* CDlgE06CfgZelLampManager::GetMessageMap() const {
 }
 
 bool CDlgE06CfgZelLampManager::OnInitDialog() {
-  SetWindowText(XCLoadString(TextId::DimmingPrograms) + u" - " + Driver().Name());
+  SetPageTitle(TextId::DimmingPrograms);
   fields_.initialise();
-  activation_.initialise();
   List(Id::Nodes).setColumns(CNodesListCtrl::Columns(kind_));
   List(Id::Groups).setColumns(CGroupsListCtrl::Columns());
-  copy_.take(Document());
+  const bool chooseFocus = DocumentPage::OnInitDialog();
   fillGroups();
-  lamp::fillRows(List(Id::Nodes), copy_.section(), nullptr);
-  return SettingsPage::OnInitDialog();
+  lamp::fillRows(List(Id::Nodes), Copy().section(), nullptr);
+  return chooseFocus;
 }
 
 void CDlgE06CfgZelLampManager::fillGroups() {
@@ -128,7 +96,7 @@ void CDlgE06CfgZelLampManager::fillGroups() {
 void CDlgE06CfgZelLampManager::Layout() {
   SetLayout(XCVerticalLayout({layout::control(Id::Groups, 1), layout::control(Id::Nodes, 2),
                               lamp::ProgramFields::arrangement(Id::FirstField),
-                              layout::box(Id::ActivationGroup, {layout::control(Id::Activation)}),
+                              lamp::activationBox(Id::ActivationGroup, Id::Activation),
                               layout::okCancelRow()}));
 }
 
@@ -143,7 +111,7 @@ void CDlgE06CfgZelLampManager::OnGroupSelectionChanged() {
   std::vector<std::size_t> lamps;
   std::vector<std::size_t> groupsWithLamps;
   for (const std::size_t row : groups.selection())
-    if (appendLamps(*groups.element(row), nodes, lamps)) groupsWithLamps.push_back(row);
+    if (lamp::appendLamps(*groups.element(row), nodes, lamps)) groupsWithLamps.push_back(row);
   selectLamps(std::move(lamps));
   const std::vector<XCBasicString> texts = fields_.texts();
   for (const std::size_t row : groupsWithLamps)
@@ -175,19 +143,6 @@ void CDlgE06CfgZelLampManager::OnWriteBack(int editId) {
   fields_.writeBack(editId);
   host::ListControl& groups = List(Id::Groups);
   for (const std::size_t row : groups.selection())
-    if (containsLamp(*groups.element(row)))
+    if (lamp::containsLamp(*groups.element(row)))
       groups.setCell(row, fields_.columnOf(editId), GetDlgItemText(editId));
-}
-
-bool CDlgE06CfgZelLampManager::Validate() {
-  return fields_.validate();
-}
-
-bool CDlgE06CfgZelLampManager::Write() {
-  if (!copy_.changed()) return true;
-  const auto stamp = activation_.checkedStamp();
-  if (!stamp) return false;
-  Node* section = copy_.prepareWrite(Document(), writeSectionOf(kind_), *stamp);
-  if (section == nullptr) return false;
-  return lamp::rewriteRows(*section, lamp::programRewrite(kind_)) && writeCfg(false);
 }

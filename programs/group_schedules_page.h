@@ -3,28 +3,23 @@
 #include <cstddef>
 #include <vector>
 
-#include "pages/binding/date_field.h"
-#include "pages/binding/settings_page.h"
-#include "pages/binding/working_copy.h"
+#include "pages/binding/document_page.h"
 #include "programs/program_fields.h"
 
 /// The dimming programs of the controller's lamp nodes, edited for one node, for several, or for
 /// all lamps of a group of the configuration.
-class CDlgE06CfgZelLampManager : public lamp::SettingsPage {
+class CDlgE06CfgZelLampManager : public lamp::DocumentPage {
  public:
   /// @p kind decides which section is read and written: L06 and E06 hold interval programs, L17 and
   /// E17 clock programs.
   CDlgE06CfgZelLampManager(XCDriver* driver, CWnd* parent, lamp::ProgramKind kind);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable(lamp::ProgramKind kind);
 
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
-
- protected:
-  bool Validate() override;
-  bool Write() override;
 
  private:
   void OnGroupSelectionChanged();
@@ -35,9 +30,7 @@ class CDlgE06CfgZelLampManager : public lamp::SettingsPage {
   void selectLamps(std::vector<std::size_t> nodes);
 
   lamp::ProgramKind kind_;
-  lamp::WorkingCopy copy_;
   lamp::ProgramFields fields_;
-  lamp::DateField activation_;
   /// Clear only while a handler of a selection runs: what it selects and fills starts neither the
   /// other handler nor a write-back.
   bool guard_ = true;

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 #include "host/dialogs/base_dlg.h"
@@ -20,13 +18,15 @@ class ProgramFields {
   /// How many ids the controls take.
   static constexpr int IdCount = 5 * ProgramSteps;
 
-  /// @p listId is the list's control in @p dialog, which must outlive this; the fields' controls
-  /// have the ids from @p firstId on.
-  ProgramFields(XCBaseDlg& dialog, int listId, int firstId, ProgramKind kind);
-
+  /// The values of a program with their controls, which have the ids from @p firstId on.
+  static std::vector<host::Binding> values(ProgramKind kind, int firstId);
   static std::vector<host::ControlSpec> controls(int firstId);
   /// The four frames, two by two.
   static host::LayoutItem arrangement(int firstId);
+
+  /// @p rows are a list of programs in @p dialog with the values that values() made; both must
+  /// outlive this.
+  ProgramFields(XCBaseDlg& dialog, const host::RowSet& rows);
 
   /// Sets captions, limits and masks. A clock program's first step takes no time.
   void initialise();
@@ -41,26 +41,9 @@ class ProgramFields {
   /// The edits' texts, in the order of the columns from 1 on.
   std::vector<XCBasicString> texts() const;
 
-  /// Checks every row of the list in its order, step by step. The first fault is shown, with its
-  /// row selected and the focus on its edit, and gives false; otherwise the last row is selected.
-  bool validate();
-
  private:
-  struct Fault {
-    int editId = 0;
-    XCBasicString message;
-  };
-  using Places = std::array<StepPlaces, ProgramSteps>;
-  enum class Wrong { nothing, duration, hour, minute, power };
-  Wrong wrongIn(const XmlDocument::XmlNode& owner, int step, StepPlaces& places) const;
-  Fault faultOf(Wrong wrong, int step) const;
-  std::optional<Fault> firstFault(const XmlDocument::XmlNode& owner, Places& places) const;
-  Fault outOfRange(int labelId, int editId, int highest) const;
-  void selectAfresh(std::size_t row);
-
   XCBaseDlg& dialog_;
-  int firstId_;
-  ProgramKind kind_;
+  const std::vector<host::Binding>& values_;
   RowEditor rows_;
 };
 

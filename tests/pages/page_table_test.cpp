@@ -7,6 +7,7 @@
 #include "pages/node_power_page.h"
 #include "pages/node_table_page.h"
 #include "pages/scheduled_tasks_page.h"
+#include "programs/group_schedules_page.h"
 #include "workbench/pages/section_compare.h"
 
 namespace {
@@ -22,6 +23,11 @@ struct Sample {
   const char* edited;
 };
 
+template <lamp::ProgramKind Kind>
+const host::PageDescription& programs() {
+  return CDlgE06CfgZelLampManager::PageTable(Kind);
+}
+
 constexpr Sample Samples[] = {
     {"GeneralSettings", CDlgE01CfgZelLampManager::Template, CDlgE01CfgZelLampManager::PageTable,
      R"(<L01 Fh="1" other="x" IPNTP="a" FTPPwd="p" TimeZone="0" name=""/>)",
@@ -36,6 +42,18 @@ constexpr Sample Samples[] = {
     {"NodePower", CDlgE05CfgZelLampManager::Template, CDlgE05CfgZelLampManager::PageTable,
      R"(<L05 Fh="1"><Node Id="1" Fh="7" time="1" power="2" x="y"><Interval z="1"/></Node></L05>)",
      R"(<L05 Fh="1"><Node Id="1" Fh="7" time="9" power="8" x="y"><Interval z="1"/></Node></L05>)"},
+    {"IntervalPrograms", CDlgE06CfgZelLampManager::Template, programs<lamp::ProgramKind::interval>,
+     R"(<L06 Fh="1" v="2"><Node Id="1" time1="1" power1="2" time2="3" power2="4" time3="5"
+          power3="6" time4="7" power4="8" x="y" Fh="7"><z/></Node><lamp Id="2" time1="1" power1="2"
+          time2="3" power2="4" time3="5" power3="6" time4="7" power4="8"/></L06>)",
+     R"(<L06 Fh="1" v="2"><Node Id="1" time1="9" power1="8" time2="7" power2="6" time3="5"
+          power3="4" time4="3" power4="2" x="y" Fh="7"><z/></Node><lamp Id="2" time1="1" power1="2"
+          time2="3" power2="4" time3="5" power3="6" time4="7" power4="9"/></L06>)"},
+    {"ClockPrograms", CDlgE06CfgZelLampManager::Template, programs<lamp::ProgramKind::clock>,
+     R"(<L17><Node Id="1" hour1="18" min1="5" power1="1" hour2="22" min2="15" power2="2" hour3="1"
+          min3="0" power3="3" hour4="5" min4="45" power4="4" time1="9"/></L17>)",
+     R"(<L17><Node Id="1" hour1="18" min1="5" power1="9" hour2="23" min2="16" power2="8" hour3="02"
+          min3="01" power3="7" hour4="06" min4="46" power4="6" time1="9"/></L17>)"},
 };
 
 class PageTable : public testing::TestWithParam<Sample> {
