@@ -10,6 +10,16 @@
 
 namespace lamp {
 
+namespace {
+
+XmlDocument copyOf(const XmlDocument::XmlNode& root) {
+  XmlDocument copy;
+  copy.Create(root.TagName()) = root;
+  return copy;
+}
+
+}  // namespace
+
 CalendarDocument::CalendarDocument(ProgramKind kind)
     : working_(calendar::Calendar), untouched_(calendar::Calendar) {
   root().NewChild(calendar::Revision);
@@ -46,17 +56,19 @@ bool CalendarDocument::save(const std::filesystem::path& file, const XCBasicStri
   }
 }
 
+// What is written becomes the calendar when it stands on the disk; until then nothing changes.
 bool CalendarDocument::attemptToSave(const std::filesystem::path& file, const XCBasicString& name) {
-  root().SetValue(calendar::Revision, guidtow(NewGUID()));
-  root().SetValue(calendar::Name, name);
+  XmlDocument written = copyOf(root());
+  written.Root()->SetValue(calendar::Revision, guidtow(NewGUID()));
+  written.Root()->SetValue(calendar::Name, name);
+  XmlDocument kept = copyOf(*written.Root());
   std::string cause;
   // Made in place of a disk that went away, the folder would be out of sight when it is back.
   const std::filesystem::path folder = file.parent_path();
   if (!host::fileSystem().exists(folder.parent_path())) return false;
-  XmlDocument written;
-  written.Create(root().TagName()) = root();
   if (!host::fileSystem().makeFolder(folder, cause) || !written.Save(file, &cause)) return false;
-  untouched_ = std::move(written);
+  working_ = std::move(written);
+  untouched_ = std::move(kept);
   return true;
 }
 

@@ -23,6 +23,9 @@ class CalendarDocument {
   XmlDocument::XmlNode& root() { return *working_.Root(); }
   const XmlDocument::XmlNode& root() const { return *working_.Root(); }
 
+  /// The calendar as it was when it last counted as unchanged.
+  const XmlDocument::XmlNode& untouched() const { return *untouched_.Root(); }
+
   /// The year string as it stands in the calendar.
   XCBasicString year() const;
   /// Puts a year string into the working copy.
@@ -33,8 +36,8 @@ class CalendarDocument {
   bool changed() const { return !(*working_.Root() == *untouched_.Root()); }
 
   /// Gives the calendar a new revision and the name, and writes it to @p file, whole or not at all;
-  /// the folder is made when it is missing. On success the calendar counts as unchanged. False when
-  /// it can't be written.
+  /// the folder is made when it is missing. On success the calendar counts as unchanged. False,
+  /// with the calendar as it was, when it can't be written.
   bool save(const std::filesystem::path& file, const XCBasicString& name);
 
  private:

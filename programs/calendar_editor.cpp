@@ -2,12 +2,13 @@
 
 #include "exchange/template_numbers.h"
 #include "host/dialogs/fast_selection_dlg.h"
-#include "host/dialogs/identification_dlg.h"
-#include "host/services/files.h"
 #include "host/services/setup.h"
+#include "pages/binding/row_page.h"
 #include "programs/calendar_names.h"
 #include "programs/calendar_selection.h"
 #include "programs/calendar_store.h"
+#include "programs/calendar_table.h"
+#include "programs/day_type_buttons.h"
 #include "programs/day_types.h"
 #include "programs/day_types_dialog.h"
 
@@ -15,7 +16,6 @@ using host::TextId;
 using lamp::ProgramKind;
 using Editor = XCDeviceCalendarZelLAMPManager;
 using Node = XmlDocument::XmlNode;
-namespace calendar = lamp::calendar;
 namespace layout = host::layout;
 
 namespace {
@@ -33,50 +33,40 @@ enum Id {
   Name,
 };
 
-// The day types as the fast selection takes them.
-XmlDocument dayTypesDocument() {
-  XmlDocument document("dayTypes");
-  for (int number = 0; number < lamp::DayTypeCount; ++number) {
-    const XCCalendar::DayType type = lamp::dayType(number);
-    Node& day = document.Root()->NewChild(calendar::Day);
-    day.SetValue(calendar::Name, type.name);
-    day.SetValue("color", XCBasicString::FromUtf8(lamp::hexColour(type.colour)));
-  }
-  return document;
+host::PageDescription makeTable(ProgramKind kind) {
+  return lamp::calendarTable(kind,
+                             {.year = Id::Year, .name = Id::Name, .nameLabel = Id::NameLabel});
 }
 
 }  // namespace
+
+const host::PageDescription& Editor::PageTable(ProgramKind kind) {
+  static const host::PageDescription interval = makeTable(ProgramKind::interval);
+  static const host::PageDescription clock = makeTable(ProgramKind::clock);
+  return kind == ProgramKind::clock ? clock : interval;
+}
 
 Editor::XCDeviceCalendarZelLAMPManager(CWnd* parent, XCDriver* driver, Node* device,
                                        ProgramKind kind)
     : XCBaseDlg(lamp::template_number::CalendarEditor, parent),
       driver_(driver),
-      device_(device),
       kind_(kind),
-      calendar_(kind),
-      year_(Get<XCCalendar>(Id::Year), lamp::calendarSpan(XCDateTime::LTC())) {}
+      calendar_(PageTable(kind), kind, Get<XCCalendar>(Id::Year), device) {}
 
 host::DialogTemplate Editor::Template() {
-  host::DialogTemplate dialog{lamp::template_number::CalendarEditor,
-                              "XCDeviceCalendarZelLAMPManager",
-                              "",
-                              {host::year(Id::Year, "year"),
-                               host::group(Id::DayTypesGroup, "dayTypesGroup", TextId::DayTypes)}};
-  for (int number = 0; number < lamp::DayTypeCount; ++number)
-    dialog.controls.push_back(
-        host::radio(Id::FirstDayType + number, "dayType" + std::to_string(number)));
-  dialog.controls.push_back(
-      host::button(Id::FastSelection, "fastSelection", TextId::FastSelection, "OPTIONS-16.png"));
-  dialog.controls.push_back(
-      host::button(Id::DayTypes, "dayTypes", TextId::EditDayTypes, "OPTIONS-16.png"));
-  dialog.controls.push_back(host::button(Id::Load, "load", TextId::OpenCalendar, "LOAD-16.png"));
-  dialog.controls.push_back(host::button(Id::Save, "save", TextId::SaveCalendarAs, "SAVE-16.png"));
-  dialog.controls.push_back(host::label(Id::NameLabel, "nameLabel", TextId::Name));
-  dialog.controls.push_back(host::readOnlyEdit(Id::Name, "name"));
-  dialog.controls.push_back(host::okButton());
-  dialog.controls.push_back(host::cancelButton());
-  dialog.openingSizeIsLeast = true;
-  return dialog;
+  return {lamp::template_number::CalendarEditor, "XCDeviceCalendarZelLAMPManager", "",
+          lamp::joined(
+              {{host::year(Id::Year, "year"),
+                host::group(Id::DayTypesGroup, "dayTypesGroup", TextId::DayTypes)},
+               lamp::dayTypeButtons(Id::FirstDayType),
+               {host::button(Id::FastSelection, "fastSelection", TextId::FastSelection,
+                             "OPTIONS-16.png"),
+                host::button(Id::DayTypes, "dayTypes", TextId::EditDayTypes, "OPTIONS-16.png"),
+                host::button(Id::Load, "load", TextId::OpenCalendar, "LOAD-16.png"),
+                host::button(Id::Save, "save", TextId::SaveCalendarAs, "SAVE-16.png"),
+                host::label(Id::NameLabel, "nameLabel", TextId::Name),
+                host::readOnlyEdit(Id::Name, "name"), host::okButton(), host::cancelButton()}}),
+          true};
 }
 
 const host::MessageMap* Editor::GetMessageMap() const {
@@ -91,37 +81,27 @@ const host::MessageMap* Editor::GetMessageMap() const {
 
 bool Editor::OnInitDialog() {
   SetWindowText(XCBasicString::Format(u"%s - %s", XCLoadString(TextId::Calendar), driver_->Name()));
-  for (int number = 0; number < lamp::DayTypeCount; ++number) {
-    const XCCalendar::DayType type = lamp::dayType(number);
-    SetDlgItemText(Id::FirstDayType + number, type.name);
-    Check(Id::FirstDayType + number).setSwatch(type.colour);
-  }
-  year_.initialise();
-  year_.apply({});
+  lamp::showDayTypes(*this, Id::FirstDayType);
+  calendar_.initialise();
   openNamedCalendar();
   enableLoad(!lamp::storedCalendars().empty());
-  year_.choosePaint(selectedDayType_);
+  calendar_.year().choosePaint(selectedDayType_);
   return XCBaseDlg::OnInitDialog();
 }
 
 // The calendar that the device element names; a new one when it names none, or one that can't be
 // loaded. The name stays the current one in either case.
 void Editor::openNamedCalendar() {
-  if (device_ != nullptr) openingName_ = device_->Value(calendar::Calendar);
-  setCurrentName(openingName_);
-  if (!openingName_.IsEmpty() && load(openingName_)) return;
-  lamp::completeDays(calendar_.root().NewChild(calendar::Days), kind_);
-  settle();
+  showName();
+  const XCBasicString named = calendar_.name();
+  if (named.IsEmpty() || !load(named)) calendar_.begin();
 }
 
 void Editor::Layout() {
-  std::vector<host::LayoutItem> dayTypes;
-  for (int number = 0; number < lamp::DayTypeCount; ++number)
-    dayTypes.push_back(layout::control(Id::FirstDayType + number));
   SetLayout(XCVerticalLayout(
       {XCHoritzontalLayout(
            {layout::control(Id::Year, 1),
-            XCVerticalLayout({layout::box(Id::DayTypesGroup, std::move(dayTypes)),
+            XCVerticalLayout({lamp::dayTypeBox(Id::DayTypesGroup, Id::FirstDayType),
                               layout::control(Id::FastSelection), layout::control(Id::DayTypes),
                               layout::gap(10), layout::labelled(Id::NameLabel, Id::Name),
                               layout::control(Id::Load), layout::control(Id::Save),
@@ -136,27 +116,28 @@ void Editor::DoDataExchange(CDataExchange* exchange) {
 
 void Editor::OnDayTypeChosen() {
   UpdateData(true);
-  year_.choosePaint(selectedDayType_);
+  calendar_.year().choosePaint(selectedDayType_);
 }
 
 void Editor::OnFastSelection() {
-  const XmlDocument dayTypes = dayTypesDocument();
-  const lamp::CalendarSpan part = year_.shownPart();
+  const XmlDocument dayTypes = lamp::dayTypesDocument();
+  const lamp::CalendarSpan part = calendar_.year().shownPart();
   CDlgFastSelection dialog(this, dayTypes, part.first.Year(), part.first.Month(), part.last.Month(),
                            selectedDayType_);
   if (dialog.DoModal() != IDOK) return;
   const int chosen = dialog.DayTypeIndex();
   if (chosen >= 0 && chosen < lamp::DayTypeCount)
-    year_.paint(dialog.MonthMask(), dialog.WeekdayMask(), chosen);
+    calendar_.year().paint(dialog.MonthMask(), dialog.WeekdayMask(), chosen);
 }
 
 void Editor::OnDayTypes() {
-  Node* days = calendar_.root().Node(calendar::Days.text());
+  Node& root = calendar_.document().root();
+  Node* days = root.Node(lamp::calendar::Days.text());
   const bool missing = days == nullptr;
-  if (missing) days = &calendar_.root().NewChild(calendar::Days);
+  if (missing) days = &root.NewChild(lamp::calendar::Days);
   const int result = XCDeviceCalendarDayTypesZelLAMPManager(this, days, kind_).DoModal();
-  // What was only made for the dialog is no change of the calendar.
-  if (missing && result != IDOK) calendar_.root().RemoveChild(days);
+  // Removes the placeholder, so that Cancel leaves the calendar unchanged.
+  if (missing && result != IDOK) root.RemoveChild(days);
 }
 
 void Editor::OnLoad() {
@@ -164,59 +145,31 @@ void Editor::OnLoad() {
   if (selection.DoModal() == IDOK) load(selection.CalendarName());
 }
 
-// Only what is painted or edited from here on is a change.
-void Editor::settle() {
-  calendar_.setYear(year_.year());
-  calendar_.settle();
-}
-
 bool Editor::load(const XCBasicString& name) {
-  if (!calendar_.load(lamp::calendarFile(name))) {
+  if (!calendar_.load(name)) {
     MessageBox(TextId::CalendarNotRead, host::MessageButtons::ok, host::MessageIcon::warning);
     return false;
   }
-  year_.apply(calendar_.year());
-  settle();
-  setCurrentName(name);
+  showName();
   return true;
 }
 
 bool Editor::SaveAs() {
-  for (XCBasicString proposed = currentName_;; proposed.Empty()) {
-    CDlgIntroduceIdentification entry(this, XCLoadString(TextId::SaveCalendarAs),
-                                      XCLoadString(TextId::Name), proposed);
-    if (entry.DoModal() != IDOK) return false;
-    const auto file = lamp::calendarFile(entry.Identification());
-    if (file && mayWrite(*file)) return write(*file, entry.Identification());
-  }
+  const auto target = lamp::askForTarget(*this, calendar_.document(), calendar_.name());
+  return target && write(*target);
 }
 
-// A calendar for the other kind of controller is never overwritten; others only when the user
-// agrees.
-bool Editor::mayWrite(const std::filesystem::path& file) {
-  if (!host::fileSystem().exists(file)) return true;
-  XmlDocument present;
-  const XCBasicString ownMark = calendar_.root().Value(calendar::HasModule);
-  if (lamp::readCalendar(file, present) && !lamp::isOfKind(present, ownMark)) {
-    MessageBox(TextId::CalendarOfOtherKind);
-    return false;
-  }
-  return MessageBox(TextId::OverwriteCalendarQuestion, host::MessageButtons::yesNo,
-                    host::MessageIcon::question) == IDYES;
-}
-
-bool Editor::write(const std::filesystem::path& file, const XCBasicString& name) {
-  calendar_.setYear(year_.year());
+bool Editor::write(const lamp::CalendarTarget& target) {
   const bool written = [&] {
     const host::WaitCursor wait;
-    return calendar_.save(file, name);
+    return calendar_.save(target);
   }();
   if (!written) {
     MessageBox(TextId::CalendarNotSaved, host::MessageButtons::ok, host::MessageIcon::warning);
     return false;
   }
   enableLoad(true);
-  setCurrentName(name);
+  showName();
   savedWhileOpen_ = true;
   return true;
 }
@@ -226,18 +179,16 @@ void Editor::enableLoad(bool enabled) {
       enabled, enabled ? XCBasicString() : XCLoadString(TextId::NoCalendarStored));
 }
 
-void Editor::setCurrentName(const XCBasicString& name) {
-  currentName_ = name;
-  SetDlgItemText(Id::Name, name);
+void Editor::showName() {
+  SetDlgItemText(Id::Name, calendar_.name());
 }
 
 void Editor::OnOK() {
   UpdateData(true);
-  calendar_.setYear(year_.year());
   const bool changed = calendar_.changed();
-  if (!changed && currentName_ == openingName_ && !savedWhileOpen_) return EndDialog(IDCANCEL);
+  if (!changed && !calendar_.isAnother() && !savedWhileOpen_) return EndDialog(IDCANCEL);
   if (changed && !SaveAs()) return;
-  if (device_ != nullptr) device_->SetValue(calendar::Calendar, currentName_);
+  calendar_.assign();
   XCVarnisGuids::Get().Invalidate(XCVarnisGuids::DeviceConfiguration);
   EndDialog(IDOK);
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <filesystem>
-
 #include "host/dialogs/base_dlg.h"
 #include "host/services/drivers.h"
-#include "programs/calendar_document.h"
-#include "programs/year_view.h"
+#include "programs/edited_calendar.h"
 
 /// The calendar of a controller: paints day types onto the days of the coming twelve months, opens
 /// and saves calendars of the store, and on OK names the calendar in the controller's device
@@ -19,12 +16,14 @@ class XCDeviceCalendarZelLAMPManager : public XCBaseDlg {
                                  lamp::ProgramKind kind);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable(lamp::ProgramKind kind);
 
   bool OnInitDialog() override;
   void OnOK() override;
   void DoDataExchange(CDataExchange* exchange) override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
+  host::EditedPage* Edits() override { return &calendar_; }
 
  private:
   void OnDayTypeChosen();
@@ -36,20 +35,14 @@ class XCDeviceCalendarZelLAMPManager : public XCBaseDlg {
   void openNamedCalendar();
   bool load(const XCBasicString& name);
   bool SaveAs();
-  bool mayWrite(const std::filesystem::path& file);
-  bool write(const std::filesystem::path& file, const XCBasicString& name);
-  void settle();
+  bool write(const lamp::CalendarTarget& target);
   void enableLoad(bool enabled);
-  void setCurrentName(const XCBasicString& name);
+  void showName();
 
   XCDriver* driver_;
-  XmlDocument::XmlNode* device_;
   lamp::ProgramKind kind_;
-  lamp::CalendarDocument calendar_;
-  lamp::YearView year_;
+  lamp::EditedCalendar calendar_;
   /// The type that clicks paint, bound to the radio buttons.
   int selectedDayType_ = 0;
-  XCBasicString openingName_;
-  XCBasicString currentName_;
   bool savedWhileOpen_ = false;
 };
