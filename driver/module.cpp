@@ -37,6 +37,11 @@ std::unique_ptr<XCBaseDlg> makeNodeUpdate(CWnd* parent, XmlNode* device, XmlNode
   return std::make_unique<XCUpdateNodesZelLampManager>(parent, driver, device);
 }
 
+template <lamp::ProgramKind Kind>
+const host::PageDescription& groupSchedules() {
+  return CDlgE06CfgZelLampManager::PageTable(Kind);
+}
+
 // Registered while the plug-in is loaded: the host finds its templates and classes through it.
 class Registration {
  public:
@@ -64,8 +69,10 @@ class Registration {
         {number::CalendarSelection, XCDeviceCalendarSelectionZelLAMPManager::Template}};
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
-    module_.pages = {CDlgE01CfgZelLampManager::PageTable, CDlgE02CfgZelLampManager::PageTable,
-                     CDlgE04CfgZelLampManager::PageTable, CDlgE05CfgZelLampManager::PageTable};
+    module_.pages = {
+        CDlgE01CfgZelLampManager::PageTable,         CDlgE02CfgZelLampManager::PageTable,
+        CDlgE04CfgZelLampManager::PageTable,         CDlgE05CfgZelLampManager::PageTable,
+        groupSchedules<lamp::ProgramKind::interval>, groupSchedules<lamp::ProgramKind::clock>};
     host::registerModule(module_);
   }
   Registration(const Registration&) = delete;

@@ -1,5 +1,7 @@
+#include "host/dialogs/extension_module.h"
 #include "tests/programs/group_schedules_fixture.h"
 #include "tests/support/edited_page.h"
+#include "workbench/pages/page_put.h"
 
 namespace {
 
@@ -127,6 +129,26 @@ TEST_F(GroupSchedules, AReplyWithoutTheSectionHasNeitherChangesNorFaults) {
   openReply("<deviceCfg/>");
   EXPECT_EQ(changesOn(driver.dialog()), Cells{});
   EXPECT_EQ(faultsOn(driver.dialog()), Cells{});
+}
+
+TEST_F(GroupSchedules, EachKindIsFoundByTheSectionThatItSends) {
+  EXPECT_EQ(host::findPage("E06"), &CDlgE06CfgZelLampManager::PageTable(ProgramKind::interval));
+  EXPECT_EQ(host::findPage("E17"), &CDlgE06CfgZelLampManager::PageTable(ProgramKind::clock));
+}
+
+TEST_F(GroupSchedules, TakesTheProgramsOfASectionThroughItsEdits) {
+  openClock();
+  const XmlDocument section = support::parsedXml(
+      R"(<L17><Node Id="2" hour1="9" min1="9" power1="100" hour2="21" min2="5" power2="80" hour3="01"
+           min3="0" power3="7" hour4="6" min4="0" power4="40"/></L17>)");
+  workbench::PutReport report;
+  driver.perform([&](host::UserInput&, XCBaseDlg& page) {
+    report = workbench::putSection(page, *page.Edits(), *section.Root());
+    return host::Outcome();
+  });
+  EXPECT_EQ(report.put, 2U);
+  EXPECT_EQ(changesOn(driver.dialog()), (Cells{"2 time2 [232] 2: [38404]: 22:15 -> 21:05",
+                                               "2 power3 [232] 3: [24534] (%): 60 -> 7"}));
 }
 
 // --- faults
