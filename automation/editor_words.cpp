@@ -144,7 +144,8 @@ void exchanges(Session& session, const Command& command) {
     const workbench::ExchangeEntry& entry = entries[at];
     out.beginObject().member("n", entry.number).member("command", entry.command);
     out.member("kind", entry.kind == host::CommandKind::get ? "get" : "put");
-    out.member("uri", entry.uri).member("request", entry.request).member("reply", entry.reply);
+    out.member("uri", entry.uri).member("request", entry.request.text());
+    out.member("reply", entry.reply.text());
     out.member("ok", entry.ok).member("error", entry.error).endObject();
   }
   out.endList();

@@ -42,8 +42,10 @@ void printExchanges(const workbench::ExchangeRecord& record) {
   for (const workbench::ExchangeEntry& entry : record.entries()) {
     std::printf("%s command %d: %s\n", entry.kind == host::CommandKind::get ? "read" : "write",
                 entry.command, entry.ok ? "done" : entry.error.c_str());
-    if (!entry.request.empty()) std::printf("  sent     %s\n", entry.request.c_str());
-    if (!entry.reply.empty()) std::printf("  received %s\n", entry.reply.c_str());
+    const std::string sent = entry.request.text();
+    const std::string received = entry.reply.text();
+    if (!sent.empty()) std::printf("  sent     %s\n", sent.c_str());
+    if (!received.empty()) std::printf("  received %s\n", received.c_str());
   }
 }
 

@@ -3,27 +3,15 @@
 #include <algorithm>
 #include <charconv>
 
+#include "workbench/wire/uri_parameters.h"
+
 namespace workbench {
 namespace {
 
 constexpr int LastPort = 65535;
 
-int hexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
-std::string percentDecoded(std::string_view text) {
-  std::string out;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const int high = text[at] == '%' && at + 2 < text.size() ? hexValue(text[at + 1]) : -1;
-    const int low = high >= 0 ? hexValue(text[at + 2]) : -1;
-    if (low >= 0) at += 2;
-    out += low >= 0 ? static_cast<char>(high * 16 + low) : text[at];
-  }
-  return out;
+bool isHexDigit(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
 }
 
 bool isLetterOrDigit(char c) {
@@ -50,7 +38,7 @@ std::string sixthVersion(std::string_view address) {
   const std::size_t zone = std::min(address.find('%'), address.size());
   const std::string_view digits = address.substr(0, zone);
   const bool good = digits.size() >= 2 && std::all_of(digits.begin(), digits.end(), [](char c) {
-                      return hexValue(c) >= 0 || c == ':' || c == '.';
+                      return isHexDigit(c) || c == ':' || c == '.';
                     });
   if (!good) return {};
   if (zone == address.size()) return "[" + std::string(digits) + "]";
@@ -80,18 +68,6 @@ int portOf(std::string_view digits) {
 }
 
 }  // namespace
-
-std::string parameterValue(std::string_view parameters, std::string_view name) {
-  while (!parameters.empty()) {
-    const std::size_t end = std::min(parameters.find('&'), parameters.size());
-    const std::string_view entry = parameters.substr(0, end);
-    const std::size_t equals = std::min(entry.find('='), entry.size());
-    if (percentDecoded(entry.substr(0, equals)) == name)
-      return equals < entry.size() ? percentDecoded(entry.substr(equals + 1)) : std::string();
-    parameters.remove_prefix(std::min(end + 1, parameters.size()));
-  }
-  return {};
-}
 
 CommandAddress commandAddress(std::string_view parameters) {
   const std::string typed = parameterValue(parameters, "address");

@@ -25,7 +25,4 @@ struct CommandAddress {
 /// number from 1 to 65535. Anything else is an address that is not usable.
 CommandAddress commandAddress(std::string_view parameters);
 
-/// The decoded value of a parameter, empty when there is none.
-std::string parameterValue(std::string_view parameters, std::string_view name);
-
 }  // namespace workbench

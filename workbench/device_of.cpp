@@ -3,6 +3,7 @@
 #include "host/dialogs/base_dlg.h"
 #include "workbench/command_address.h"
 #include "workbench/device_catalogue.h"
+#include "workbench/wire/uri_parameters.h"
 
 namespace workbench {
 namespace {

@@ -16,7 +16,6 @@ using host::TextId;
 
 constexpr int FirmwareUpload = 52;
 constexpr int Ok = 200;
-constexpr std::size_t ErrorCharacters = 2'000;
 
 ExchangeReply failed(XCBasicString error) {
   return {.status = ExchangeReply::Status::failed, .document = {}, .error = std::move(error)};
@@ -29,9 +28,10 @@ ExchangeReply failed(TextId text, const Arguments&... arguments) {
 
 // The first characters, never half of a surrogate pair.
 XCBasicString cut(XCBasicString text) {
-  if (text.Length() <= ErrorCharacters) return text;
-  const char16_t last = text[ErrorCharacters - 1];
-  return text.Left(last >= 0xD800 && last < 0xDC00 ? ErrorCharacters - 1 : ErrorCharacters);
+  constexpr std::size_t Most = HttpCommandChannel::ErrorCharacters;
+  if (text.Length() <= Most) return text;
+  const char16_t last = text[Most - 1];
+  return text.Left(last >= 0xD800 && last < 0xDC00 ? Most - 1 : Most);
 }
 
 // What to say of an answer that did not come whole.

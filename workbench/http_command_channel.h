@@ -42,6 +42,9 @@ struct HttpPost;
 /// names the address and the cause.
 class HttpCommandChannel : public host::CommandChannel {
  public:
+  /// The longest error text that is taken from a controller.
+  static constexpr std::size_t ErrorCharacters = 2'000;
+
   explicit HttpCommandChannel(HttpLimits limits = {}) : limits_(limits) {}
 
   void setLimits(const HttpLimits& limits) { limits_ = limits; }

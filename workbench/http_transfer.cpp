@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "workbench/sha256.h"
+#include "workbench/wire/media_type.h"
 
 namespace workbench {
 namespace {
@@ -300,8 +301,7 @@ HttpAnswer Transfer::finish(CURLcode code) {
   answer.status = static_cast<int>(status());
   const char* type = nullptr;
   curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_TYPE, &type);
-  answer.plainText =
-      type != nullptr && curl_strnequal(type, "text/plain", std::string_view("text/plain").size());
+  answer.plainText = type != nullptr && isMediaType(type, "text/plain");
   answer.body = std::move(body_);
   return answer;
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "workbench/control_value.h"
-#include "workbench/credential_mask.h"
 #include "workbench/task_put.h"
+#include "workbench/wire/secret_names.h"
 
 namespace workbench {
 namespace {
@@ -13,7 +13,7 @@ using Node = XmlDocument::XmlNode;
 
 bool isSecret(const host::Control& control) {
   const auto* edit = dynamic_cast<const host::EditControl*>(&control);
-  return (edit != nullptr && edit->isPassword()) || isPasswordName(control.name());
+  return (edit != nullptr && edit->isPassword()) || isSecretName(control.name());
 }
 
 // Edits beside a list show the row that is selected: what they hold belongs to no field of the

@@ -6,12 +6,13 @@
 #include <utility>
 
 #include "workbench/command_address.h"
-#include "workbench/credential_mask.h"
 #include "workbench/device_of.h"
 #include "workbench/section_name.h"
 #include "workbench/sha256.h"
 #include "workbench/state_folder.h"
 #include "workbench/upload_digest.h"
+#include "workbench/wire/masked_document.h"
+#include "workbench/wire/request_section.h"
 
 namespace workbench {
 namespace {
@@ -42,12 +43,12 @@ std::optional<JournalEntry::Upload> uploadOf(const Node& root) {
 }
 
 // What is sent beside the file's content.
-std::string withoutContent(const Node& root) {
+std::string withoutContent(const Node& root, const Secrets& secrets) {
   XmlDocument rest;
   Node& copy = rest.Create(root.TagName());
   for (const Node& child : root.Children())
     if (child.TagName() != FirmwareFile) copy.NewChild(child.TagName()) = child;
-  return maskedXml(rest.ToString());
+  return maskedText(rest, secrets);
 }
 
 }  // namespace
@@ -80,16 +81,15 @@ SendLog::~SendLog() {
   record_.setWitness({});
 }
 
-// What was read last from the same controller; a text that is no longer kept is none.
+// What was read last from the same controller; a document that is no longer kept is none.
 std::string SendLog::lastReadOf(const std::string& section, const ExchangeEntry& before) const {
   if (section.empty()) return {};
   const CommandAddress controller = commandAddress(before.uri);
   for (std::size_t at = before.number - 1; at-- > 0;) {
     const ExchangeEntry& read = record_.entries()[at];
-    if (read.kind != host::CommandKind::get || !read.ok || sectionOf(read.request) != section ||
-        commandAddress(read.uri).shown != controller.shown)
-      continue;
-    return read.reply == ExchangeRecord::Dropped ? std::string() : shortened(read.reply);
+    if (read.kind == host::CommandKind::get && read.ok && read.section == section &&
+        commandAddress(read.uri).shown == controller.shown)
+      return read.reply.isKept() ? shortened(read.reply.text()) : std::string();
   }
   return {};
 }
@@ -104,11 +104,13 @@ JournalEntry SendLog::made(const host::ExchangeRequest& request, const ExchangeE
   made.deviceName = device.name;
   made.address = device.address;
   made.command = entry.command;
-  made.section = sectionOf(request.document);
-  if (request.document != nullptr && request.document->Root() != nullptr)
-    made.upload = uploadOf(*request.document->Root());
-  made.document =
-      shortened(made.upload ? withoutContent(*request.document->Root()) : entry.request);
+  made.section = entry.section;
+  if (const Node* root = request.document != nullptr ? request.document->Root() : nullptr) {
+    made.upload = uploadOf(*root);
+    // Written from the request itself: the record may have had no room for a copy.
+    made.document = shortened(made.upload ? withoutContent(*root, *entry.secrets)
+                                          : maskedText(*request.document, *entry.secrets));
+  }
   made.before = lastReadOf(readSectionOf(made.section), entry);
   made.ok = entry.ok;
   made.error = entry.error;

@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "workbench/exchange_record.h"
 #include "workbench/send_journal.h"
+#include "workbench/wire/exchange_record.h"
 
 namespace workbench {
 

@@ -10,13 +10,13 @@
 #include "workbench/configuration_store.h"
 #include "workbench/device_actions.h"
 #include "workbench/device_catalogue.h"
-#include "workbench/exchange_record.h"
 #include "workbench/group_actions.h"
 #include "workbench/http_command_channel.h"
 #include "workbench/plugin_loader.h"
 #include "workbench/program_paths.h"
 #include "workbench/send_log.h"
 #include "workbench/system_services.h"
+#include "workbench/wire/exchange_record.h"
 
 namespace workbench {
 

@@ -5,7 +5,6 @@
 #include "editor/dialogs/dialog_window.h"
 #include "editor/history/history_window.h"
 #include "editor/qt_text.h"
-#include "workbench/section_name.h"
 
 namespace editor {
 
@@ -25,8 +24,7 @@ PageCompanion::~PageCompanion() {
   if (page.Result() != IDOK || !onSent) return;
   for (std::size_t number = record_.entries().size(); number > before_; --number) {
     const workbench::ExchangeEntry& entry = record_.entries()[number - 1];
-    if (entry.kind != host::CommandKind::put || !entry.ok ||
-        workbench::sectionOf(entry.request) != subject_.written)
+    if (entry.kind != host::CommandKind::put || !entry.ok || entry.section != subject_.written)
       continue;
     XCBasicString parameters;
     page.addUriParams(parameters, true);

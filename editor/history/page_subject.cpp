@@ -1,7 +1,5 @@
 #include "editor/history/page_subject.h"
 
-#include "workbench/section_name.h"
-
 namespace editor {
 namespace {
 
@@ -21,9 +19,7 @@ std::optional<PageSubject> subjectOf(const XCBaseDlg& dialog,
   if (!name.starts_with(Beginning) || record.entries().empty()) return std::nullopt;
   std::string number(name.substr(Beginning.size(), Digits));
   const workbench::ExchangeEntry& last = record.entries().back();
-  std::string read = last.kind == host::CommandKind::get && last.ok
-                         ? workbench::sectionOf(last.request)
-                         : std::string();
+  std::string read = last.kind == host::CommandKind::get && last.ok ? last.section : std::string();
   if (read.starts_with('L')) read.erase(0, 1);
   if (number == Schedules && read == ClockSchedules) number = read;
   PageSubject subject{.device = workbench::deviceOf(last.uri), .written = "E" + number, .read = {}};

@@ -5,7 +5,7 @@
 
 #include "host/dialogs/base_dlg.h"
 #include "workbench/device_of.h"
-#include "workbench/exchange_record.h"
+#include "workbench/wire/exchange_record.h"
 
 namespace editor {
 

@@ -28,10 +28,12 @@ XCBasicString momentOf(const std::string& stamp) {
 }  // namespace
 
 void ReadBack::order(const PageSubject& subject, const XCBasicString& parameters,
-                     std::size_t sent) {
+                     std::size_t exchange) {
   const std::string read = workbench::readSectionOf(subject.written);
   if (read.empty()) return;
-  orders_.push_back({subject.written, read, parameters, sent});
+  // Taken along: the record may drop it meanwhile.
+  orders_.push_back(
+      {subject.written, read, parameters, exchange, record_.entries()[exchange - 1].request});
   plan(0);
 }
 
@@ -52,14 +54,18 @@ void ReadBack::work() {
 }
 
 void ReadBack::perform(const Order& order) {
+  if (!order.sent.isKept()) {
+    const QString line = caption(TextId::ReadBackImpossible);
+    if (onReport) onReport(order.exchange, line, line + "\n");
+    return;
+  }
   XmlDocument request;
   request.Create("deviceCfg").NewChild(host::XmlName(order.read));
   const host::ExchangeReply reply =
       record_.exchange({ReadConfiguration, host::CommandKind::get, order.parameters, &request});
   const std::size_t number = record_.entries().size();
   if (reply.status != host::ExchangeReply::Status::succeeded) return;
-  XmlDocument sentDocument;
-  if (!sentDocument.Parse(record_.entries()[order.sent - 1].request)) return;
+  const XmlDocument sentDocument = order.sent.masked();
   const auto* sent = workbench::sectionElement(sentDocument, order.written);
   const auto* read = workbench::sectionElement(reply.document, order.read);
   if (sent == nullptr) return;

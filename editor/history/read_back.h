@@ -18,11 +18,12 @@ class ReadBack : public QObject {
   ReadBack(workbench::ExchangeRecord& record, std::function<bool()> isRunning)
       : record_(record), isRunning_(std::move(isRunning)) {}
 
-  /// Has the section of a page read, once control is back in the event loop. @p sent is the
-  /// exchange that wrote it, @p parameters lead to the controller.
-  void order(const PageSubject& subject, const XCBasicString& parameters, std::size_t sent);
+  /// Has the section of a page read, once control is back in the event loop. @p exchange is the one
+  /// that wrote it, @p parameters lead to the controller.
+  void order(const PageSubject& subject, const XCBasicString& parameters, std::size_t exchange);
 
-  /// Called with the number of the exchange that read it, one line, and what a person reads of it.
+  /// Called with the number of the exchange that read it, or that wrote it where what was sent is
+  /// not on record, one line, and what a person reads of it.
   std::function<void(std::size_t exchange, const QString& line, const QString& details)> onReport;
 
   static QString lineOf(const workbench::ReadBackReport& report);
@@ -33,7 +34,8 @@ class ReadBack : public QObject {
     std::string written;
     std::string read;
     XCBasicString parameters;
-    std::size_t sent;
+    std::size_t exchange;  // that wrote it
+    workbench::KeptDocument sent;
   };
   void plan(int milliseconds);
   void work();

@@ -9,9 +9,9 @@ namespace {
 // A person reads the beginning of a document; a table of many thousand nodes would stop the window.
 constexpr std::size_t MostCharacters = 400'000;
 
-QString cutText(std::string text) {
-  const bool cut = text.size() > MostCharacters;
-  if (cut) text.resize(MostCharacters);
+QString cutText(std::string text, bool cut = false) {
+  cut = cut || text.size() > MostCharacters;
+  if (text.size() > MostCharacters) text.resize(MostCharacters);
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())) +
          (cut ? QStringLiteral("\n…\n") : QString());
 }
@@ -34,6 +34,12 @@ QString documentText(const std::string& xml) {
   if (xml.empty()) return {};
   XmlDocument document;
   return cutText(document.Parse(xml) ? document.ToString(XmlDocument::Layout::indented) : xml);
+}
+
+QString documentText(const workbench::KeptDocument& document) {
+  bool cut = false;
+  std::string text = document.beginning(MostCharacters, cut);
+  return cutText(std::move(text), cut);
 }
 
 QString sectionText(const std::string& xml, const std::string& section) {

@@ -6,7 +6,6 @@
 #include "editor/qt_text.h"
 #include "editor/window/document_text.h"
 #include "host/time/date_time.h"
-#include "workbench/section_name.h"
 
 namespace editor {
 namespace {
@@ -21,8 +20,8 @@ constexpr std::array Captions = {TextId::ExchangeTime, TextId::ExchangeSection,
 // A person reads the whole of it beside the list.
 constexpr qsizetype LongestTip = 1'000;
 
-QString titled(TextId title, const std::string& xml) {
-  const QString text = documentText(xml);
+QString titled(TextId title, const workbench::KeptDocument& document) {
+  const QString text = documentText(document);
   return text.isEmpty() ? QString() : "── " + caption(title) + " ──\n" + text.trimmed() + "\n\n";
 }
 
@@ -35,23 +34,19 @@ QString ExchangeModel::documentsOf(const ExchangeEntry& entry) {
          titled(TextId::ExchangeReceived, entry.reply);
 }
 
-QString ExchangeModel::sectionOf(const ExchangeEntry& entry) {
-  return QString::fromStdString(workbench::sectionOf(entry.request));
-}
-
 // All that can fail for want of memory is done before the views hear of the row.
-void ExchangeModel::append(const ExchangeEntry& entry) {
+void ExchangeModel::append() {
   const XCDateTime now = XCDateTime::LTC();
-  Row row{qtText(XCBasicString::Format(u"%02d:%02d:%02d", now.Hour(), now.Minute(), now.Second())),
-          sectionOf(entry)};
-  if (rows_.size() == rows_.capacity()) rows_.reserve(2 * rows_.capacity() + 1);
+  QString time =
+      qtText(XCBasicString::Format(u"%02d:%02d:%02d", now.Hour(), now.Minute(), now.Second()));
+  if (times_.size() == times_.capacity()) times_.reserve(2 * times_.capacity() + 1);
   beginInsertRows({}, 0, 0);
-  rows_.push_back(std::move(row));
+  times_.push_back(std::move(time));
   endInsertRows();
 }
 
 void ExchangeModel::catchUp() {
-  while (rows_.size() < record_.entries().size()) append(record_.entries()[rows_.size()]);
+  while (times_.size() < record_.entries().size()) append();
 }
 
 void ExchangeModel::retranslate() {
@@ -60,7 +55,7 @@ void ExchangeModel::retranslate() {
 }
 
 void ExchangeModel::remark(std::size_t exchange, const QString& line, const QString& details) {
-  if (exchange == 0 || exchange > rows_.size()) return;
+  if (exchange == 0 || exchange > times_.size()) return;
   remarks_[exchange] = {line, details};
   const int row = rowCount() - static_cast<int>(exchange);
   emit dataChanged(index(row, 0), index(row, columnCount() - 1));
@@ -78,7 +73,7 @@ const ExchangeEntry& ExchangeModel::entryAt(int row) const {
 }
 
 int ExchangeModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+  return parent.isValid() ? 0 : static_cast<int>(times_.size());
 }
 
 int ExchangeModel::columnCount(const QModelIndex& parent) const {
@@ -87,16 +82,15 @@ int ExchangeModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ExchangeModel::data(const QModelIndex& index, int role) const {
   const ExchangeEntry& entry = entryAt(index.row());
-  const Row& row = rows_[placeOf(index.row())];
   if (role == Qt::ToolTipRole && !entry.error.empty()) return QString::fromStdString(entry.error);
   if (role == Qt::ToolTipRole && remarks_.contains(entry.number))
     return remarks_.value(entry.number).details.left(LongestTip).trimmed();
   if (role != Qt::DisplayRole) return {};
   switch (index.column()) {
     case timeColumn:
-      return row.time;
+      return times_[placeOf(index.row())];
     case sectionColumn:
-      return row.section;
+      return QString::fromStdString(entry.section);
     case commandColumn:
       return entry.command;
     case resultColumn:

@@ -4,7 +4,7 @@
 #include <QtCore/QHash>
 #include <vector>
 
-#include "workbench/exchange_record.h"
+#include "workbench/wire/exchange_record.h"
 
 namespace editor {
 
@@ -26,8 +26,6 @@ class ExchangeModel : public QAbstractTableModel {
   static QString documentsOf(const workbench::ExchangeEntry& entry);
   /// The same for a row, with what was said about the exchange in front.
   QString shownTextOf(int row) const;
-  /// The section that a command is about, "L04"; empty when its document names none.
-  static QString sectionOf(const workbench::ExchangeEntry& entry);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -35,12 +33,8 @@ class ExchangeModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  struct Row {
-    QString time;
-    QString section;
-  };
-  void append(const workbench::ExchangeEntry& entry);
-  std::size_t placeOf(int row) const { return rows_.size() - 1 - static_cast<std::size_t>(row); }
+  void append();
+  std::size_t placeOf(int row) const { return times_.size() - 1 - static_cast<std::size_t>(row); }
 
   const workbench::ExchangeRecord& record_;
   struct Remark {
@@ -48,7 +42,7 @@ class ExchangeModel : public QAbstractTableModel {
     QString details;
   };
   QHash<std::size_t, Remark> remarks_;  // by the number of the exchange
-  std::vector<Row> rows_;               // by exchange
+  std::vector<QString> times_;          // by exchange
 };
 
 }  // namespace editor

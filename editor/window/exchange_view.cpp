@@ -43,7 +43,14 @@ void ExchangeView::remark(std::size_t exchange, const QString& line, const QStri
   showDocuments();
 }
 
+void ExchangeView::showEvent(QShowEvent* event) {
+  QSplitter::showEvent(event);
+  if (isStale_) showDocuments();
+}
+
 void ExchangeView::showDocuments() {
+  isStale_ = !isVisible();
+  if (isStale_) return;
   const QModelIndex current = table_->currentIndex();
   documents_->setPlainText(current.isValid() ? model_.shownTextOf(current.row()) : QString());
 }

@@ -395,10 +395,11 @@ enum class TextId : int {
   HistoryChange = 60416,  // takes what, what was read before and what was sent
   HistorySentBy = 60417,  // takes the command's number
   ReadBackSwitch = 60420,
-  ReadBackTaken = 60421,       // takes the number
-  ReadBackNotTaken = 60422,    // takes how many were not taken and of how many
-  ReadBackRow = 60423,         // takes what, what was sent and what is there
-  ReadBackPending = 60424,     // takes the moment
+  ReadBackTaken = 60421,     // takes the number
+  ReadBackNotTaken = 60422,  // takes how many were not taken and of how many
+  ReadBackRow = 60423,       // takes what, what was sent and what is there
+  ReadBackPending = 60424,   // takes the moment
+  ReadBackImpossible = 60425,
   DraftOffer = 60430,          // takes the moment
   CertificateUnknown = 60440,  // takes address, cause and fingerprint
   CertificateChanged = 60441,  // takes address and fingerprint

@@ -41,6 +41,10 @@ void XmlDocument::Clear() {
   storage_ = std::make_unique<host::xml::Storage>();
 }
 
+std::size_t XmlDocument::TextBytes() const {
+  return storage_ ? storage_->textBytes() : 0;
+}
+
 bool XmlDocument::Parse(std::string utf8, host::XmlError* error, const host::XmlLimits& limits) {
   auto storage = std::make_unique<host::xml::Storage>();
   host::XmlError unused;

@@ -81,6 +81,10 @@ class HOST_API XmlDocument {
   /// Characters that XML can't hold are written as U+FFFD.
   std::string ToString(Layout layout = Layout::compact) const;
 
+  /// The memory, in bytes, that the texts of this document keep, those included that it shares with
+  /// others and all that lies in one buffer with them.
+  std::size_t TextBytes() const;
+
  private:
   friend class host::xml::Builder;
   std::unique_ptr<host::xml::Storage> storage_;

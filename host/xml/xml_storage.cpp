@@ -42,11 +42,13 @@ void narrow(std::u16string_view text, char* to) {
 void* TextPool::allocate(std::size_t bytes, std::size_t alignment) {
   if (bytes > ChunkBytes / 4) {
     chunks_.push_back(std::make_unique_for_overwrite<char[]>(bytes));
+    bytes_ += bytes;
     return chunks_.back().get();
   }
   const std::size_t padding = reinterpret_cast<std::uintptr_t>(next_) % alignment;
   if (next_ == nullptr || left_ < bytes + padding) {
     chunks_.push_back(std::make_unique_for_overwrite<char[]>(ChunkBytes));
+    bytes_ += ChunkBytes;
     next_ = chunks_.back().get();
     left_ = ChunkBytes;
   } else {
@@ -87,7 +89,9 @@ XmlText TextPool::store(XmlText text) {
 }
 
 std::string& TextPool::adopt(std::string buffer) {
-  return adopted_.emplace_back(std::move(buffer));
+  std::string& adopted = adopted_.emplace_back(std::move(buffer));
+  bytes_ += adopted.capacity();
+  return adopted;
 }
 
 Storage::~Storage() {
@@ -119,6 +123,12 @@ Attribute* Storage::openAttributes(std::size_t count) {
 
 void Storage::openPool() {
   own_ = std::make_shared<TextPool>();
+}
+
+std::size_t Storage::textBytes() const {
+  std::size_t bytes = own_ ? own_->bytes() : 0;
+  for (const auto& pool : shared_) bytes += pool->bytes();
+  return bytes;
 }
 
 void Storage::share(const Storage& other) {

@@ -23,6 +23,8 @@ class TextPool {
   XmlText store(XmlText text);
   /// Takes the whole buffer over; texts may refer into it.
   std::string& adopt(std::string buffer);
+  /// The memory of all its texts.
+  std::size_t bytes() const { return bytes_; }
 
  private:
   void* allocate(std::size_t bytes, std::size_t alignment);
@@ -32,6 +34,7 @@ class TextPool {
   std::deque<std::string> adopted_;
   char* next_ = nullptr;
   std::size_t left_ = 0;
+  std::size_t bytes_ = 0;
   // The same value set on many elements in a row is stored once.
   XmlText last_;
 };
@@ -88,6 +91,7 @@ struct Storage {
     return *own_;
   }
   void share(const Storage& other);
+  std::size_t textBytes() const;
 
  private:
   void openSlab();

@@ -57,10 +57,4 @@ TEST(CommandAddress, WhatWouldEndTheRequestsLineIsEncoded) {
             "http://h:1/lampmanager/command/2?a=b%20c%0D%0Ad%23%C3%A9");
 }
 
-TEST(CommandAddress, ValuesAreDecodedAndBrokenEscapesStay) {
-  EXPECT_EQ(workbench::parameterValue("x=1&y=a%2Bb%zz%4", "y"), "a+b%zz%4");
-  EXPECT_EQ(workbench::parameterValue("x=1&x=2", "x"), "1");
-  EXPECT_EQ(workbench::parameterValue("x&y=2", "x"), "");
-}
-
 }  // namespace

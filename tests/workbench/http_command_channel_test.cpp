@@ -197,6 +197,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadAnswer{"textWithCharset",
                   TinyServer::reply("s\xC3\xB3lo", "404 None", "Text/Plain; charset=utf-8"),
                   "s\xC3\xB3lo"},
+        BadAnswer{"plainerText", TinyServer::reply("no section", "500 Error", "text/plainer"),
+                  "[60066](@,500)"},
         BadAnswer{"emptyText", TinyServer::reply("", "500 Error", "text/plain"), "[60066](@,500)"},
         BadAnswer{"page", TinyServer::reply("<html/>", "404 None", "text/html"), "[60066](@,404)"},
         BadAnswer{"created", TinyServer::reply("<main/>", "201 Created"), "[60066](@,201)"},

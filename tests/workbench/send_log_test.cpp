@@ -69,15 +69,37 @@ TEST_F(SendLogTest, AWriteIsOnRecordWithItsDeviceAndWithoutPasswords) {
 TEST_F(SendLogTest, PasswordsAreInNothingThatIsKeptOfARefusedWriteEither) {
   channel.replyWith("<main><ZelLamp><L01 FTPPwd=\"hunter4\"/></ZelLamp></main>");
   exchange(1, CommandKind::get, "<deviceCfg><L01/></deviceCfg>");
-  channel.failWith("not for hunter2, hunter3 or secret, says LM-0001");
+  channel.failWith("not for hunter2, hunter3 or secret, mailUser='me', says LM-0001");
   exchange(
       2, CommandKind::put,
       R"(<deviceCfg><E01 FTPPwd="hunter2"><mailPassword>hunter3</mailPassword></E01></deviceCfg>)");
   ASSERT_EQ(entries().size(), 1U);
-  EXPECT_EQ(entries()[0].error, "not for ***, *** or ***, says LM-0001");
+  EXPECT_EQ(entries()[0].error, "not for ***, *** or ***, mailUser='***', says LM-0001");
   EXPECT_NE(entries()[0].before.find("FTPPwd=\"***\""), std::string::npos);
+  EXPECT_EQ(folder.read("journal/sends.jsonl").find("'me'"), std::string::npos);
   for (const char* password : {"hunter", "secret"})
     EXPECT_EQ(folder.read("journal/sends.jsonl").find(password), std::string::npos) << password;
+}
+
+// A controller repeats a password escaped: in an error, and in a value of another name.
+TEST_F(SendLogTest, PasswordsInAnotherSpellingAreNotKeptEither) {
+  const auto put = [&] {
+    exchange(2, CommandKind::put, "<deviceCfg><E01 FTPPwd='p&lt;w>&amp;\"1'/></deviceCfg>");
+  };
+  put();
+  for (const char* spelling : {"p&lt;w&gt;&amp;&quot;1", "p%3Cw%3E%26%221", "p%3cw%3e%26%221",
+                               "p&lt;w>&amp;&#34;1", "p\\u003cw>&\\\"1"}) {
+    XmlDocument echo("main");
+    echo.Root()->NewChild("ZelLamp").NewChild("L01").setAttribute(
+        "Note", XCBasicString::FromUtf8(std::string("was ") + spelling));
+    channel.replyWith(echo.ToString());
+    exchange(1, CommandKind::get, "<deviceCfg><L01/></deviceCfg>");
+    channel.failWith(std::string("bad: ") + spelling);
+    put();
+    EXPECT_EQ(entries()[0].error, "bad: ***") << spelling;
+    EXPECT_NE(entries()[0].before.find("Note=\"***\""), std::string::npos) << spelling;
+    EXPECT_NE(entries()[0].document.find("FTPPwd=\"***\""), std::string::npos);
+  }
 }
 
 TEST_F(SendLogTest, ReadsAreNotOnRecord) {

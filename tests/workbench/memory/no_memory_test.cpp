@@ -12,8 +12,8 @@
 #include "tests/workbench/memory/failing_allocations.h"
 #include "tests/workbench/tiny_server.h"
 #include "workbench/configuration_store.h"
-#include "workbench/exchange_record.h"
 #include "workbench/http_command_channel.h"
+#include "workbench/wire/exchange_record.h"
 
 namespace {
 
