@@ -1,6 +1,7 @@
 #include "programs/day_types_dialog.h"
 
 #include "exchange/template_numbers.h"
+#include "pages/binding/flag_guard.h"
 #include "pages/binding/row_check.h"
 #include "pages/binding/row_page.h"
 #include "programs/calendar_names.h"
@@ -97,9 +98,8 @@ void XCDeviceCalendarDayTypesZelLAMPManager::Layout() {
 
 void XCDeviceCalendarDayTypesZelLAMPManager::OnSelectionChanged() {
   if (!guard_) return;
-  guard_ = false;
+  const lamp::FlagGuard showing(guard_, false);
   fields_.showSelected();
-  guard_ = true;
 }
 
 void XCDeviceCalendarDayTypesZelLAMPManager::OnFieldChanged(int editId) {

@@ -2,6 +2,7 @@
 
 #include "exchange/template_numbers.h"
 #include "host/services/setup.h"
+#include "pages/binding/flag_guard.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_page.h"
 #include "pages/binding/section_write.h"
@@ -104,7 +105,7 @@ void CDlgE06CfgZelLampManager::Layout() {
 // same as when each were selected alone.
 void CDlgE06CfgZelLampManager::OnGroupSelectionChanged() {
   if (!guard_) return;
-  guard_ = false;
+  const lamp::FlagGuard running(guard_, false);
   host::ListControl& groups = List(Id::Groups);
   host::ListControl& nodes = List(Id::Nodes);
   nodes.clearSelection();
@@ -116,21 +117,18 @@ void CDlgE06CfgZelLampManager::OnGroupSelectionChanged() {
   const std::vector<XCBasicString> texts = fields_.texts();
   for (const std::size_t row : groupsWithLamps)
     for (std::size_t i = 0; i < texts.size(); ++i) groups.setCell(row, i + 1, texts[i]);
-  guard_ = true;
 }
 
 void CDlgE06CfgZelLampManager::selectLamps(std::vector<std::size_t> nodes) {
-  selectingByGroups_ = true;
+  const lamp::FlagGuard selecting(selectingByGroups_, true);
   List(Id::Nodes).select(std::move(nodes));
-  selectingByGroups_ = false;
 }
 
 void CDlgE06CfgZelLampManager::OnNodeSelectionChanged() {
   if (!guard_ && !selectingByGroups_) return;
-  guard_ = false;
+  const lamp::FlagGuard running(guard_, false);
   if (!selectingByGroups_) List(Id::Groups).clearSelection();
   fields_.showSelected();
-  guard_ = true;
 }
 
 void CDlgE06CfgZelLampManager::OnFieldChanged(int editId) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "pages/binding/flag_guard.h"
+
 namespace lamp {
 
 using host::TextId;
@@ -90,12 +92,10 @@ void RowEditor::selectionChanged() {
   const auto& selected = rows.selection();
   const auto hasElement = [&](std::size_t row) { return rows.element(row) != nullptr; };
   if (selected.empty() || !std::all_of(selected.begin(), selected.end(), hasElement)) return;
-  const bool before = syncEdits_;
-  syncEdits_ = false;
+  const FlagGuard showing(syncEdits_, false);
   const std::vector<XCBasicString> values = commonValues();
   for (std::size_t i = 0; i < fields_.size(); ++i)
     dialog_.SetDlgItemText(fields_[i].editId, values[i]);
-  syncEdits_ = before;
 }
 
 void RowEditor::editChanged(int editId) {
