@@ -6,6 +6,7 @@
 #include "driver/entry.h"
 #include "exchange/template_numbers.h"
 #include "host/dialogs/extension_module.h"
+#include "host/dialogs/guard.h"
 #include "pages/alarm_thresholds_page.h"
 #include "pages/blacklist_page.h"
 #include "pages/firmware_page.h"
@@ -27,14 +28,18 @@ using XmlNode = XmlDocument::XmlNode;
 
 std::unique_ptr<XCBaseDlg> makeDeviceDefinition(CWnd* parent, XmlNode* device,
                                                 XmlNode* configuration) {
-  return std::make_unique<XCDlgNewModifyZelLampManager>(parent, device, configuration);
+  return host::guarded(parent, std::unique_ptr<XCBaseDlg>(), [&]() -> std::unique_ptr<XCBaseDlg> {
+    return std::make_unique<XCDlgNewModifyZelLampManager>(parent, device, configuration);
+  });
 }
 
 // None for a device that the host has no driver for.
 std::unique_ptr<XCBaseDlg> makeNodeUpdate(CWnd* parent, XmlNode* device, XmlNode*) {
-  XCDriver* driver = XCDriver::LockDriver(device->Value(lamp::config::Id));
-  if (driver == nullptr) return nullptr;
-  return std::make_unique<XCUpdateNodesZelLampManager>(parent, driver, device);
+  return host::guarded(parent, std::unique_ptr<XCBaseDlg>(), [&]() -> std::unique_ptr<XCBaseDlg> {
+    XCDriver* driver = XCDriver::LockDriver(device->Value(lamp::config::Id));
+    if (driver == nullptr) return nullptr;
+    return std::make_unique<XCUpdateNodesZelLampManager>(parent, driver, device);
+  });
 }
 
 template <lamp::ProgramKind Kind>
@@ -45,7 +50,26 @@ const host::PageDescription& groupSchedules() {
 // Registered while the plug-in is loaded: the host finds its templates and classes through it.
 class Registration {
  public:
-  Registration() {
+  // What is thrown while a library is loaded ends the program.
+  Registration() noexcept {
+    try {
+      describe();
+      host::registerModule(module_);
+      done_ = true;
+    } catch (...) {
+    }
+  }
+  Registration(const Registration&) = delete;
+  Registration& operator=(const Registration&) = delete;
+  ~Registration() {
+    lamp::withdrawEntry();
+    host::unregisterModule(module_);
+  }
+
+  bool done() const { return done_; }
+
+ private:
+  void describe() {
     module_.name = "zellampmanager";
     namespace number = lamp::template_number;
     module_.templates = {
@@ -73,19 +97,16 @@ class Registration {
         CDlgE01CfgZelLampManager::PageTable,         CDlgE02CfgZelLampManager::PageTable,
         CDlgE04CfgZelLampManager::PageTable,         CDlgE05CfgZelLampManager::PageTable,
         groupSchedules<lamp::ProgramKind::interval>, groupSchedules<lamp::ProgramKind::clock>};
-    host::registerModule(module_);
-  }
-  Registration(const Registration&) = delete;
-  Registration& operator=(const Registration&) = delete;
-  ~Registration() {
-    lamp::withdrawEntry();
-    host::unregisterModule(module_);
   }
 
- private:
   host::ExtensionModule module_;
+  bool done_ = false;
 };
 
 const Registration registration;
 
 }  // namespace
+
+bool lamp::moduleIsRegistered() {
+  return registration.done();
+}

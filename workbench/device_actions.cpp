@@ -56,7 +56,8 @@ ActionResult DeviceActions::newDevice(CWnd* parent) {
   {
     const EditedDevice edited(&device);
     const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
-    if (dialog->DoModal() == IDOK) commSystem().NewChild("device") = device;
+    // None was told of by the plug-in: there was no memory for it.
+    if (dialog != nullptr && dialog->DoModal() == IDOK) commSystem().NewChild("device") = device;
   }
   finish(parent);
   return {};
@@ -69,7 +70,8 @@ ActionResult DeviceActions::modifyDevice(CWnd* parent, Node& device) {
   const XCBasicString before = device.Value("name");
   {
     const EditedDevice edited(&device);
-    dialogClass->create(parent, &device, XCMainCfg::Get().Root())->DoModal();
+    const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
+    if (dialog != nullptr) dialog->DoModal();
   }
   LampGroups(device).followRename(before);
   finish(parent);
@@ -124,10 +126,10 @@ ActionResult DeviceActions::updateNodes(CWnd* parent, Node& device) {
   const host::DeviceDialogClass* dialogClass = nullptr;
   if (ActionResult result = findDialog(UpdateDialog, dialogClass); !result.done) return result;
   if (ActionResult result = canDefine(&device); !result.done) return result;
-  const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
-  if (dialog == nullptr)
+  if (catalogue_.find(device.Value("id")) == nullptr)
     return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
-  dialog->DoModal();
+  const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
+  if (dialog != nullptr) dialog->DoModal();
   finish(parent);
   return {};
 }

@@ -1,10 +1,12 @@
 #include "host/dialogs/base_dlg.h"
 
 #include <algorithm>
-#include <new>
+#include <exception>
 #include <stdexcept>
+#include <utility>
 
 #include "host/dialogs/extension_module.h"
+#include "host/dialogs/guard.h"
 #include "host/text/utf.h"
 
 using host::Control;
@@ -108,13 +110,16 @@ void XCBaseDlg::initialise() {
 
 template <class Action>
 bool XCBaseDlg::attempt(const Action& action) {
+  std::exception_ptr failure;
   try {
+    const host::Guard guard;
     action();
     return true;
-  } catch (const std::bad_alloc&) {
-    MessageBox(host::TextId::NotEnoughMemory, host::MessageButtons::ok, host::MessageIcon::error);
-    return false;
+  } catch (...) {
+    failure = std::current_exception();
   }
+  host::tellFailure(this, failure);
+  return false;
 }
 
 int XCBaseDlg::DoModal() {
@@ -123,14 +128,16 @@ int XCBaseDlg::DoModal() {
   result_ = IDCANCEL;
   shown_ = true;
   if (!attempt([this] { initialise(); })) return IDCANCEL;
-  if (!ended_) host::services().frontEnd().runModal(*this);
+  if (ended_) return result_;
+  const host::FrontEndLoop loop;
+  host::services().frontEnd().runModal(*this);
   return result_;
 }
 
 bool XCBaseDlg::Create(CWnd* parent) {
   if (controls_.empty()) return false;
   shown_ = true;
-  initialise();
+  if (!attempt([this] { initialise(); })) return false;
   return !ended_ && host::services().frontEnd().showChild(*this, parent);
 }
 
@@ -212,6 +219,7 @@ void XCBaseDlg::SetLayout(host::LayoutItem layout) {
 
 int XCBaseDlg::MessageBox(std::u16string_view text, host::MessageButtons buttons,
                           host::MessageIcon icon) {
+  const host::FrontEndLoop loop;
   return static_cast<int>(
       host::services().frontEnd().ask({this, XCBasicString(text), buttons, icon}));
 }
@@ -288,7 +296,7 @@ bool XCBaseDlg::exchange(int command, host::CommandKind kind, XmlDocument& docum
   host::ExchangeReply reply = host::services().channel().exchange({command, kind, uri, &document});
   using Status = host::ExchangeReply::Status;
   silentFailure_ = reply.status == Status::cancelled;
-  error_ = reply.status == Status::failed ? reply.error : XCBasicString();
+  error_ = reply.status == Status::failed ? std::move(reply.error) : XCBasicString();
   if (reply.status != Status::succeeded) return false;
   if (kind == host::CommandKind::get) document = std::move(reply.document);
   return true;

@@ -1,8 +1,10 @@
 #include "host/ui/user_input.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "host/dialogs/base_dlg.h"
+#include "host/dialogs/guard.h"
 #include "host/text/utf.h"
 
 namespace host {
@@ -24,6 +26,21 @@ bool isHighSurrogate(char16_t c) {
 
 bool isLowSurrogate(char16_t c) {
   return c >= 0xDC00 && c < 0xE000;
+}
+
+// Does a gesture. What fails in it is told to the person, and the gesture counts as refused: front
+// ends call from loops that no exception may pass through.
+template <class Gesture>
+Outcome perform(XCBaseDlg& dialog, const Gesture& gesture) {
+  std::exception_ptr failure;
+  try {
+    const Guard guard;
+    return gesture();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  tellFailure(&dialog, failure);
+  return Outcome::refused("it failed");
 }
 
 }  // namespace
@@ -82,85 +99,93 @@ Outcome UserInput::typeMasked(EditControl& edit, std::u16string_view text) {
 }
 
 Outcome UserInput::type(Control& control, std::u16string_view text) {
-  if (Outcome refusal = usable(control); !refusal) return refusal;
-  dialog_.SetFocus(control);
-  if (auto* ip = dynamic_cast<IpControl*>(&control)) {
-    const XCBasicString address = ip->afterTyping(text);
-    if (ip->text() == address) return {};
-    ip->setText(address);
-    ip->notice(Notice::changed);
-    settle();
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(control); !refusal) return refusal;
+    dialog_.SetFocus(control);
+    if (auto* ip = dynamic_cast<IpControl*>(&control)) {
+      const XCBasicString address = ip->afterTyping(text);
+      if (ip->text() == address) return {};
+      ip->setText(address);
+      ip->notice(Notice::changed);
+      settle();
+      return {};
+    }
+    auto* edit = dynamic_cast<EditControl*>(&control);
+    if (edit == nullptr) return Outcome::refused(nameOf(control) + " can't be typed into");
+    if (edit->isReadOnly()) return Outcome::refused(nameOf(control) + " is read-only");
+    if (edit->mask().isActive()) return typeMasked(*edit, text);
+    std::u16string accepted = acceptedCharacters(*edit, text, edit->text().Length());
+    const std::size_t caret = accepted.size();
+    store(*edit, std::move(accepted), caret);
     return {};
-  }
-  auto* edit = dynamic_cast<EditControl*>(&control);
-  if (edit == nullptr) return Outcome::refused(nameOf(control) + " can't be typed into");
-  if (edit->isReadOnly()) return Outcome::refused(nameOf(control) + " is read-only");
-  if (edit->mask().isActive()) return typeMasked(*edit, text);
-  std::u16string accepted = acceptedCharacters(*edit, text, edit->text().Length());
-  const std::size_t caret = accepted.size();
-  store(*edit, std::move(accepted), caret);
-  return {};
+  });
 }
 
 Outcome UserInput::insert(EditControl& edit, std::u16string_view text) {
-  if (Outcome refusal = usable(edit); !refusal) return refusal;
-  if (edit.isReadOnly()) return Outcome::refused(nameOf(edit) + " is read-only");
-  dialog_.SetFocus(edit);
-  std::u16string content = edit.text().str();
-  std::size_t from = edit.selectionFrom();
-  const std::size_t to = edit.selectionTo();
-  if (edit.mask().isActive()) {
-    if (to > from) edit.mask().erase(content, from, to);
-    bool taken = text.empty();
-    for (const char16_t c : text) taken = edit.mask().type(content, from, c) || taken;
-    if (taken) store(edit, std::move(content), from);
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(edit); !refusal) return refusal;
+    if (edit.isReadOnly()) return Outcome::refused(nameOf(edit) + " is read-only");
+    dialog_.SetFocus(edit);
+    std::u16string content = edit.text().str();
+    std::size_t from = edit.selectionFrom();
+    const std::size_t to = edit.selectionTo();
+    if (edit.mask().isActive()) {
+      if (to > from) edit.mask().erase(content, from, to);
+      bool taken = text.empty();
+      for (const char16_t c : text) taken = edit.mask().type(content, from, c) || taken;
+      if (taken) store(edit, std::move(content), from);
+      return {};
+    }
+    const std::u16string accepted = acceptedCharacters(edit, text, to - from);
+    // What does not take a single character leaves the selected ones alone.
+    if (accepted.empty() && !text.empty()) return {};
+    content.replace(from, to - from, accepted);
+    store(edit, std::move(content), from + accepted.size());
     return {};
-  }
-  const std::u16string accepted = acceptedCharacters(edit, text, to - from);
-  // What does not take a single character leaves the selected ones alone.
-  if (accepted.empty() && !text.empty()) return {};
-  content.replace(from, to - from, accepted);
-  store(edit, std::move(content), from + accepted.size());
-  return {};
+  });
 }
 
 Outcome UserInput::erase(EditControl& edit, bool forward) {
-  if (Outcome refusal = usable(edit); !refusal) return refusal;
-  if (edit.isReadOnly()) return Outcome::refused(nameOf(edit) + " is read-only");
-  dialog_.SetFocus(edit);
-  std::u16string content = edit.text().str();
-  std::size_t from = edit.selectionFrom();
-  std::size_t to = edit.selectionTo();
-  const TextMask& mask = edit.mask();
-  if (from == to) {
-    // A mask's separators are stepped over, a surrogate pair goes as one.
-    if (forward) {
-      while (mask.isActive() && to < content.size() && !mask.isPlace(to)) ++to;
-      if (to < content.size())
-        to += isHighSurrogate(content[to]) && to + 1 < content.size() ? 2U : 1U;
-    } else {
-      while (mask.isActive() && from > 0 && !mask.isPlace(from - 1)) --from;
-      if (from > 0) from -= from > 1 && isHighSurrogate(content[from - 2]) ? 2U : 1U;
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(edit); !refusal) return refusal;
+    if (edit.isReadOnly()) return Outcome::refused(nameOf(edit) + " is read-only");
+    dialog_.SetFocus(edit);
+    std::u16string content = edit.text().str();
+    std::size_t from = edit.selectionFrom();
+    std::size_t to = edit.selectionTo();
+    const TextMask& mask = edit.mask();
+    if (from == to) {
+      // A mask's separators are stepped over, a surrogate pair goes as one.
+      if (forward) {
+        while (mask.isActive() && to < content.size() && !mask.isPlace(to)) ++to;
+        if (to < content.size())
+          to += isHighSurrogate(content[to]) && to + 1 < content.size() ? 2U : 1U;
+      } else {
+        while (mask.isActive() && from > 0 && !mask.isPlace(from - 1)) --from;
+        if (from > 0) from -= from > 1 && isHighSurrogate(content[from - 2]) ? 2U : 1U;
+      }
     }
-  }
-  if (mask.isActive())
-    mask.erase(content, from, to);
-  else
-    content.erase(from, to - from);
-  store(edit, std::move(content), mask.isActive() && forward ? to : from);
-  return {};
+    if (mask.isActive())
+      mask.erase(content, from, to);
+    else
+      content.erase(from, to - from);
+    store(edit, std::move(content), mask.isActive() && forward ? to : from);
+    return {};
+  });
 }
 
 Outcome UserInput::choose(ComboControl& combo, std::size_t index) {
-  if (Outcome refusal = usable(combo); !refusal) return refusal;
-  if (index >= combo.items().size())
-    return Outcome::refused(nameOf(combo) + " has no entry " + std::to_string(index));
-  dialog_.SetFocus(combo);
-  if (combo.selected() == index) return {};
-  combo.select(index);
-  combo.notice(Notice::chosen);
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(combo); !refusal) return refusal;
+    if (index >= combo.items().size())
+      return Outcome::refused(nameOf(combo) + " has no entry " + std::to_string(index));
+    dialog_.SetFocus(combo);
+    if (combo.selected() == index) return {};
+    combo.select(index);
+    combo.notice(Notice::chosen);
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::toggle(CheckControl& control) {
@@ -172,111 +197,131 @@ Outcome UserInput::toggle(CheckControl& control) {
 }
 
 Outcome UserInput::check(CheckControl& control, bool on) {
-  if (Outcome refusal = usable(control); !refusal) return refusal;
-  if (control.kind() == ControlKind::radio && !on)
-    return Outcome::refused(nameOf(control) + " is a radio button: choose another one instead");
-  dialog_.SetFocus(control);
-  return control.isOn() == on ? Outcome{} : toggle(control);
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(control); !refusal) return refusal;
+    if (control.kind() == ControlKind::radio && !on)
+      return Outcome::refused(nameOf(control) + " is a radio button: choose another one instead");
+    dialog_.SetFocus(control);
+    return control.isOn() == on ? Outcome{} : toggle(control);
+  });
 }
 
 Outcome UserInput::click(Control& control) {
-  if (Outcome refusal = usable(control); !refusal) return refusal;
-  if (auto* box = dynamic_cast<CheckControl*>(&control)) {
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(control); !refusal) return refusal;
+    if (auto* box = dynamic_cast<CheckControl*>(&control)) {
+      dialog_.SetFocus(control);
+      return toggle(*box);
+    }
+    if (control.kind() != ControlKind::button)
+      return Outcome::refused(nameOf(control) + " is no button");
     dialog_.SetFocus(control);
-    return toggle(*box);
-  }
-  if (control.kind() != ControlKind::button)
-    return Outcome::refused(nameOf(control) + " is no button");
-  dialog_.SetFocus(control);
-  control.notice(Notice::clicked);
-  settle();
-  return {};
+    control.notice(Notice::clicked);
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::select(ListControl& list, std::vector<std::size_t> rows) {
-  if (Outcome refusal = usable(list); !refusal) return refusal;
-  for (const std::size_t row : rows)
-    if (row >= list.rowCount())
-      return Outcome::refused(nameOf(list) + " has no row " + std::to_string(row));
-  if (!list.isMultiSelect() && rows.size() > 1)
-    return Outcome::refused(nameOf(list) + " takes one selected row");
-  dialog_.SetFocus(list);
-  list.select(std::move(rows));
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(list); !refusal) return refusal;
+    for (const std::size_t row : rows)
+      if (row >= list.rowCount())
+        return Outcome::refused(nameOf(list) + " has no row " + std::to_string(row));
+    if (!list.isMultiSelect() && rows.size() > 1)
+      return Outcome::refused(nameOf(list) + " takes one selected row");
+    dialog_.SetFocus(list);
+    list.select(std::move(rows));
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::doubleClick(ListControl& list, std::size_t row) {
-  if (Outcome refusal = usable(list); !refusal) return refusal;
-  if (row >= list.rowCount())
-    return Outcome::refused(nameOf(list) + " has no row " + std::to_string(row));
-  dialog_.SetFocus(list);
-  if (!list.isSelected(row)) list.selectOnly(row);
-  settle();
-  if (dialog_.HasEnded()) return {};
-  list.notice(Notice::doubleClicked, static_cast<int>(row));
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(list); !refusal) return refusal;
+    if (row >= list.rowCount())
+      return Outcome::refused(nameOf(list) + " has no row " + std::to_string(row));
+    dialog_.SetFocus(list);
+    if (!list.isSelected(row)) list.selectOnly(row);
+    settle();
+    if (dialog_.HasEnded()) return {};
+    list.notice(Notice::doubleClicked, static_cast<int>(row));
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::sort(ListControl& list, std::size_t column) {
-  if (Outcome refusal = usable(list); !refusal) return refusal;
-  if (column >= list.columns().size())
-    return Outcome::refused(nameOf(list) + " has no column " + std::to_string(column));
-  const auto present = list.sorted();
-  const bool again = present && present->column == column;
-  list.sort({column, again && !present->descending});
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(list); !refusal) return refusal;
+    if (column >= list.columns().size())
+      return Outcome::refused(nameOf(list) + " has no column " + std::to_string(column));
+    const auto present = list.sorted();
+    const bool again = present && present->column == column;
+    list.sort({column, again && !present->descending});
+    return {};
+  });
 }
 
 Outcome UserInput::press(Control& control, Key key) {
-  if (Outcome refusal = usable(control); !refusal) return refusal;
-  dialog_.SetFocus(control);
-  if (key == Key::enter && control.kind() == ControlKind::button) return click(control);
-  if (key == Key::enter) {
-    Control* ok = dialog_.FindControl(IdOk);
-    if (ok != nullptr && !usable(*ok)) return {};
-    dialog_.PressOk();
-  } else if (key == Key::escape) {
-    dialog_.PressCancel();
-  } else if (auto* edit = dynamic_cast<EditControl*>(&control); edit && key == Key::deleteKey) {
-    return erase(*edit, true);
-  } else if (control.kind() == ControlKind::list) {
-    control.notice(Notice::keyPressed, static_cast<int>(key));
-  }
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(control); !refusal) return refusal;
+    dialog_.SetFocus(control);
+    if (key == Key::enter && control.kind() == ControlKind::button) return click(control);
+    if (key == Key::enter) {
+      Control* ok = dialog_.FindControl(IdOk);
+      if (ok != nullptr && !usable(*ok)) return {};
+      dialog_.PressOk();
+    } else if (key == Key::escape) {
+      dialog_.PressCancel();
+    } else if (auto* edit = dynamic_cast<EditControl*>(&control); edit && key == Key::deleteKey) {
+      return erase(*edit, true);
+    } else if (control.kind() == ControlKind::list) {
+      control.notice(Notice::keyPressed, static_cast<int>(key));
+    }
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::paint(XCCalendar& calendar, const XCDateTime& date) {
-  if (Outcome refusal = usable(calendar); !refusal) return refusal;
-  dialog_.SetFocus(calendar);
-  if (!calendar.Paint(date))
-    return Outcome::refused("the day " + date.GetDateTime(1, true, u"/", u":").ToUtf8() +
-                            " can't be painted");
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(calendar); !refusal) return refusal;
+    dialog_.SetFocus(calendar);
+    if (!calendar.Paint(date))
+      return Outcome::refused("the day " + date.GetDateTime(1, true, u"/", u":").ToUtf8() +
+                              " can't be painted");
+    settle();
+    return {};
+  });
 }
 
 Outcome UserInput::showYear(XCCalendar& calendar, int year) {
-  if (Outcome refusal = usable(calendar); !refusal) return refusal;
-  if (year < calendar.MinYear() || year > calendar.MaxYear())
-    return Outcome::refused("the year " + std::to_string(year) + " is not shown here");
-  calendar.ShowYear(year);
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(calendar); !refusal) return refusal;
+    if (year < calendar.MinYear() || year > calendar.MaxYear())
+      return Outcome::refused("the year " + std::to_string(year) + " is not shown here");
+    calendar.ShowYear(year);
+    return {};
+  });
 }
 
 Outcome UserInput::focus(Control& control) {
-  if (Outcome refusal = usable(control); !refusal) return refusal;
-  dialog_.SetFocus(control);
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (Outcome refusal = usable(control); !refusal) return refusal;
+    dialog_.SetFocus(control);
+    return {};
+  });
 }
 
 Outcome UserInput::close() {
-  if (dialog_.HasEnded()) return Outcome::refused("the dialog is closed");
-  dialog_.PressClose();
-  settle();
-  return {};
+  return perform(dialog_, [&]() -> Outcome {
+    if (dialog_.HasEnded()) return Outcome::refused("the dialog is closed");
+    dialog_.PressClose();
+    settle();
+    return {};
+  });
 }
 
 }  // namespace host
