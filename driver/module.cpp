@@ -94,9 +94,12 @@ class Registration {
     module_.deviceDialogs = {{"XCDlgNewModifyZelLampManager", makeDeviceDefinition},
                              {"XCUpdateNodesZelLampManager", makeNodeUpdate}};
     module_.pages = {
-        CDlgE01CfgZelLampManager::PageTable,         CDlgE02CfgZelLampManager::PageTable,
-        CDlgE04CfgZelLampManager::PageTable,         CDlgE05CfgZelLampManager::PageTable,
-        groupSchedules<lamp::ProgramKind::interval>, groupSchedules<lamp::ProgramKind::clock>};
+        CDlgE01CfgZelLampManager::PageTable,      CDlgE02CfgZelLampManager::PageTable,
+        CDlgE03CfgZelLampManager::PageTable,      CDlgE04CfgZelLampManager::PageTable,
+        CDlgE05CfgZelLampManager::PageTable,      groupSchedules<lamp::ProgramKind::interval>,
+        groupSchedules<lamp::ProgramKind::clock>, CDlgE07CfgZelLampManager::PageTable,
+        CDlgE08CfgZelLampManager::PageTable,      CDlgE09CfgZelLampManager::PageTable,
+        CDlgE11CfgZelLampManager::PageTable};
   }
 
   host::ExtensionModule module_;

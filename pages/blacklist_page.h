@@ -1,34 +1,29 @@
 #pragma once
 
-#include "pages/binding/date_field.h"
-#include "pages/binding/settings_page.h"
+#include "pages/binding/document_page.h"
 
 /// The nodes that the controller is to ignore: the node table and the blacklist side by side, and
 /// moves between them. Only the blacklist is sent, when its nodes are others than before.
-class CDlgE09CfgZelLampManager : public lamp::SettingsPage {
+class CDlgE09CfgZelLampManager : public lamp::DocumentPage {
  public:
   CDlgE09CfgZelLampManager(XCDriver* driver, CWnd* parent);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable();
 
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
 
+  /// As it was read where moves have come to nothing.
+  const Node* Edited() override { return Changed() ? DocumentPage::Edited() : Untouched(); }
+
  protected:
-  bool Write() override;
+  bool Changed() override;
 
  private:
-  void OnMoveRight();
-  void OnMoveLeft();
+  void OnMove(int controlId);
   void OnKey(host::Key key);
   void OnSelectionChanged();
-  void takeReply();
-  void fill(std::size_t selectedRow);
-  bool changed() const;
-
-  XmlDocument nodes_;      // the reply, of which the node list shows the table
-  XmlDocument blacklist_;  // a copy of the reply's blacklist, which is edited and sent
-  XmlDocument untouched_;  // the blacklist as it was read
-  lamp::DateField activation_;
+  void fill();
 };

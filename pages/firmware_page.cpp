@@ -30,11 +30,23 @@ constexpr std::size_t LargestFile = host::XmlText::MaxSize / 4 * 3;
 
 constexpr int PathWidth = 320;
 
+host::PageDescription makeTable() {
+  host::PageDescription page;
+  page.writeSection = lamp::section::FirmwareWrite;
+  page.form = host::WriteForm::order;
+  page.activation = Id::Activation;
+  return page;
+}
+
 }  // namespace
 
+const host::PageDescription& CDlgE03CfgZelLampManager::PageTable() {
+  static const host::PageDescription page = makeTable();
+  return page;
+}
+
 CDlgE03CfgZelLampManager::CDlgE03CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::template_number::Firmware, driver, parent),
-      activation_(*this, Activation) {}
+    : DescribedPage(lamp::template_number::Firmware, PageTable(), driver, parent) {}
 
 host::DialogTemplate CDlgE03CfgZelLampManager::Template() {
   return {
@@ -58,8 +70,7 @@ const host::MessageMap* CDlgE03CfgZelLampManager::GetMessageMap() const {
 
 bool CDlgE03CfgZelLampManager::OnInitDialog() {
   SetWindowText(XCLoadString(TextId::Update));
-  activation_.initialise();
-  return SettingsPage::OnInitDialog();
+  return DescribedPage::OnInitDialog();
 }
 
 void CDlgE03CfgZelLampManager::Layout() {
@@ -81,6 +92,11 @@ void CDlgE03CfgZelLampManager::chooseFile() {
   SetDlgItemText(Id::File, shownPath_);
 }
 
+std::vector<host::OrderedValue> CDlgE03CfgZelLampManager::Ordered() const {
+  if (file_.empty()) return {};
+  return {{std::nullopt, std::string(Firmware.text()), {TextId::File}, shownPath_}};
+}
+
 // The bytes are let go as soon as they are encoded: a large file never lies here more than twice.
 std::optional<std::string> CDlgE03CfgZelLampManager::encodedFile() const {
   std::string bytes;
@@ -95,7 +111,7 @@ bool CDlgE03CfgZelLampManager::Write() {
     chooseFile();
     return false;
   }
-  const std::optional<XCBasicString> stamp = activation_.checkedStamp();
+  const std::optional<XCBasicString> stamp = CheckedStamp();
   if (!stamp) return false;
   XmlDocument command;
   XmlDocument::XmlNode& root = command.Create(lamp::element::DeviceCfg);

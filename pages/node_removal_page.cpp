@@ -1,8 +1,13 @@
 #include "pages/node_removal_page.h"
 
+#include <string>
+#include <unordered_set>
+
 #include "exchange/template_numbers.h"
 #include "pages/binding/node_record.h"
 #include "pages/binding/row_editor.h"
+#include "pages/binding/section_write.h"
+#include "pages/binding/value_controls.h"
 
 using host::TextId;
 namespace attribute = lamp::attribute;
@@ -37,23 +42,62 @@ void keepWithoutReference(Node& table) {
   }
 }
 
+void removeNamed(Node& table, const Node& written) {
+  std::unordered_set<std::u16string> named;
+  for (const Node& node : written.Children())
+    if (lamp::isNode(node)) named.insert(lamp::nodeIdentity(node).str());
+  for (Node& node : table.Children())
+    if (lamp::isNode(node) && named.contains(lamp::nodeIdentity(node).str()))
+      lamp::eraseDescription(node);
+}
+
+// Reference and position go with the node; no edit shows them.
+std::vector<host::Binding> removedValues() {
+  return {
+      {.name = "Reference",
+       .attributes = {attribute::Reference},
+       .caption = {TextId::NodeReference}},
+      {.name = "latitude", .attributes = {attribute::Latitude}, .caption = {TextId::Latitude}},
+      {.name = "longitude", .attributes = {attribute::Longitude}, .caption = {TextId::Longitude}}};
+}
+
+host::PageDescription makeTable() {
+  host::PageDescription page = lamp::wholeSection(
+      {lamp::section::NodesRead, lamp::section::NodeRemovalWrite, lamp::StampRule::activation});
+  page.form = host::WriteForm::order;
+  page.activation = Id::Activation;
+  page.rows = {{.places = {{.list = Id::Nodes}},
+                .isRow = lamp::isNode,
+                .identity = lamp::nodeIdentity,
+                .bindings = removedValues(),
+                .removeControl = Id::Remove}};
+  page.makeWrite = [whole = page.makeWrite](XmlDocument& request, const Node* untouched,
+                                            const Node& edited, const XCBasicString& stamp) {
+    if (!whole(request, untouched, edited, stamp)) return false;
+    keepWithoutReference(*request.Root()->FirstChild());
+    return true;
+  };
+  page.applyWrite = removeNamed;
+  return page;
+}
+
 }  // namespace
 
+const host::PageDescription& CDlgE08CfgZelLampManager::PageTable() {
+  static const host::PageDescription page = makeTable();
+  return page;
+}
+
 CDlgE08CfgZelLampManager::CDlgE08CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::template_number::NodeRemoval, lamp::section::NodesRead, driver, parent),
-      copy_(lamp::section::NodesRead),
-      activation_(*this, Id::Activation) {}
+    : DocumentPage(lamp::template_number::NodeRemoval, PageTable(), driver, parent) {}
 
 host::DialogTemplate CDlgE08CfgZelLampManager::Template() {
-  return {lamp::template_number::NodeRemoval,
-          "CDlgE08CfgZelLampManager",
-          "E08",
-          {host::group(Id::NodesGroup, "nodesGroup", TextId::NodeRemoval),
-           host::list(Id::Nodes, "nodes"),
-           host::button(Id::Remove, "remove", TextId::Remove, "REMOVE-16.png"),
-           host::group(Id::ActivationGroup, "activationGroup", TextId::DateAndTime),
-           host::edit(Id::Activation, "activation"), host::okButton(TextId::Send),
-           host::cancelButton()}};
+  return {lamp::template_number::NodeRemoval, "CDlgE08CfgZelLampManager", "E08",
+          lamp::joined({{host::group(Id::NodesGroup, "nodesGroup", TextId::NodeRemoval),
+                         host::list(Id::Nodes, "nodes"),
+                         host::button(Id::Remove, "remove", TextId::Remove, "REMOVE-16.png")},
+                        lamp::activationControls(Id::ActivationGroup, Id::Activation),
+                        {host::okButton(TextId::Send), host::cancelButton()}})};
 }
 
 const host::MessageMap* CDlgE08CfgZelLampManager::GetMessageMap() const {
@@ -66,11 +110,10 @@ const host::MessageMap* CDlgE08CfgZelLampManager::GetMessageMap() const {
 
 bool CDlgE08CfgZelLampManager::OnInitDialog() {
   SetPageTitle(TextId::NodeRemoval);
-  activation_.initialise();
   List(Id::Nodes).setColumns(lamp::nodeColumns());
-  copy_.take(Document());
-  fill(0);
-  return SettingsPage::OnInitDialog();
+  const bool chooseFocus = DocumentPage::OnInitDialog();
+  fill();
+  return chooseFocus;
 }
 
 void CDlgE08CfgZelLampManager::Layout() {
@@ -79,34 +122,24 @@ void CDlgE08CfgZelLampManager::Layout() {
                    {layout::control(Id::Nodes, 1),
                     XCHoritzontalLayout({layout::gap(35), layout::control(Id::Remove, 0, 30),
                                          layout::stretch(), layout::gap(35)}),
-                    layout::box(Id::ActivationGroup, {layout::control(Id::Activation)})},
+                    lamp::activationBox(Id::ActivationGroup, Id::Activation)},
                    1),
        layout::okCancelRow()}));
 }
 
-void CDlgE08CfgZelLampManager::fill(std::size_t selectedRow) {
+void CDlgE08CfgZelLampManager::fill() {
   host::ListControl& nodes = List(Id::Nodes);
-  lamp::fillRows(nodes, copy_.section(), isListed);
+  lamp::fillRows(nodes, Copy().section(), isListed);
   EnableIf(nodes.rowCount() > 0, Id::Remove, TextId::NoNodeWithReference);
-  nodes.selectOnly(selectedRow);
+  nodes.selectOnly(0);
 }
 
 void CDlgE08CfgZelLampManager::OnRemove() {
   const host::ListControl& nodes = List(Id::Nodes);
   for (const std::size_t row : nodes.selection()) lamp::eraseDescription(*nodes.element(row));
-  fill(0);
+  fill();
 }
 
 void CDlgE08CfgZelLampManager::OnKey(host::Key key) {
   if (key == host::Key::deleteKey) OnRemove();
-}
-
-bool CDlgE08CfgZelLampManager::Write() {
-  if (!copy_.changed()) return true;
-  const std::optional<XCBasicString> stamp = activation_.checkedStamp();
-  if (!stamp) return false;
-  Node* table = copy_.prepareWrite(Document(), lamp::section::NodeRemovalWrite, *stamp);
-  if (table == nullptr) return false;
-  keepWithoutReference(*table);
-  return writeCfg(false);
 }

@@ -1,30 +1,23 @@
 #pragma once
 
-#include "pages/binding/date_field.h"
-#include "pages/binding/settings_page.h"
-#include "pages/binding/working_copy.h"
+#include "pages/binding/document_page.h"
 
 /// Removes nodes from the controller's table: it lists those that carry a reference, takes
 /// reference and position away from the chosen ones, and sends the nodes that are left without a
 /// reference.
-class CDlgE08CfgZelLampManager : public lamp::SettingsPage {
+class CDlgE08CfgZelLampManager : public lamp::DocumentPage {
  public:
   CDlgE08CfgZelLampManager(XCDriver* driver, CWnd* parent);
 
   static host::DialogTemplate Template();
+  static const host::PageDescription& PageTable();
 
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
 
- protected:
-  bool Write() override;
-
  private:
   void OnRemove();
   void OnKey(host::Key key);
-  void fill(std::size_t selectedRow);
-
-  lamp::WorkingCopy copy_;
-  lamp::DateField activation_;
+  void fill();
 };

@@ -77,7 +77,7 @@ host::LayoutItem ProgramFields::arrangement(int firstId) {
 ProgramFields::ProgramFields(XCBaseDlg& dialog, const host::RowSet& rows)
     : dialog_(dialog),
       values_(rows.bindings),
-      rows_(dialog, rows.places.front().list, rowFields(rows.bindings)) {}
+      rows_(dialog, rows.places.front().list, rows.bindings) {}
 
 void ProgramFields::initialise() {
   showCaptions(dialog_, values_);

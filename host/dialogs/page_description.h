@@ -15,8 +15,9 @@
 
 namespace host {
 
-/// What kind of text a value is. An edit of a number takes digits alone.
-enum class ValueKind { text, number, time, choice, flag };
+/// What kind of text a value is. An edit of a number takes digits alone, one of an IPv4 address
+/// digits and dots.
+enum class ValueKind { text, number, time, choice, flag, ipAddress };
 
 /// Who decides a value: the engineer, or the controller (states, counters, stamps).
 enum class ValueOwner { engineer, controller };
@@ -160,12 +161,12 @@ struct PageDescription {
   std::vector<RowSet> rows = {};
   /// Makes @p request the write that turns @p untouched (null where the reply lacked the section)
   /// into @p edited, from the activation date @p stamp on. False where that can't be made, as for a
-  /// row without identity.
+  /// row without identity. Null for orders of what is selected, in a list or on disk.
   std::function<bool(XmlDocument& request, const Node* untouched, const Node& edited,
                      const XCBasicString& stamp)>
       makeWrite = nullptr;
   /// Puts the written section, the child of a request's root, into the section as it was read: as
-  /// the controller holds it once the write is in force. Null for orders that no section holds.
+  /// the controller holds it once the write is in force. Null where makeWrite is.
   std::function<void(Node& section, const Node& written)> applyWrite = nullptr;
 };
 

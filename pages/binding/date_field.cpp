@@ -20,6 +20,15 @@ bool isStamp(std::u16string_view text) {
 
 }  // namespace
 
+host::LayoutItem activationBox(int groupId, int editId) {
+  return host::layout::box(groupId, {host::layout::control(editId)});
+}
+
+std::vector<host::ControlSpec> activationControls(int groupId, int editId) {
+  return {host::group(groupId, "activationGroup", host::TextId::DateAndTime),
+          host::edit(editId, "activation")};
+}
+
 XCBasicString stampAsDate(const XCBasicString& stamp) {
   return XCBasicString::Format(u"%s/%s/%s %s:%s:%s", stamp.Mid(6, 2), stamp.Mid(4, 2),
                                stamp.Mid(0, 4), stamp.Mid(8, 2), stamp.Mid(10, 2),

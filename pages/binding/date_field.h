@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "host/dialogs/base_dlg.h"
 #include "host/time/date_time.h"
@@ -34,6 +35,10 @@ class DateField {
   XCBaseDlg& dialog_;
   int editId_;
 };
+
+/// The box with an activation date, and its controls.
+host::LayoutItem activationBox(int groupId, int editId);
+std::vector<host::ControlSpec> activationControls(int groupId, int editId);
 
 /// "20240331023000" as "31/03/2024 02:30:00"; see DateField::showStampPieces.
 XCBasicString stampAsDate(const XCBasicString& stamp);

@@ -1,6 +1,7 @@
 #include "pages/binding/row_editor.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "pages/binding/flag_guard.h"
 
@@ -30,6 +31,12 @@ bool fillRows(host::ListControl& list, Node* section,
   return true;
 }
 
+RowEditor::RowEditor(XCBaseDlg& dialog, int listId, const std::vector<host::Binding>& values)
+    : dialog_(dialog), listId_(listId) {
+  std::copy_if(values.begin(), values.end(), std::back_inserter(values_),
+               [](const host::Binding& value) { return value.control != 0; });
+}
+
 void RowEditor::fill(Node* section, const std::function<bool(const Node&)>& isRow,
                      std::size_t selectedRow) {
   if (fillRows(list(), section, isRow)) list().selectOnly(selectedRow);
@@ -37,31 +44,31 @@ void RowEditor::fill(Node* section, const std::function<bool(const Node&)>& isRo
 
 namespace {
 
-// What the rows looked at so far have in common in one field.
+// What the rows looked at so far have in common in one value.
 class CommonValue {
  public:
-  CommonValue(const RowField& field, const Node& first) : field_(field) {
-    if (field.read)
-      made_ = field.read(first);
+  CommonValue(const host::Binding& binding, const Node& first) : binding_(binding) {
+    if (binding.read)
+      made_ = binding.read(first);
     else
-      text_ = first.attribute(*field.attribute, place_);
+      text_ = first.attribute(binding.attributes.front(), place_);
   }
 
   /// False once a row differs.
   bool agrees(const Node& other) {
     if (common_)
-      common_ = field_.read ? field_.read(other) == made_
-                            : other.attribute(*field_.attribute, place_) == text_;
+      common_ = binding_.read ? binding_.read(other) == made_
+                              : other.attribute(binding_.attributes.front(), place_) == text_;
     return common_;
   }
 
-  XCBasicString value() const {
+  XCBasicString text() const {
     if (!common_) return {};
-    return field_.read ? made_ : text_.toString();
+    return binding_.read ? made_ : text_.toString();
   }
 
  private:
-  const RowField& field_;
+  const host::Binding& binding_;
   XCBasicString made_;
   host::XmlText text_;
   std::size_t place_ = 0;
@@ -70,21 +77,22 @@ class CommonValue {
 
 }  // namespace
 
-// All fields of a row before those of the next one: at many rows, each is fetched from memory once.
-std::vector<XCBasicString> RowEditor::commonValues() const {
+// All values of a row before those of the next one: at many rows, each is fetched from memory once.
+std::vector<XCBasicString> RowEditor::commonTexts() const {
   const host::ListControl& rows = list();
   const auto& selected = rows.selection();
   std::vector<CommonValue> common;
-  for (const RowField& field : fields_) common.emplace_back(field, *rows.element(selected.front()));
+  for (const host::Binding& value : values_)
+    common.emplace_back(value, *rows.element(selected.front()));
   for (std::size_t i = 1; i < selected.size(); ++i) {
     const Node& other = *rows.element(selected[i]);
     bool any = false;
     for (CommonValue& value : common) any = value.agrees(other) || any;
     if (!any) break;
   }
-  std::vector<XCBasicString> values;
-  for (const CommonValue& value : common) values.push_back(value.value());
-  return values;
+  std::vector<XCBasicString> texts;
+  for (const CommonValue& value : common) texts.push_back(value.text());
+  return texts;
 }
 
 void RowEditor::selectionChanged() {
@@ -93,29 +101,29 @@ void RowEditor::selectionChanged() {
   const auto hasElement = [&](std::size_t row) { return rows.element(row) != nullptr; };
   if (selected.empty() || !std::all_of(selected.begin(), selected.end(), hasElement)) return;
   const FlagGuard showing(syncEdits_, false);
-  const std::vector<XCBasicString> values = commonValues();
-  for (std::size_t i = 0; i < fields_.size(); ++i)
-    dialog_.SetDlgItemText(fields_[i].editId, values[i]);
+  const std::vector<XCBasicString> texts = commonTexts();
+  for (std::size_t i = 0; i < values_.size(); ++i)
+    dialog_.SetDlgItemText(values_[i].control, texts[i]);
 }
 
 void RowEditor::editChanged(int editId) {
   if (!syncEdits_) return;
-  const auto field = std::find_if(fields_.begin(), fields_.end(), [editId](const RowField& entry) {
-    return entry.editId == editId;
+  const auto value = std::find_if(values_.begin(), values_.end(), [editId](const auto& binding) {
+    return binding.control == editId;
   });
-  if (field == fields_.end()) return;
+  if (value == values_.end()) return;
   const XCBasicString& text = dialog_.GetDlgItemText(editId);
   host::ListControl& rows = list();
   const Node* first = nullptr;  // its text serves all others
   for (const std::size_t row : rows.selection()) {
     Node* element = rows.element(row);
     if (element == nullptr) break;
-    if (field->write) {
-      field->write(*element, text);
+    if (value->write) {
+      value->write(*element, text);
     } else if (first != nullptr) {
-      element->copyAttribute(*first, *field->attribute);
+      element->copyAttribute(*first, value->attributes.front());
     } else {
-      element->setAttribute(*field->attribute, text);
+      element->setAttribute(value->attributes.front(), text);
       first = element;
     }
   }

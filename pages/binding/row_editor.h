@@ -1,22 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 #include "host/dialogs/base_dlg.h"
+#include "host/dialogs/page_description.h"
 #include "host/xml/xml_document.h"
 
 namespace lamp {
-
-/// One edit below a list and what it edits of the rows' elements: an attribute, or what `read`
-/// makes of the element and `write` puts into it.
-struct RowField {
-  int editId = 0;
-  std::optional<host::XmlName> attribute = std::nullopt;
-  std::function<XCBasicString(const XmlDocument::XmlNode&)> read = nullptr;
-  std::function<void(XmlDocument::XmlNode&, const XCBasicString&)> write = nullptr;
-};
 
 /// A list column that shows an attribute.
 host::ListColumn attributeColumn(std::u16string_view caption, host::XmlName attribute,
@@ -34,9 +25,8 @@ bool fillRows(host::ListControl& list, XmlDocument::XmlNode* section,
 /// edits is not written back.
 class RowEditor {
  public:
-  /// @p dialog must outlive this.
-  RowEditor(XCBaseDlg& dialog, int listId, std::vector<RowField> fields)
-      : dialog_(dialog), listId_(listId), fields_(std::move(fields)) {}
+  /// The edits of @p values, of those that have one. @p dialog must outlive this.
+  RowEditor(XCBaseDlg& dialog, int listId, const std::vector<host::Binding>& values);
 
   /// Fills the list as fillRows does and selects a row. Without a section the list stays as it is.
   void fill(XmlDocument::XmlNode* section,
@@ -56,11 +46,11 @@ class RowEditor {
   host::ListControl& list() const { return dialog_.List(listId_); }
 
  private:
-  std::vector<XCBasicString> commonValues() const;
+  std::vector<XCBasicString> commonTexts() const;
 
   XCBaseDlg& dialog_;
   int listId_;
-  std::vector<RowField> fields_;
+  std::vector<host::Binding> values_;
   bool syncEdits_ = true;
 };
 

@@ -5,6 +5,7 @@
 
 #include "pages/binding/document_page.h"
 #include "pages/binding/row_editor.h"
+#include "pages/binding/value_controls.h"
 
 namespace lamp {
 
@@ -34,31 +35,5 @@ class RowPage : public DocumentPage {
   std::vector<host::MessageEntry> entries_;
   host::MessageMap map_;
 };
-
-/// The edits of a list's values, for the editor of its rows: those that a control shows.
-std::vector<RowField> rowFields(const std::vector<host::Binding>& bindings);
-
-/// Gives the labels of the values their captions.
-void showCaptions(XCBaseDlg& dialog, const std::vector<host::Binding>& bindings);
-
-/// The label and the edit of each value, in order.
-std::vector<host::ControlSpec> controlsOf(const std::vector<host::Binding>& bindings);
-
-/// The control of a value, without its label.
-host::ControlSpec controlOf(const host::Binding& binding);
-
-/// The label of a value above its edit.
-host::LayoutItem labelled(const host::Binding& binding, int stretchFactor = 0);
-
-/// Columns for the values of rows, behind the one that says who a row is.
-std::vector<host::ListColumn> columnsOf(host::ListColumn identity,
-                                        const std::vector<host::Binding>& bindings);
-
-/// The box with the activation date.
-host::LayoutItem activationBox(int groupId, int editId);
-std::vector<host::ControlSpec> activationControls(int groupId, int editId);
-
-/// The table of a dialog, put together from pieces.
-std::vector<host::ControlSpec> joined(std::initializer_list<std::vector<host::ControlSpec>> pieces);
 
 }  // namespace lamp

@@ -15,7 +15,7 @@ bool makeWhole(const SectionWrite& shape, XmlDocument& request, const Node& edit
   Node& written = writeCopy(request, edited, shape.write);
   if (shape.stamp == StampRule::erase) written.eraseAttribute(attribute::Stamp);
   if (shape.stamp == StampRule::activation && !setActivationDate(written, stamp)) return false;
-  return !shape.rewriting || rewriteRows(written, shape.rewriting());
+  return !shape.rewriting || rewriteRows(written, shape.rewriting);
 }
 
 // The controller gives stamps, and what a write drops stays as it was read.
@@ -28,10 +28,9 @@ void keepAsRead(Node& row, const Node& read, const RowRewrite& rewrite) {
 }
 
 void applyRows(const SectionWrite& shape, Node& section, const Node& read) {
-  const SectionWrite::Rewriting rewriting = shape.rewriting();
   const Node* before = read.FirstChild();
   for (Node& row : section.Children()) {
-    const RowRewrite& rewrite = rewriting(row);
+    const RowRewrite& rewrite = shape.rewriting(row);
     restoreRow(row, rewrite);
     if (before == nullptr) continue;
     if (before->attribute(attribute::Id) == row.attribute(attribute::Id))
@@ -63,10 +62,8 @@ void applyWhole(const SectionWrite& shape, Node& section, const Node& written) {
 
 }  // namespace
 
-std::function<SectionWrite::Rewriting()> rewriteAll(const RowRewrite& rewrite) {
-  return [&rewrite]() -> SectionWrite::Rewriting {
-    return [&rewrite](const Node&) -> const RowRewrite& { return rewrite; };
-  };
+SectionWrite::Rewriting rewriteAll(const RowRewrite& rewrite) {
+  return [&rewrite](const Node&) -> const RowRewrite& { return rewrite; };
 }
 
 host::PageDescription wholeSection(SectionWrite shape) {

@@ -23,15 +23,14 @@ struct SectionWrite {
   host::XmlName read;
   host::XmlName write;
   StampRule stamp = StampRule::keep;
-  /// Begins the rewriting of one section's rows: how each of them changes. Null where rows are sent
-  /// as they are.
-  std::function<Rewriting()> rewriting = nullptr;
+  /// How each row changes; null where rows are sent as they are.
+  Rewriting rewriting = nullptr;
   /// Rows in which this is empty are gone once the write is in force.
   std::optional<host::XmlName> deletedBy = std::nullopt;
 };
 
-/// All rows change alike.
-std::function<SectionWrite::Rewriting()> rewriteAll(const RowRewrite& rewrite);
+/// All rows change alike. @p rewrite must outlive the page's table.
+SectionWrite::Rewriting rewriteAll(const RowRewrite& rewrite);
 
 /// A page that sends its whole section: names of the sections, write from section and section from
 /// write. Fields and rows are the page's to add.

@@ -11,11 +11,10 @@ namespace lamp {
 /// wait cursor, and close only when the write succeeded.
 class SettingsPage : public XCBaseDeviceCfg {
  public:
-  SettingsPage(int templateNumber, host::XmlName readSection, XCDriver* driver, CWnd* parent)
+  /// Without a section to read the page opens straight away.
+  SettingsPage(int templateNumber, std::optional<host::XmlName> readSection, XCDriver* driver,
+               CWnd* parent)
       : XCBaseDeviceCfg(templateNumber, driver, parent), readSection_(readSection) {}
-  /// A page that reads nothing and opens straight away.
-  SettingsPage(int templateNumber, XCDriver* driver, CWnd* parent)
-      : XCBaseDeviceCfg(templateNumber, driver, parent) {}
 
   int DoModal() override {
     if (!readSection_) return ShowModal();

@@ -1,10 +1,13 @@
 #include "pages/alarm_thresholds_page.h"
 
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using namespace pages_test;
+using support::changesOn;
+using support::faultsOn;
 using support::TopKind;
 
 // One row of each generation with every threshold, and one more of each that has less.
@@ -314,6 +317,50 @@ TEST_F(AlarmThresholdsPage, WhatThePageDoesNotKnowGoesBackAsItCame) {
     expectSent(written, std::string("a='1' b='2' ") + NowStamp);
     driver.channel().forget();
   }
+}
+
+// --- what it edits
+
+constexpr const char* Complete = R"(
+  <Node Id="1" vf="0.2.9" blinkActive="1" blinkTime="2" blinkTimes="3" blinkTotalTime="4"
+        brokenActive="5" brokenTime="6" capacitorReactive="7" capacitorTime="8"/>
+  <Node Id="2" vf="0.3.0" powerLamp="11" timeAlarm="12" percentageAlarm="13" factorPower="0.9"
+        blinkTime="14" blinkTimes="15"/>)";
+
+TEST_F(AlarmThresholdsPage, EveryThresholdIsAChangeUnderItsCaptionAndFrame) {
+  open(Complete);
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  for (const char* edit : OldEdits) driver.type(edit, "20");
+  for (const char* edit : NewEdits) driver.type(edit, "40");
+  EXPECT_EQ(
+      changesOn(driver.dialog()),
+      (Texts{"1 blinkActive [38482]: [38477] (W): 1 -> 20",
+             "1 blinkTime [38482]: [38478] (s): 2 -> 20", "1 blinkTimes [38482]: [38479]: 3 -> 20",
+             "1 blinkTotalTime [38480] (s): 4 -> 20",
+             "1 brokenActive [38483]: [38477] (W): 5 -> 20", "1 brokenTime [38441] (s): 6 -> 20",
+             "1 capacitorReactive [38481] (W): 7 -> 20", "1 capacitorTime [38442] (s): 8 -> 20",
+             "2 powerLamp [38439] (W): 11 -> 40", "2 timeAlarm [38440] (s): 12 -> 40",
+             "2 percentageAlarm [38443]: 13 -> 40", "2 factorPower [133]: 0.9 -> 40",
+             "2 blinkTime [38489] >= 0.3.0: [38478] (s): 14 -> 40",
+             "2 blinkTimes [38489] >= 0.3.0: [38479]: 15 -> 40"}));
+}
+
+TEST_F(AlarmThresholdsPage, WhatTheWriteAddsIsAChangeToo) {
+  open(std::string(Complete) +
+       R"(<Node Id="3" vf="1" powerLamp="1" timeAlarm="2" factorPower="3" blinkTime="4"
+                blinkTimes="5" brokenTime="other generation"/>)");
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{}) << "nothing is sent";
+  driver.type("capacitorTime", "9");
+  EXPECT_EQ(changesOn(driver.dialog()),
+            (Texts{"1 capacitorTime [38442] (s): 8 -> 9", "3 percentageAlarm [38443]: null -> "}));
+}
+
+TEST_F(AlarmThresholdsPage, TheDateIsItsOnlyFault) {
+  open(FourRows);
+  driver.type("activation", "31/02/2024 00:00:00");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{}) << "there is nothing to send";
+  driver.type("powerLamp", "");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
 }
 
 }  // namespace

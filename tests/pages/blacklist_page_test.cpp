@@ -1,10 +1,13 @@
 #include "pages/blacklist_page.h"
 
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using namespace pages_test;
+using support::changesOn;
+using support::faultsOn;
 using support::TopKind;
 
 constexpr const char* Table = R"(
@@ -295,6 +298,42 @@ TEST_F(BlacklistPage, AHundredThousandNodesMoveAndAreCompared) {
   driver.click("moveRight");
   driver.click("ok");
   expectClosedWithoutSending();
+}
+
+// --- what it edits
+
+TEST_F(BlacklistPage, TheChangesAreTheNodesOnTheOtherSide) {
+  open(Table);
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.select("nodes", {0, 2});
+  driver.click("moveRight");
+  driver.select("blacklist", {0});
+  driver.click("moveLeft");
+  EXPECT_EQ(changesOn(driver.dialog()),
+            (Texts{"1 BlackList [38554]: N -> Y", "3 BlackList [38554]: N -> Y",
+                   "8 BlackList [38554]: Y -> N"}));
+}
+
+TEST_F(BlacklistPage, MovesThatComeToNothingAreNoChangeAndNoFault) {
+  open(R"(<Node nodeId="1"/><Node nodeId="2"/>)");
+  driver.type("activation", "31/02/2024 00:00:00");
+  driver.click("moveRight");
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{"1 BlackList [38554]: N -> Y"});
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
+  driver.click("moveLeft");
+  EXPECT_EQ(driver.column("nodes", 0), (Texts{"2", "1"}));
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{});
+}
+
+TEST_F(BlacklistPage, NodesThatShareAnIdentityAreChangesOnlyWhereTheWriteDiffers) {
+  open(R"(<Node nodeId="1" a="x"/><BlackList><Node nodeId="1" a="y"/></BlackList>)");
+  driver.click("moveRight");
+  driver.select("blacklist", {0});
+  driver.click("moveLeft");
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.click("moveRight");
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{"1 BlackList [38554]: N -> Y"});
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "host/services/identity.h"
 #include "tests/support/dialog_driver.h"
+#include "tests/support/edited_page.h"
 #include "tests/support/faulty_files.h"
 #include "tests/support/lamp_manager.h"
 #include "tests/support/temp_folder.h"
@@ -274,6 +275,19 @@ TEST_F(FirmwarePage, TheCursorWaitsWhileItSends) {
   driver.click("ok");
   EXPECT_EQ(driver.cursorLog(),
             (std::vector<host::CursorShape>{host::CursorShape::wait, host::CursorShape::arrow}));
+}
+
+TEST_F(FirmwarePage, TheFileIsItsOnlyChange) {
+  using Texts = std::vector<std::string>;
+  open();
+  driver.type("activation", "31/02/2024 00:00:00");
+  EXPECT_EQ(support::changesOn(driver.dialog()), Texts{});
+  EXPECT_EQ(support::faultsOn(driver.dialog()), Texts{}) << "there is nothing to send";
+  const auto file = folder.write("lamp.tar", "x");
+  load(file);
+  EXPECT_EQ(support::changesOn(driver.dialog()),
+            Texts{"null Firmware [32378]: null -> " + file.string()});
+  EXPECT_EQ(support::faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
 }
 
 }  // namespace

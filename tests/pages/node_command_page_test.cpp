@@ -1,10 +1,13 @@
 #include "pages/node_command_page.h"
 
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using namespace pages_test;
+using support::changesOn;
+using support::faultsOn;
 using support::TopKind;
 
 constexpr const char* ThreeNodes = R"(
@@ -157,6 +160,20 @@ TEST_F(NodeCommandPage, WhatThePageDoesNotKnowGoesBackAsItCame) {
     expectSent(written);
     driver.channel().forget();
   }
+}
+
+TEST_F(NodeCommandPage, TheChangesAreTheNodesThatItNames) {
+  open(ThreeNodes);
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.type("activation", "31/02/2024 00:00:00");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{}) << "there is nothing to send";
+  driver.select("nodes", {0, 2});
+  EXPECT_EQ(changesOn(driver.dialog()),
+            (Texts{"1 nodeId [24516]: null -> 1", "3 nodeId [24516]: null -> 3"}));
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
+  EXPECT_EQ(driver.selection("nodes"), (Rows{0, 2}));
+  driver.select("nodes", {});
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
 }
 
 }  // namespace

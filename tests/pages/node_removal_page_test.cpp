@@ -1,10 +1,13 @@
 #include "pages/node_removal_page.h"
 
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using namespace pages_test;
+using support::changesOn;
+using support::faultsOn;
 using support::TopKind;
 
 constexpr const char* FourNodes = R"(
@@ -232,6 +235,26 @@ TEST_F(NodeRemovalPage, FiftyThousandNodesAreRemovedAtOnce) {
   ASSERT_EQ(driver.result(), IDOK);
   const XmlDocument sent = support::parsedXml(driver.channel().last().request);
   EXPECT_EQ(sent.Root()->FirstChild()->ChildCount(), Count);
+}
+
+// --- what it edits
+
+TEST_F(NodeRemovalPage, TheChangesAreTheValuesThatGo) {
+  open(std::string(FourNodes) + R"(<Node nodeId="5" latitude="1"/>)");
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.select("nodes", {1, 2});
+  driver.click("remove");
+  EXPECT_EQ(changesOn(driver.dialog()),
+            (Texts{"2 Reference [35538]:  -> null", "2 latitude [35861]: 41.50 -> null",
+                   "2 longitude [35860]: 2.20 -> null", "3 Reference [35538]: Bridge 3 -> null"}));
+}
+
+TEST_F(NodeRemovalPage, TheDateIsAFaultOnceANodeIsRemoved) {
+  open(FourNodes);
+  driver.type("activation", "31/02/2024 00:00:00");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{});
+  driver.click("remove");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
 }
 
 }  // namespace

@@ -3,8 +3,11 @@
 #include <set>
 
 #include "host/dialogs/extension_module.h"
+#include "pages/alarm_thresholds_page.h"
+#include "pages/blacklist_page.h"
 #include "pages/general_settings_page.h"
 #include "pages/node_power_page.h"
+#include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
 #include "pages/scheduled_tasks_page.h"
 #include "programs/group_schedules_page.h"
@@ -54,6 +57,25 @@ constexpr Sample Samples[] = {
           min3="0" power3="3" hour4="5" min4="45" power4="4" time1="9"/></L17>)",
      R"(<L17><Node Id="1" hour1="18" min1="5" power1="9" hour2="23" min2="16" power2="8" hour3="02"
           min3="01" power3="7" hour4="06" min4="46" power4="6" time1="9"/></L17>)"},
+    {"AlarmThresholds", CDlgE07CfgZelLampManager::Template, CDlgE07CfgZelLampManager::PageTable,
+     R"(<L07 Fh="1"><Node Id="1" Fh="7" vf="0.2" blinkActive="1" blinkTime="2" blinkTimes="3"
+          blinkTotalTime="4" brokenActive="5" brokenTime="6" capacitorReactive="7"
+          capacitorTime="8" powerLamp="x"/><lamp Id="2" vf="0.3" powerLamp="1" timeAlarm="2"
+          percentageAlarm="3" factorPower="4" blinkTime="5" blinkTimes="6"><z/></lamp></L07>)",
+     R"(<L07 Fh="1"><Node Id="1" Fh="7" vf="0.2" blinkActive="9" blinkTime="8" blinkTimes="7"
+          blinkTotalTime="6" brokenActive="4" brokenTime="3" capacitorReactive="2"
+          capacitorTime="1" powerLamp="x"/><lamp Id="2" vf="0.3" powerLamp="6" timeAlarm="5"
+          percentageAlarm="4" factorPower="3" blinkTime="2" blinkTimes="1"><z/></lamp></L07>)"},
+    {"NodeRemoval", CDlgE08CfgZelLampManager::Template, CDlgE08CfgZelLampManager::PageTable,
+     R"(<L04 Fh="1"><Node nodeId="1" Reference="a" latitude="3" x="y"/><X/><Node nodeId="2"/>
+          <Node nodeId="3" Reference=""/><Node nodeId="4" Reference="d" longitude="5"/></L04>)",
+     R"(<L04 Fh="1"><Node nodeId="1" x="y"/><X/><Node nodeId="2"/><Node nodeId="3"/>
+          <Node nodeId="4" Reference="d" longitude="5"/></L04>)"},
+    {"Blacklist", CDlgE09CfgZelLampManager::Template, CDlgE09CfgZelLampManager::PageTable,
+     R"(<L04 Fh="1"><Node nodeId="1" Reference="a"/><BlackList Fh="7" o="x"><Node nodeId="8"
+          Reference="y"/><X/><Node nodeId="9"/></BlackList><Node nodeId="2" latitude="1"/></L04>)",
+     R"(<L04 Fh="1"><Node nodeId="1" Reference="a"/><BlackList Fh="7" o="x"><X/><Node nodeId="9"/>
+          <Node nodeId="2" latitude="1"/></BlackList><Node nodeId="8" Reference="y"/></L04>)"},
 };
 
 class PageTable : public testing::TestWithParam<Sample> {
