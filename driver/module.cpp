@@ -99,7 +99,7 @@ class Registration {
         CDlgE05CfgZelLampManager::PageTable,      groupSchedules<lamp::ProgramKind::interval>,
         groupSchedules<lamp::ProgramKind::clock>, CDlgE07CfgZelLampManager::PageTable,
         CDlgE08CfgZelLampManager::PageTable,      CDlgE09CfgZelLampManager::PageTable,
-        CDlgE11CfgZelLampManager::PageTable};
+        CDlgE11CfgZelLampManager::PageTable,      CDlgE13CfgZelLampManager::PageTable};
   }
 
   host::ExtensionModule module_;

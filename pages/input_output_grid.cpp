@@ -1,110 +1,184 @@
 #include "pages/input_output_grid.h"
 
-#include <string>
+#include "pages/binding/value_controls.h"
 
 namespace lamp::io {
 namespace {
 
+using host::Binding;
 using host::TextId;
+using host::ValueKind;
+using Node = XmlDocument::XmlNode;
 
-struct Switch {
-  const char* attribute;
-  TextId caption;
-};
+const host::XmlName Number("Dir");
+const host::XmlName ForcedOn("On");
+const host::XmlName ForcedOff("Off");
 
-// The columns of the check boxes, in the order of the grid and of the section.
-constexpr Switch Switches[SwitchCount] = {{"Ocaso", TextId::Sunset},
-                                          {"Orto", TextId::Sunrise},
-                                          {"In1", TextId::None},
-                                          {"In2", TextId::None},
-                                          {"In3", TextId::None},
-                                          {"In4", TextId::None},
-                                          {"In5", TextId::None},
-                                          {"In6", TextId::None},
-                                          {"In7", TextId::None},
-                                          {"In8", TextId::None},
-                                          {"SincNode", TextId::NodeSynchronisation}};
-constexpr int FirstInputSwitch = 2;
+constexpr std::u16string_view Automatic = u"A";
+constexpr std::u16string_view On = u"N";
+constexpr std::u16string_view Off = u"F";
+constexpr std::u16string_view Yes = u"Y";
+constexpr std::u16string_view No = u"N";
 
-constexpr int InputColumns = 3;
-constexpr int OutputColumns = SwitchCount + 3;
-constexpr int FirstOutputHeadId = FirstHeadId + InputColumns;
-
-void addHead(std::vector<host::ControlSpec>& controls, int firstHead, const std::string& grid,
-             TextId caption) {
-  const int column = static_cast<int>(controls.size());
-  controls.push_back(
-      host::label(firstHead + column, grid + "Head" + std::to_string(column + 1), caption));
+// 0 for a number that is none of the controller's, or not written as the controller writes it.
+int lineOf(const Node& row) {
+  for (int line = 1; line <= LineCount; ++line)
+    if (row.attribute(Number) == host::decimal(line)) return line;
+  return 0;
 }
 
-std::vector<host::LayoutItem> heads(int firstHead, int columns) {
-  std::vector<host::LayoutItem> items;
-  for (int column = 0; column < columns; ++column)
-    items.push_back(host::layout::control(firstHead + column));
-  return items;
+XCBasicString modeOf(const Node& output) {
+  if (output.attribute(ForcedOn) == Yes) return On;
+  return output.attribute(ForcedOff) == Yes ? Off : Automatic;
+}
+
+void setMode(Node& output, const XCBasicString& mode) {
+  output.setAttribute(ForcedOn, mode == On ? Yes : No);
+  output.setAttribute(ForcedOff, mode == Off ? Yes : No);
+}
+
+Binding flag(const char* attribute, host::Caption caption) {
+  return {
+      .name = attribute, .attributes = {attribute}, .caption = caption, .kind = ValueKind::flag};
+}
+
+Binding mode() {
+  Binding value{.name = "mode",
+                .attributes = {ForcedOn, ForcedOff},
+                .caption = {TextId::Mode},
+                .kind = ValueKind::choice};
+  value.choices = {{TextId::Automatic, Automatic[0]}, {TextId::On, On[0]}, {TextId::Off, Off[0]}};
+  value.read = modeOf;
+  value.write = setMode;
+  return value;
+}
+
+Binding state() {
+  Binding value = flag("Value", {TextId::Status});
+  value.owner = host::ValueOwner::controller;
+  value.controlName = "status";
+  return value;
+}
+
+std::vector<Binding> inputValues() {
+  return {state(), flag("SponEnable", {TextId::Spontaneous})};
+}
+
+std::vector<Binding> outputValues() {
+  return {flag("Ocaso", {TextId::Sunset}),
+          flag("Orto", {TextId::Sunrise}),
+          flag("In1", {.suffix = u"In1"}),
+          flag("In2", {.suffix = u"In2"}),
+          flag("In3", {.suffix = u"In3"}),
+          flag("In4", {.suffix = u"In4"}),
+          flag("In5", {.suffix = u"In5"}),
+          flag("In6", {.suffix = u"In6"}),
+          flag("In7", {.suffix = u"In7"}),
+          flag("In8", {.suffix = u"In8"}),
+          flag("SincNode", {TextId::NodeSynchronisation}),
+          mode(),
+          state()};
+}
+
+Grid made(Grid grid, TextId frame, std::vector<Binding> values) {
+  int control = grid.firstLine;
+  for (Binding& value : values) {
+    value.frame = {frame};
+    value.control = ++control;
+  }
+  const auto isLine = [tag = grid.tag](const Node& row) {
+    return row.TagName() == tag && lineOf(row) != 0;
+  };
+  const auto identity = [name = XCBasicString::FromUtf8(grid.name)](const Node& row) {
+    return name + row.getAttribute(Number);
+  };
+  grid.rows = {
+      .places = {{}}, .isRow = isLine, .identity = identity, .bindings = std::move(values)};
+  grid.rows.controlOf = [](const Node& row, const Binding& value) {
+    return value.control + (lineOf(row) - 1) * IdStep;
+  };
+  return grid;
 }
 
 }  // namespace
 
-host::XmlName switchAttribute(int index) {
-  static const std::vector<host::XmlName> names = [] {
-    std::vector<host::XmlName> all;
-    for (const Switch& column : Switches) all.emplace_back(column.attribute);
-    return all;
-  }();
-  return names[static_cast<std::size_t>(index)];
+const Grid& inputs() {
+  static const Grid grid = made({.name = "input",
+                                 .lineHead = TextId::Input,
+                                 .lineName = TextId::InputNumber,
+                                 .firstHead = FirstHeadId,
+                                 .firstLine = FirstInputId,
+                                 .tag = "Input"},
+                                TextId::Inputs, inputValues());
+  return grid;
 }
 
-int inputHead(int input) {
-  return FirstOutputHeadId + FirstInputSwitch + input;
+const Grid& outputs() {
+  static const Grid grid = made({.name = "output",
+                                 .lineHead = TextId::Output,
+                                 .lineName = TextId::OutputNumber,
+                                 .firstHead = FirstHeadId + IdStep,
+                                 .firstLine = FirstOutputId,
+                                 .tag = "Output"},
+                                TextId::Outputs, outputValues());
+  return grid;
 }
 
-std::vector<host::ControlSpec> inputControls() {
-  std::vector<host::ControlSpec> controls;
-  for (const TextId caption : {TextId::Input, TextId::Status, TextId::Spontaneous})
-    addHead(controls, FirstHeadId, "input", caption);
-  for (int input = 1; input <= LineCount; ++input) {
-    const std::string name = "input" + std::to_string(input);
-    controls.push_back(host::label(inputName(input), name));
-    controls.push_back(host::label(inputStatus(input), name + ".status"));
-    controls.push_back(host::check(inputSpontaneous(input), name + ".SponEnable"));
+std::vector<host::ControlSpec> Grid::controls() const {
+  std::vector<host::ControlSpec> specs;
+  for (int column = 0; column <= static_cast<int>(rows.bindings.size()); ++column)
+    specs.push_back(host::label(firstHead + column, name + "Head" + std::to_string(column + 1)));
+  for (int line = 1; line <= LineCount; ++line) {
+    const std::string lineControl = name + std::to_string(line);
+    specs.push_back(host::label(firstLine + (line - 1) * IdStep, lineControl));
+    for (const Binding& value : rows.bindings) {
+      host::ControlSpec spec = controlOf(value);
+      if (value.owner == host::ValueOwner::controller) spec.kind = host::ControlKind::label;
+      spec.id = control(value, line);
+      spec.name = lineControl + "." + value.nameOfControl();
+      specs.push_back(std::move(spec));
+    }
   }
-  return controls;
+  return specs;
 }
 
-std::vector<host::ControlSpec> outputControls() {
-  std::vector<host::ControlSpec> controls;
-  addHead(controls, FirstOutputHeadId, "output", TextId::Output);
-  for (const Switch& column : Switches)
-    addHead(controls, FirstOutputHeadId, "output", column.caption);
-  for (const TextId caption : {TextId::Mode, TextId::Status})
-    addHead(controls, FirstOutputHeadId, "output", caption);
-  for (int output = 1; output <= LineCount; ++output) {
-    const std::string name = "output" + std::to_string(output);
-    controls.push_back(host::label(outputName(output), name));
-    for (int index = 0; index < SwitchCount; ++index)
-      controls.push_back(
-          host::check(outputSwitch(output, index), name + "." + Switches[index].attribute));
-    controls.push_back(host::combo(outputMode(output), name + ".mode"));
-    controls.push_back(host::label(outputStatus(output), name + ".status"));
+host::LayoutItem Grid::layout() const {
+  const int columns = static_cast<int>(rows.bindings.size()) + 1;
+  std::vector<host::LayoutItem> items;
+  for (int column = 0; column < columns; ++column)
+    items.push_back(host::layout::control(firstHead + column));
+  for (int line = 0; line < LineCount; ++line)
+    for (int column = 0; column < columns; ++column)
+      items.push_back(host::layout::control(firstLine + line * IdStep + column));
+  return host::layout::grid(columns, std::move(items));
+}
+
+void Grid::showCaptions(XCBaseDlg& dialog) const {
+  dialog.SetDlgItemText(firstHead, lineHead);
+  int head = firstHead;
+  for (const Binding& value : rows.bindings)
+    dialog.SetDlgItemText(++head, value.caption.toString());
+  for (int line = 1; line <= LineCount; ++line)
+    dialog.SetDlgItemText(firstLine + (line - 1) * IdStep,
+                          XCBasicString::Format(XCLoadString(lineName), line));
+}
+
+void Grid::show(XCBaseDlg& dialog, int line, const Node& row) const {
+  for (const Binding& value : rows.bindings) {
+    const int id = control(value, line);
+    if (value.owner == host::ValueOwner::controller) {
+      dialog.SetDlgItemText(id, value.valueIn(row) == u"0" ? TextId::Off : TextId::On);
+      continue;
+    }
+    if (value.kind == ValueKind::choice) fillChoices(dialog.Combo(id), value);
+    showValue(dialog, id, value, row);
   }
-  return controls;
 }
 
-host::LayoutItem inputGrid() {
-  std::vector<host::LayoutItem> items = heads(FirstHeadId, InputColumns);
-  for (int input = 1; input <= LineCount; ++input)
-    for (const int id : {inputName(input), inputStatus(input), inputSpontaneous(input)})
-      items.push_back(host::layout::control(id));
-  return host::layout::grid(InputColumns, std::move(items));
-}
-
-host::LayoutItem outputGrid() {
-  std::vector<host::LayoutItem> items = heads(FirstOutputHeadId, OutputColumns);
-  for (int output = 1; output <= LineCount; ++output)
-    for (int id = outputName(output); id <= outputStatus(output); ++id)
-      items.push_back(host::layout::control(id));
-  return host::layout::grid(OutputColumns, std::move(items));
+Node* Grid::rowOf(Node& section, int line) const {
+  for (Node& child : section.Children())
+    if (rows.isRow(child) && lineOf(child) == line) return &child;
+  return nullptr;
 }
 
 }  // namespace lamp::io

@@ -1,66 +1,56 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
-#include "host/ui/control_spec.h"
-#include "host/ui/layout.h"
-#include "host/xml/xml_name.h"
+#include "host/dialogs/base_dlg.h"
+#include "host/dialogs/page_description.h"
 
-// The two grids of the inputs and outputs page: a row for every input and for every output of the
-// controller, numbered from 1.
+// The two grids of the inputs and outputs page: a line of controls for every input and for every
+// output of the controller, numbered from 1.
 
 namespace lamp::io {
 
 constexpr int LineCount = 8;
-/// What can switch an output: sunset, sunrise, the inputs, the synchronisation of the nodes.
-constexpr int SwitchCount = 11;
 
-/// The attribute of a switch, which is also the ending of its check box's name; 0 is sunset, 1 is
-/// sunrise.
-host::XmlName switchAttribute(int index);
-constexpr int SunsetSwitch = 0;
-constexpr int SunriseSwitch = 1;
-
-// The controls of the rows. The private ids below 100 are the page's own.
+// The private ids below 100 are the page's own.
 constexpr int FirstInputId = host::privateId(100);
-constexpr int InputIdStep = 10;
-constexpr int FirstOutputId = host::privateId(200);
-constexpr int OutputIdStep = 20;
-constexpr int FirstHeadId = host::privateId(400);
+constexpr int FirstOutputId = host::privateId(300);
+constexpr int FirstHeadId = host::privateId(500);
+/// From a control of a line to the same of the next one.
+constexpr int IdStep = 20;
+constexpr int LastOutputId = FirstOutputId + LineCount * IdStep - 1;
 
-constexpr int inputName(int input) {
-  return FirstInputId + (input - 1) * InputIdStep;
-}
-constexpr int inputStatus(int input) {
-  return inputName(input) + 1;
-}
-constexpr int inputSpontaneous(int input) {
-  return inputName(input) + 2;
-}
+/// The values of an output by their columns.
+enum OutputColumn { Sunset, Sunrise, FirstInput, Synchronised = FirstInput + LineCount, Mode };
 
-constexpr int outputName(int output) {
-  return FirstOutputId + (output - 1) * OutputIdStep;
-}
-constexpr int outputSwitch(int output, int index) {
-  return outputName(output) + 1 + index;
-}
-constexpr int outputMode(int output) {
-  return outputName(output) + 1 + SwitchCount;
-}
-constexpr int outputStatus(int output) {
-  return outputMode(output) + 1;
-}
+/// A grid: a column with the names of the lines and one for each value of their rows, whose control
+/// is the one in the first line.
+struct Grid {
+  using Node = XmlDocument::XmlNode;
 
-constexpr int LastOutputId = outputStatus(LineCount);
+  std::string name;       ///< of its controls, "input"
+  host::TextId lineHead;  ///< above the names of the lines
+  host::TextId lineName;  ///< with a place for the number
+  int firstHead;
+  int firstLine;  ///< the control with the name of the first line
+  host::XmlName tag;
+  host::RowSet rows = {};
 
-/// The captions of the columns and the controls of the rows.
-std::vector<host::ControlSpec> inputControls();
-std::vector<host::ControlSpec> outputControls();
+  int control(const host::Binding& value, int line) const {
+    return value.control + (line - 1) * IdStep;
+  }
+  /// Captions, names and values: "inputHead1", "input1", "input1.SponEnable".
+  std::vector<host::ControlSpec> controls() const;
+  host::LayoutItem layout() const;
+  void showCaptions(XCBaseDlg& dialog) const;
+  /// Shows the values of a row in a line. A box is checked unless the row says "N".
+  void show(XCBaseDlg& dialog, int line, const Node& row) const;
+  /// The row that a line edits, none when the section lacks it.
+  Node* rowOf(Node& section, int line) const;
+};
 
-host::LayoutItem inputGrid();
-host::LayoutItem outputGrid();
-
-/// Where the captions "In1" to "In8" stand, which have no text number.
-int inputHead(int input);
+const Grid& inputs();
+const Grid& outputs();
 
 }  // namespace lamp::io

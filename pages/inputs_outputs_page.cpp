@@ -1,7 +1,10 @@
 #include "pages/inputs_outputs_page.h"
 
 #include "exchange/template_numbers.h"
+#include "pages/binding/section_write.h"
+#include "pages/binding/value_controls.h"
 
+using host::Binding;
 using host::TextId;
 using Node = XmlDocument::XmlNode;
 namespace io = lamp::io;
@@ -21,71 +24,56 @@ enum Id {
   Activation,
 };
 
-const host::XmlName Input("Input");
-const host::XmlName Output("Output");
 const host::XmlName Number("Dir");
-const host::XmlName Value("Value");
-const host::XmlName SpontaneousReport("SponEnable");
-const host::XmlName ForcedOn("On");
-const host::XmlName ForcedOff("Off");
-const host::XmlName OffsetOfSunrise("offsetSunRise");
-const host::XmlName OffsetOfSunset("offsetSunSet");
 
-constexpr int ModeAutomatic = u'A';
-constexpr int ModeOn = u'N';
-constexpr int ModeOff = u'F';
-
-int modeOf(const Node& output) {
-  if (output.attribute(ForcedOn) == u"Y") return ModeOn;
-  return output.attribute(ForcedOff) == u"Y" ? ModeOff : ModeAutomatic;
+Binding offset(const char* attribute, TextId caption, int label, int control) {
+  return {.name = attribute,
+          .attributes = {attribute},
+          .caption = {.text = caption, .unit = TextId::MinutesUnit, .unitInside = true},
+          .kind = host::ValueKind::number,
+          .control = control,
+          .label = label};
 }
 
-// Only an explicit No unchecks a box: one whose attribute is missing shows checked.
-bool isChecked(const Node& element, host::XmlName attribute) {
-  return !(element.attribute(attribute) == u"N");
+host::PageDescription makeTable() {
+  host::PageDescription page = lamp::wholeSection(
+      {lamp::section::InputsRead, lamp::section::InputsWrite, lamp::StampRule::activation});
+  page.activation = Id::Activation;
+  page.fields = {
+      offset("offsetSunRise", TextId::SunriseOffset, Id::SunriseOffsetLabel, Id::SunriseOffset),
+      offset("offsetSunSet", TextId::SunsetOffset, Id::SunsetOffsetLabel, Id::SunsetOffset)};
+  page.rows = {io::inputs().rows, io::outputs().rows};
+  return page;
 }
 
-void setYesNo(Node& element, host::XmlName attribute, bool on) {
-  element.setAttribute(attribute, on ? u"Y" : u"N");
+const Binding& outputValue(io::OutputColumn column) {
+  return io::outputs().rows.bindings[column];
 }
 
-Node* lineOf(Node& section, host::XmlName tag, int number) {
-  const XCBasicString wanted = host::decimal(number);
-  for (Node& child : section.Children())
-    if (child.TagName() == tag && child.attribute(Number) == wanted) return &child;
-  return nullptr;
-}
-
-XCBasicString statusText(const Node& element) {
-  return XCLoadString(element.attribute(Value) == u"0" ? TextId::Off : TextId::On);
+int outputControl(io::OutputColumn column, int line) {
+  return io::outputs().control(outputValue(column), line);
 }
 
 }  // namespace
 
+const host::PageDescription& CDlgE13CfgZelLampManager::PageTable() {
+  static const host::PageDescription page = makeTable();
+  return page;
+}
+
 CDlgE13CfgZelLampManager::CDlgE13CfgZelLampManager(XCDriver* driver, CWnd* parent)
-    : SettingsPage(lamp::template_number::InputsOutputs, lamp::section::InputsRead, driver, parent),
-      copy_(lamp::section::InputsRead),
-      activation_(*this, Id::Activation) {}
+    : DocumentPage(lamp::template_number::InputsOutputs, PageTable(), driver, parent) {}
 
 host::DialogTemplate CDlgE13CfgZelLampManager::Template() {
-  host::DialogTemplate dialog{
-      lamp::template_number::InputsOutputs, "CDlgE13CfgZelLampManager", "E13", {}};
-  const auto add = [&](const std::vector<host::ControlSpec>& controls) {
-    dialog.controls.insert(dialog.controls.end(), controls.begin(), controls.end());
-  };
-  add({host::group(Id::InputsGroup, "inputsGroup", TextId::Inputs)});
-  add(io::inputControls());
-  add({host::group(Id::OutputsGroup, "outputsGroup", TextId::Outputs)});
-  add(io::outputControls());
-  add({host::group(Id::OffsetGroup, "offsetGroup", TextId::Offset),
-       host::label(Id::SunriseOffsetLabel, "offsetSunRiseLabel"),
-       host::digitsEdit(Id::SunriseOffset, "offsetSunRise"),
-       host::label(Id::SunsetOffsetLabel, "offsetSunSetLabel"),
-       host::digitsEdit(Id::SunsetOffset, "offsetSunSet"),
-       host::group(Id::ActivationGroup, "activationGroup", TextId::DateAndTime),
-       host::edit(Id::Activation, "activation"), host::okButton(TextId::Send),
-       host::cancelButton()});
-  return dialog;
+  return {lamp::template_number::InputsOutputs, "CDlgE13CfgZelLampManager", "E13",
+          lamp::joined({{host::group(Id::InputsGroup, "inputsGroup", TextId::Inputs)},
+                        io::inputs().controls(),
+                        {host::group(Id::OutputsGroup, "outputsGroup", TextId::Outputs)},
+                        io::outputs().controls(),
+                        {host::group(Id::OffsetGroup, "offsetGroup", TextId::Offset)},
+                        lamp::controlsOf(PageTable().fields),
+                        lamp::activationControls(Id::ActivationGroup, Id::Activation),
+                        {host::okButton(TextId::Send), host::cancelButton()}})};
 }
 
 const host::MessageMap* CDlgE13CfgZelLampManager::GetMessageMap() const {
@@ -97,10 +85,9 @@ const host::MessageMap* CDlgE13CfgZelLampManager::GetMessageMap() const {
 
 bool CDlgE13CfgZelLampManager::OnInitDialog() {
   SetWindowText(XCLoadString(TextId::InputsAndOutputs));
-  showCaptions();
-  activation_.initialise();
-  copy_.take(Document());
-  return SettingsPage::OnInitDialog();
+  for (const io::Grid* grid : {&io::inputs(), &io::outputs()}) grid->showCaptions(*this);
+  lamp::showCaptions(*this, PageTable().fields);
+  return DocumentPage::OnInitDialog();
 }
 
 void CDlgE13CfgZelLampManager::Layout() {
@@ -109,112 +96,71 @@ void CDlgE13CfgZelLampManager::Layout() {
                        layout::control(Id::SunsetOffsetLabel), layout::control(Id::SunsetOffset)});
   SetLayout(XCVerticalLayout(
       {XCHoritzontalLayout(
-           {XCVerticalLayout({layout::box(Id::InputsGroup, {io::inputGrid()}),
+           {XCVerticalLayout({layout::box(Id::InputsGroup, {io::inputs().layout()}),
                               layout::box(Id::OffsetGroup, {std::move(offsets)}),
-                              layout::box(Id::ActivationGroup, {layout::control(Id::Activation)}),
+                              lamp::activationBox(Id::ActivationGroup, Id::Activation),
                               layout::stretch()}),
-            layout::box(Id::OutputsGroup, {io::outputGrid(), layout::stretch()}, 1)}),
+            layout::box(Id::OutputsGroup, {io::outputs().layout(), layout::stretch()}, 1)}),
        layout::stretch(), layout::okCancelRow()}));
 }
 
-void CDlgE13CfgZelLampManager::showCaptions() {
-  for (int line = 1; line <= io::LineCount; ++line) {
-    SetDlgItemText(io::inputName(line),
-                   XCBasicString::Format(XCLoadString(TextId::InputNumber), line));
-    SetDlgItemText(io::outputName(line),
-                   XCBasicString::Format(XCLoadString(TextId::OutputNumber), line));
-    SetDlgItemText(io::inputHead(line), XCBasicString::Format(u"In%d", line));
-  }
-  const XCBasicString unit = XCLoadString(TextId::MinutesUnit);
-  SetDlgItemText(Id::SunriseOffsetLabel,
-                 XCBasicString::Format(XCLoadString(TextId::SunriseOffset), unit));
-  SetDlgItemText(Id::SunsetOffsetLabel,
-                 XCBasicString::Format(XCLoadString(TextId::SunsetOffset), unit));
-}
-
 void CDlgE13CfgZelLampManager::DoDataExchange(CDataExchange* exchange) {
-  Node* section = copy_.section();
+  Node* section = Copy().section();
   if (section == nullptr) return;
   if (!exchange->m_bSaveAndValidate) return showSection(*section);
-  // From the copy as it was read each time: what a refused write took along must not stay.
-  *section = *lamp::sectionOf(copy_.untouched(), lamp::section::InputsRead);
+  // From the section as it was read each time: what a refused write took along must not stay.
+  *section = *Untouched();
   takeControls(*section);
 }
 
-// --- from the section to the controls
+const Node* CDlgE13CfgZelLampManager::Edited() {
+  UpdateData(true);
+  return Copy().section();
+}
 
 void CDlgE13CfgZelLampManager::showSection(const Node& section) {
   for (const Node& child : section.Children()) {
-    if (child.TagName() != Input && child.TagName() != Output) continue;
-    const int number = child.attribute(Number).toInt();
+    const bool isOutput = child.TagName() == io::outputs().tag;
+    if (!isOutput && child.TagName() != io::inputs().tag) continue;
+    const int line = child.attribute(Number).toInt();
     // Deliberate: a number that is none of the controller's ends the filling altogether, and the
     // offsets stay empty too.
-    if (number < 1 || number > io::LineCount) return;
-    if (child.TagName() == Input)
-      showInput(number, child);
-    else
-      showOutput(number, child);
+    if (line < 1 || line > io::LineCount) return;
+    (isOutput ? io::outputs() : io::inputs()).show(*this, line, child);
+    if (isOutput)
+      readModes_[static_cast<std::size_t>(line - 1)] = outputValue(io::Mode).valueIn(child);
   }
-  SetDlgItemText(Id::SunriseOffset, section.getAttribute(OffsetOfSunrise));
-  SetDlgItemText(Id::SunsetOffset, section.getAttribute(OffsetOfSunset));
+  for (const Binding& field : PageTable().fields)
+    lamp::showValue(*this, field.control, field, section);
 }
-
-void CDlgE13CfgZelLampManager::showInput(int input, const Node& element) {
-  SetDlgItemText(io::inputStatus(input), statusText(element));
-  Check(io::inputSpontaneous(input)).setOn(isChecked(element, SpontaneousReport));
-}
-
-void CDlgE13CfgZelLampManager::showOutput(int output, const Node& element) {
-  for (int index = 0; index < io::SwitchCount; ++index)
-    Check(io::outputSwitch(output, index)).setOn(isChecked(element, io::switchAttribute(index)));
-  host::ComboControl& mode = Combo(io::outputMode(output));
-  mode.clearItems();
-  mode.addItem(XCLoadString(TextId::Automatic), ModeAutomatic);
-  mode.addItem(XCLoadString(TextId::On), ModeOn);
-  mode.addItem(XCLoadString(TextId::Off), ModeOff);
-  mode.selectData(modeOf(element));
-  readModes_[static_cast<std::size_t>(output - 1)] = mode.selectedData();
-  SetDlgItemText(io::outputStatus(output), statusText(element));
-}
-
-// --- edits
 
 // Sunset and sunrise exclude each other; nothing else is coupled.
 void CDlgE13CfgZelLampManager::OnSwitch(int controlId) {
-  for (int output = 1; output <= io::LineCount; ++output) {
-    const int sunset = io::outputSwitch(output, io::SunsetSwitch);
-    const int sunrise = io::outputSwitch(output, io::SunriseSwitch);
+  for (int line = 1; line <= io::LineCount; ++line) {
+    const int sunset = outputControl(io::Sunset, line);
+    const int sunrise = outputControl(io::Sunrise, line);
     if (controlId != sunset && controlId != sunrise) continue;
     if (Check(controlId).isOn()) Check(controlId == sunset ? sunrise : sunset).setOn(false);
   }
 }
 
-// --- from the controls to the section
-
+// Every box and both offsets are sent, also where the section lacks them.
 void CDlgE13CfgZelLampManager::takeControls(Node& section) const {
-  for (int line = 1; line <= io::LineCount; ++line) {
-    if (Node* input = lineOf(section, Input, line))
-      setYesNo(*input, SpontaneousReport, Check(io::inputSpontaneous(line)).isOn());
-    if (Node* output = lineOf(section, Output, line)) takeOutput(line, *output);
+  for (int line = 1; line <= io::LineCount; ++line)
+    for (const io::Grid* grid : {&io::inputs(), &io::outputs()})
+      if (Node* row = grid->rowOf(section, line)) takeLine(*grid, line, *row);
+  for (const Binding& field : PageTable().fields)
+    field.put(section, *lamp::valueOn(*this, field.control, field));
+}
+
+void CDlgE13CfgZelLampManager::takeLine(const io::Grid& grid, int line, Node& row) const {
+  for (const Binding& value : grid.rows.bindings) {
+    if (value.owner == host::ValueOwner::controller) continue;
+    const auto shown = lamp::valueOn(*this, grid.control(value, line), value);
+    // A mode that stands as it was read keeps both attributes, which may say more than one mode
+    // can.
+    const bool stays = value.kind == host::ValueKind::choice &&
+                       (!shown || shown == readModes_[static_cast<std::size_t>(line - 1)]);
+    if (!stays) value.put(row, *shown);
   }
-  section.setAttribute(OffsetOfSunrise, GetDlgItemText(Id::SunriseOffset));
-  section.setAttribute(OffsetOfSunset, GetDlgItemText(Id::SunsetOffset));
-}
-
-void CDlgE13CfgZelLampManager::takeOutput(int output, Node& element) const {
-  for (int index = 0; index < io::SwitchCount; ++index)
-    setYesNo(element, io::switchAttribute(index), Check(io::outputSwitch(output, index)).isOn());
-  const std::optional<int> mode = Combo(io::outputMode(output)).selectedData();
-  // A mode that stands as it was read keeps both attributes, which may say more than one mode can.
-  if (!mode || mode == readModes_[static_cast<std::size_t>(output - 1)]) return;
-  setYesNo(element, ForcedOn, *mode == ModeOn);
-  setYesNo(element, ForcedOff, *mode == ModeOff);
-}
-
-bool CDlgE13CfgZelLampManager::Write() {
-  if (!copy_.changed()) return true;
-  const std::optional<XCBasicString> stamp = activation_.checkedStamp();
-  if (!stamp) return false;
-  return copy_.prepareWrite(Document(), lamp::section::InputsWrite, *stamp) != nullptr &&
-         writeCfg(false);
 }

@@ -3,11 +3,14 @@
 #include <algorithm>
 
 #include "tests/pages/section_page_test.h"
+#include "tests/support/edited_page.h"
 
 namespace {
 
 using pages_test::NowStamp;
 using pages_test::Texts;
+using support::changesOn;
+using support::faultsOn;
 using support::TopKind;
 
 constexpr const char* Switches[] = {"Ocaso", "Orto", "In1", "In2", "In3",     "In4",
@@ -490,6 +493,72 @@ TEST_F(InputsOutputsPage, WhatThePageDoesNotKnowGoesThereAndBack) {
     driver.click("ok");
     expectSent(after, std::string(Offsets) + " zone=\"4\" " + NowStamp);
   }
+}
+
+// --- what it edits
+
+TEST_F(InputsOutputsPage, EveryEntryIsAChangeOfItsLine) {
+  open(input(1) + input(3, "Y") + output(8, {"Ocaso"}) + output(2), Offsets);
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.check("input3.SponEnable", false);
+  driver.check("output8.Orto", true);
+  driver.choose("output2.mode", 2);
+  for (const char* name : Switches) driver.check(std::string("output2.") + name, true);
+  driver.type("offsetSunRise", "11");
+  driver.type("offsetSunSet", "");
+  EXPECT_EQ(
+      changesOn(driver.dialog()),
+      (Texts{"null offsetSunRise [38577]([34979]): 10 -> 11",
+             "null offsetSunSet [38578]([34979]): 25 -> ",
+             "input3 SponEnable [33882]: [38572]: Y -> N", "output8 Ocaso [33883]: [35334]: Y -> N",
+             "output8 Orto [33883]: [38576]: N -> Y", "output2 Orto [33883]: [38576]: N -> Y",
+             "output2 In1 [33883]: In1: N -> Y", "output2 In2 [33883]: In2: N -> Y",
+             "output2 In3 [33883]: In3: N -> Y", "output2 In4 [33883]: In4: N -> Y",
+             "output2 In5 [33883]: In5: N -> Y", "output2 In6 [33883]: In6: N -> Y",
+             "output2 In7 [33883]: In7: N -> Y", "output2 In8 [33883]: In8: N -> Y",
+             "output2 SincNode [33883]: [38604]: N -> Y",
+             "output2 mode [33883]: [38605]: A -> F"}));
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{});
+}
+
+TEST_F(InputsOutputsPage, WhatItAddsByItselfIsAChange) {
+  open(R"(<Input Dir="1"/><Input Dir="2" SponEnable="N"/><Output Dir="1" Ocaso="x"/>
+          <Input Dir="03"/>)",
+       "offsetSunSet=''");
+  Texts expected = {"null offsetSunRise [38577]([34979]): null -> ",
+                    "input1 SponEnable [33882]: [38572]: null -> Y",
+                    "output1 Ocaso [33883]: [35334]: x -> Y",
+                    "output1 Orto [33883]: [38576]: null -> Y"};
+  for (int number = 1; number <= 8; ++number)
+    expected.push_back("output1 In" + std::to_string(number) + " [33883]: In" +
+                       std::to_string(number) + ": null -> Y");
+  expected.push_back("output1 SincNode [33883]: [38604]: null -> Y");
+  EXPECT_EQ(changesOn(driver.dialog()), expected) << "the mode stays as it was read";
+  driver.click("ok");
+  EXPECT_EQ(driver.channel().count(), 1U);
+}
+
+TEST_F(InputsOutputsPage, WithoutTheSectionNothingIsAChange) {
+  openReply("<deviceCfg/>");
+  driver.check("input1.SponEnable", true);
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+}
+
+TEST_F(InputsOutputsPage, TheDateIsItsOnlyFault) {
+  open(input(1), Offsets);
+  driver.type("activation", "31/02/2024 00:00:00");
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{}) << "there is nothing to send";
+  driver.check("input1.SponEnable", true);
+  EXPECT_EQ(faultsOn(driver.dialog()), Texts{"null ActDate: [38408]"});
+}
+
+TEST_F(InputsOutputsPage, TheModesOfTwoOutputsWithOneNumberStayAsTheyWereRead) {
+  const std::string lines = output(1, {}, "Y") + output(1);
+  open(lines, Offsets);
+  EXPECT_EQ(driver.selectedItem("output1.mode"), "[35460]") << "the later one is shown";
+  EXPECT_EQ(changesOn(driver.dialog()), Texts{});
+  driver.click("ok");
+  expectClosedWithoutSending();
 }
 
 // --- arrangement

@@ -6,6 +6,7 @@
 #include "pages/alarm_thresholds_page.h"
 #include "pages/blacklist_page.h"
 #include "pages/general_settings_page.h"
+#include "pages/inputs_outputs_page.h"
 #include "pages/node_power_page.h"
 #include "pages/node_removal_page.h"
 #include "pages/node_table_page.h"
@@ -76,6 +77,13 @@ constexpr Sample Samples[] = {
           Reference="y"/><X/><Node nodeId="9"/></BlackList><Node nodeId="2" latitude="1"/></L04>)",
      R"(<L04 Fh="1"><Node nodeId="1" Reference="a"/><BlackList Fh="7" o="x"><X/><Node nodeId="9"/>
           <Node nodeId="2" latitude="1"/></BlackList><Node nodeId="8" Reference="y"/></L04>)"},
+    {"InputsOutputs", CDlgE13CfgZelLampManager::Template, CDlgE13CfgZelLampManager::PageTable,
+     R"(<L13 Fh="1" offsetSunRise="1" offsetSunSet="2"><Input Dir="1" Value="0" SponEnable="N"/>
+          <Output Dir="8" Value="1" Ocaso="N" Orto="Y" On="N" Off="N" x="y"/><Relay/>
+          <Output Dir="2" On="Y" Off="N"/></L13>)",
+     R"(<L13 Fh="1" offsetSunRise="3" offsetSunSet=""><Input Dir="1" Value="0" SponEnable="Y"/>
+          <Output Dir="8" Value="1" Ocaso="Y" Orto="N" On="N" Off="Y" x="y"/><Relay/>
+          <Output Dir="2" On="N" Off="N"/></L13>)"},
 };
 
 class PageTable : public testing::TestWithParam<Sample> {
@@ -84,26 +92,44 @@ class PageTable : public testing::TestWithParam<Sample> {
 };
 
 template <class Visit>
+void forEachIn(const host::RowSet& set, const Visit& visit) {
+  for (const host::Binding& binding : set.bindings) visit(binding);
+  for (const host::RowSet& inner : set.within) forEachIn(inner, visit);
+}
+
+template <class Visit>
 void forEachBinding(const host::PageDescription& page, const Visit& visit) {
   for (const host::Binding& field : page.fields) visit(field);
-  const std::function<void(const std::vector<host::RowSet>&)> walk = [&](const auto& sets) {
-    for (const host::RowSet& set : sets) {
-      for (const host::Binding& binding : set.bindings) visit(binding);
-      walk(set.within);
-    }
-  };
-  walk(page.rows);
+  for (const host::RowSet& set : page.rows) forEachIn(set, visit);
+}
+
+std::string nameOfControl(const host::DialogTemplate& dialog, int id) {
+  const auto found = std::find_if(dialog.controls.begin(), dialog.controls.end(),
+                                  [&](const auto& spec) { return spec.id == id; });
+  return found == dialog.controls.end() ? "none" : found->name;
 }
 
 TEST_P(PageTable, EveryValueHasItsControlUnderItsName) {
   const host::DialogTemplate dialog = GetParam().dialog();
-  forEachBinding(page, [&](const host::Binding& binding) {
+  const auto check = [&](const host::Binding& binding) {
     if (binding.control == 0) return;
-    const auto found = std::find_if(dialog.controls.begin(), dialog.controls.end(),
-                                    [&](const auto& spec) { return spec.id == binding.control; });
-    ASSERT_NE(found, dialog.controls.end()) << binding.name;
-    EXPECT_EQ(found->name, binding.nameOfControl());
-  });
+    EXPECT_EQ(nameOfControl(dialog, binding.control), binding.nameOfControl());
+  };
+  for (const host::Binding& field : page.fields) check(field);
+  for (const host::RowSet& set : page.rows)
+    if (!set.controlOf) forEachIn(set, check);
+}
+
+TEST_P(PageTable, EveryLineOfAGridHasItsControlsUnderItsName) {
+  const host::DialogTemplate dialog = GetParam().dialog();
+  XmlDocument section;
+  ASSERT_TRUE(section.Parse(GetParam().read));
+  for (const workbench::RowInSection& row : workbench::rowsOf(page, *section.Root())) {
+    if (!row.set->controlOf) continue;
+    for (const host::Binding& binding : row.set->bindings)
+      EXPECT_EQ(nameOfControl(dialog, row.set->controlOf(*row.element, binding)),
+                row.set->identity(*row.element).ToUtf8() + "." + binding.nameOfControl());
+  }
 }
 
 TEST_P(PageTable, EveryValueHasANameOfItsOwnAndACaption) {
