@@ -36,6 +36,8 @@ constexpr auto Classes = makeClasses();
 constexpr std::size_t LongestName = 256;
 constexpr std::size_t MostAttributes = 0xFFFF;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view DeclarationStart = "<?xml";
+constexpr std::size_t LongestNamedReference = sizeof "quot" - 1;
 
 // How many of eight bytes in front are of the class Plain.
 unsigned plainInFront(const char* bytes) {
@@ -58,6 +60,30 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; };
     return lower(x) == lower(y);
   });
+}
+
+// Whether the text begins with an XML declaration. "<?xml-stylesheet" and the like are processing
+// instructions.
+bool beginsWithDeclaration(std::string_view text) {
+  if (!text.starts_with(DeclarationStart)) return false;
+  text.remove_prefix(DeclarationStart.size());
+  return text.empty() || std::string_view(" \t\r\n?/>").find(text[0]) != std::string_view::npos;
+}
+
+// The library's tree takes 16 times as much as markup that is as short as it can be. A sample of
+// the document tells whether it is of that kind.
+bool isDense(std::string_view text) {
+  constexpr std::size_t Looked = 256;
+  constexpr std::size_t Step = 4096;
+  constexpr std::size_t ShortMarkup = 16;
+  std::size_t looked = 0;
+  std::size_t markup = 0;
+  for (std::size_t at = 0; at < text.size(); at += Step) {
+    const std::string_view part = text.substr(at, Looked);
+    looked += part.size();
+    markup += static_cast<std::size_t>(std::count(part.begin(), part.end(), '<'));
+  }
+  return text.size() > Step && markup * ShortMarkup > looked;
 }
 
 // "1." and digits.
@@ -93,10 +119,13 @@ bool Builder::checkBeginning(const std::string& utf8) {
     return fail(nullptr, "the encoding is not UTF-8");
   if (const void* zero = std::memchr(utf8.data(), 0, utf8.size()))
     return fail(static_cast<const char*>(zero), "a character with the code 0");
+  std::string_view text = utf8;
+  if (text.starts_with(ByteOrderMark)) text.remove_prefix(ByteOrderMark.size());
+  // The library passes over a second one too.
+  if (text.starts_with(ByteOrderMark)) return fail(nullptr, "text outside the root element");
   // The library also takes a declaration that ends as an empty element does.
-  const std::size_t start = utf8.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0;
-  const std::size_t end = utf8.find('>');
-  if (utf8.compare(start, 5, "<?xml") == 0 && end != std::string::npos && utf8[end - 1] != '?')
+  const std::size_t end = text.find('>');
+  if (beginsWithDeclaration(text) && end != std::string_view::npos && text[end - 1] != '?')
     return fail(nullptr, "a malformed XML declaration");
   return true;
 }
@@ -183,6 +212,7 @@ Node* Builder::build(std::string utf8, XmlError& error) {
     begin_ = buffer.data();
     end_ = begin_ + buffer.size();
     noteLines(buffer);  // before the library writes its terminators over line ends
+    frugal_ = isDense(buffer);
     pugi::xml_document tree;
     // With the terminator, over which the library writes its own: else it overlooks a last
     // character behind the root.
@@ -283,6 +313,13 @@ bool Builder::newName(const char* text, std::uint32_t& id) {
   return true;
 }
 
+// The piece of the document behind one that was read whole.
+pugi::xml_node Builder::nextAfter(pugi::xml_node done) const {
+  pugi::xml_node next = done.next_sibling();
+  if (frugal_) done.parent().remove_child(done);
+  return next;
+}
+
 bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
   pugi::xml_node from = source;
   Node* to = &root;
@@ -291,8 +328,8 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
   for (;;) {
     pugi::xml_node next = from.first_child();
     while (next && next.type() != pugi::node_element) {
-      if (!addText(next, *to)) return false;
-      next = next.next_sibling();
+      if (!addPiece(next, *to, depth)) return false;
+      next = nextAfter(next);
     }
     if (next) {
       if (++depth > limits_.depth)
@@ -301,14 +338,16 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
       to = to->append(0);
     } else {
       for (;;) {
+        endText(*to, depth);
         if (from == source) return true;
-        next = from.next_sibling();
+        const pugi::xml_node parent = from.parent();
+        next = nextAfter(from);
         while (next && next.type() != pugi::node_element) {
-          if (!addText(next, *to->parent_)) return false;
-          next = next.next_sibling();
+          if (!addPiece(next, *to->parent_, depth - 1)) return false;
+          next = nextAfter(next);
         }
         if (next) break;
-        from = from.parent();
+        from = parent;
         to = to->parent_;
         --depth;
       }
@@ -336,6 +375,7 @@ bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) 
       return false;
     XmlText value;
     if (!decode(a.value(), Place::attribute, value)) return false;
+    if (value.isWide()) value = storage_.pool().store(decoded_);
     if (count == attributes_.size()) attributes_.resize(2 * count + 16);
     Attribute& added = attributes_[count++];
     added.name = id;
@@ -359,34 +399,55 @@ bool Builder::attributeName(const char* text, std::size_t count, std::uint32_t& 
   return fail(text, "an element has the attribute \"" + std::string(text) + "\" twice");
 }
 
-bool Builder::addText(const pugi::xml_node& piece, Node& node) {
-  if (piece.type() == pugi::node_doctype || piece.type() == pugi::node_declaration)
-    return fail(begin_ + piece.offset_debug(), "a declaration inside the root element");
-  if (piece.type() == pugi::node_comment || piece.type() == pugi::node_pi) return checkAside(piece);
-  if (piece.type() != pugi::node_pcdata && piece.type() != pugi::node_cdata) return true;
-  XmlText value;
-  if (piece.type() == pugi::node_pcdata) {
-    if (!decode(piece.value(), Place::text, value)) return false;
-  } else {
-    const std::string_view raw = piece.value();
-    if (!checkCharacters(raw)) return false;
-    std::u16string plain;
-    for (std::size_t at = 0; at < raw.size();) {
-      const char32_t c = nextCodePoint(raw, at);
-      if (c == U'\r' && at < raw.size() && raw[at] == '\n') continue;
-      appendCodePoint(plain, c == U'\r' ? U'\n' : c);
-    }
-    value = storage_.pool().store(plain);
+// What stands in an element beside its children.
+bool Builder::addPiece(const pugi::xml_node& piece, Node& node, std::size_t depth) {
+  XmlText text;
+  switch (piece.type()) {
+    case pugi::node_doctype:
+    case pugi::node_declaration:
+      return fail(begin_ + piece.offset_debug(), "a declaration inside the root element");
+    case pugi::node_comment:
+    case pugi::node_pi:
+      return checkAside(piece);
+    case pugi::node_pcdata:
+      if (!decode(piece.value(), Place::text, text)) return false;
+      break;
+    case pugi::node_cdata:
+      if (!decodeCharacterData(piece.value())) return false;
+      text = XmlText::wide(decoded_);
+      break;
+    default:
+      return true;
   }
-  if (node.text().empty()) {
-    node.setStoredText(value);
-  } else {
-    const XCBasicString joined = node.Text() + std::u16string_view(value.toString());
-    node.setStoredText(storage_.pool().store(joined));
-  }
+  addText(text, node, depth);
   return true;
 }
 
+// Most texts are of one piece, which stays where it lies. Others are joined where their element
+// ends: to join them piece by piece would copy the text once for each.
+void Builder::addText(XmlText text, Node& node, std::size_t depth) {
+  if (brokenTexts_.size() <= depth) brokenTexts_.resize(depth + 1);
+  BrokenText& broken = brokenTexts_[depth];
+  if (broken.element == &node) {
+    text.appendTo(broken.text);
+  } else if (node.text().empty()) {
+    node.setStoredText(text.data() == decoded_.data() ? storage_.pool().store(decoded_) : text);
+  } else {
+    broken.element = &node;
+    broken.text.clear();
+    node.text().appendTo(broken.text);
+    text.appendTo(broken.text);
+  }
+}
+
+void Builder::endText(Node& node, std::size_t depth) {
+  if (brokenTexts_.size() <= depth || brokenTexts_[depth].element != &node) return;
+  node.setStoredText(storage_.pool().store(brokenTexts_[depth].text));
+  brokenTexts_[depth].element = nullptr;
+}
+
+// The value refers to decoded_ where it can't stay as it lies; it is to be stored before the next
+// one is decoded.
 bool Builder::decode(const char* raw, Place place, XmlText& value) {
   const char* at = raw;
   unsigned plain = WordBytes;
@@ -400,17 +461,20 @@ bool Builder::decode(const char* raw, Place place, XmlText& value) {
     value = XmlText::narrow({raw, static_cast<std::size_t>(at - raw)});
     return true;
   }
-  return decodeSlowly({raw, static_cast<std::size_t>(at - raw) + std::strlen(at)}, place, value);
+  if (!decodeSlowly({raw, static_cast<std::size_t>(at - raw) + std::strlen(at)}, place))
+    return false;
+  value = XmlText::wide(decoded_);
+  return true;
 }
 
-bool Builder::decodeSlowly(std::string_view raw, Place place, XmlText& value) {
-  std::u16string out;
-  out.reserve(raw.size());
+bool Builder::decodeSlowly(std::string_view raw, Place place) {
+  decoded_.clear();
   bool malformed = false;
   for (std::size_t at = 0; at < raw.size();) {
     const char* here = raw.data() + at;
     if (raw[at] == '&') {
-      if (!decodeReference(raw, at, out)) return fail(here, "an unknown reference after \"&\"");
+      if (!decodeReference(raw, at, decoded_))
+        return fail(here, "an unknown reference after \"&\"");
       continue;
     }
     if (raw[at] == '<') return fail(here, "\"<\" inside a value");
@@ -424,15 +488,29 @@ bool Builder::decodeSlowly(std::string_view raw, Place place, XmlText& value) {
       c = U'\n';
     }
     if (place == Place::attribute && (c == U'\n' || c == U'\t')) c = U' ';
-    appendCodePoint(out, c);
+    appendCodePoint(decoded_, c);
   }
-  value = storage_.pool().store(out);
+  return true;
+}
+
+// Of a CDATA section, which knows no references.
+bool Builder::decodeCharacterData(std::string_view raw) {
+  if (!checkCharacters(raw)) return false;
+  decoded_.clear();
+  for (std::size_t at = 0; at < raw.size();) {
+    const char32_t c = nextCodePoint(raw, at);
+    if (c == U'\r' && at < raw.size() && raw[at] == '\n') continue;
+    appendCodePoint(decoded_, c == U'\r' ? U'\n' : c);
+  }
   return true;
 }
 
 bool Builder::decodeReference(std::string_view raw, std::size_t& at, std::u16string& out) {
-  const std::size_t end = raw.find(';', at);
-  if (end == std::string_view::npos || end - at > 12) return false;
+  const bool numeric = at + 1 < raw.size() && raw[at + 1] == '#';
+  // A number may have any count of leading zeros; a name is short.
+  const std::size_t end =
+      numeric ? raw.find(';', at) : raw.substr(0, at + LongestNamedReference + 2).find(';', at);
+  if (end == std::string_view::npos) return false;
   const std::string_view body = raw.substr(at + 1, end - at - 1);
   at = end + 1;
   constexpr std::pair<std::string_view, char16_t> Known[] = {
@@ -442,7 +520,7 @@ bool Builder::decodeReference(std::string_view raw, std::size_t& at, std::u16str
     out += character;
     return true;
   }
-  if (body.size() < 2 || body[0] != '#') return false;
+  if (!numeric || body.size() < 2) return false;
   const bool hexadecimal = body[1] == 'x';
   const std::string_view digits = body.substr(hexadecimal ? 2 : 1);
   if (digits.empty()) return false;

@@ -53,11 +53,15 @@ class Builder {
   bool checkAside(const pugi::xml_node& aside);
   bool checkCharacters(std::string_view raw);
   bool buildTree(const pugi::xml_node& source, Node& root);
+  pugi::xml_node nextAfter(pugi::xml_node done) const;
   bool fill(const pugi::xml_node& source, Node& node, const Node* model);
   bool attributeName(const char* text, std::size_t count, std::uint32_t& id);
-  bool addText(const pugi::xml_node& piece, Node& node);
+  bool addPiece(const pugi::xml_node& piece, Node& node, std::size_t depth);
+  void addText(XmlText text, Node& node, std::size_t depth);
+  void endText(Node& node, std::size_t depth);
   bool decode(const char* raw, Place place, XmlText& value);
-  bool decodeSlowly(std::string_view raw, Place place, XmlText& value);
+  bool decodeSlowly(std::string_view raw, Place place);
+  bool decodeCharacterData(std::string_view raw);
   bool decodeReference(std::string_view raw, std::size_t& at, std::u16string& out);
   bool name(const char* text, std::uint32_t known, std::uint32_t& id);
   bool newName(const char* text, std::uint32_t& id);
@@ -70,15 +74,24 @@ class Builder {
   static constexpr std::uint32_t Unknown = ~0U;
   static constexpr unsigned RecentBits = 8;
 
+  /// A text that stands in several pieces, as long as its element is open.
+  struct BrokenText {
+    const Node* element = nullptr;
+    std::u16string text;
+  };
+
   Storage& storage_;
   const XmlLimits& limits_;
+  bool frugal_ = false;  // the library's tree is taken down while this one grows
   const char* begin_ = nullptr;
   const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
   std::unordered_map<std::string_view, std::uint32_t> names_;  // their numbers
   std::array<std::uint32_t, 1U << RecentBits> recentNames_;    // numbers, each where its text leads
   std::vector<KnownName> knownNames_;                          // by number, those of names_
-  std::vector<Attribute> attributes_;  // of the element at hand, and room for more
+  std::vector<Attribute> attributes_;    // of the element at hand, and room for more
+  std::vector<BrokenText> brokenTexts_;  // by depth
+  std::u16string decoded_;               // what the slow way through a value made of it
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -10,10 +10,8 @@ namespace host {
 
 XCBasicString XmlText::toString() const {
   if (isWide()) return XCBasicString(wideView());
-  const std::string_view ascii = narrowView();
-  std::u16string out(ascii.size(), u'\0');
-  std::transform(ascii.begin(), ascii.end(), out.begin(),
-                 [](char c) { return static_cast<char16_t>(static_cast<unsigned char>(c)); });
+  std::u16string out;
+  appendTo(out);
   return XCBasicString(std::move(out));
 }
 
@@ -22,6 +20,18 @@ void XmlText::appendUtf8(std::string& out) const {
     host::appendUtf8(out, wideView());
   else
     out += narrowView();
+}
+
+void XmlText::appendTo(std::u16string& out) const {
+  if (isWide()) {
+    out += wideView();
+    return;
+  }
+  const std::string_view ascii = narrowView();
+  const std::size_t before = out.size();
+  out.resize(before + ascii.size());
+  std::transform(ascii.begin(), ascii.end(), out.begin() + static_cast<std::ptrdiff_t>(before),
+                 [](char c) { return static_cast<char16_t>(static_cast<unsigned char>(c)); });
 }
 
 // Of texts of one size.

@@ -40,6 +40,7 @@ class HOST_API XmlText {
 
   XCBasicString toString() const;
   void appendUtf8(std::string& out) const;
+  void appendTo(std::u16string& out) const;
 
   /// Ordinal comparison of the code units: negative, 0 or positive.
   int compare(XmlText other) const;

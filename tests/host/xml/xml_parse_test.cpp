@@ -114,6 +114,14 @@ TEST(XmlParse, WhatIsNoDocumentIsRefusedAndLeavesTheOldOne) {
       {"<?xml version=\"1.0\"/><a/>", "malformed XML declaration"},
       {"\xEF\xBB\xBF<?xml version=\"1.0\"/><a/>", "malformed XML declaration"},
       {"<?xml?><a/>", "malformed XML declaration"},
+      {"<?xml/><a/>", "malformed XML declaration"},
+      {"\xEF\xBB\xBF\xEF\xBB\xBF<a/>", "text outside the root element"},
+      {"\xEF\xBB\xBF\xEF\xBB\xBF<?xml version=\"1.0\"?><a/>", "text outside the root element"},
+      {"<a>&#000000000000000;</a>", "unknown reference"},
+      {"<a>&#00000000000001114112;</a>", "unknown reference"},
+      {"<a>&#x0000000000000000110000;</a>", "unknown reference"},
+      {"<a>&#65</a>", "unknown reference"},
+      {"<a>&quote;</a>", "unknown reference"},
       {"<?xml encoding=\"utf-8\"?><a/>", "malformed XML declaration"},
       {"<?xml version=\"2.0\"?><a/>", "malformed XML declaration"},
       {"<?xml version=\"1.0\" standalone=\"maybe\"?><a/>", "malformed XML declaration"},
@@ -152,6 +160,12 @@ TEST(XmlParse, WhatLooksOddButIsADocumentIsTaken) {
       "<?xml version='1.0' encoding='utf-8'?><a/>",
       "<?xml version=\"1.0\" encoding=\"US-ASCII\" standalone=\"yes\"?><a/>",
       "<?xml version=\"1.0\"?>\n<!-- in front --><?target data?><a/><!-- behind --><?target?>\n",
+      "<?xml-stylesheet type=\"text/xsl\" href=\"a.xsl\"?><a/>",
+      "<?xml-stylesheet href='a>b'?><a/>",
+      "\xEF\xBB\xBF<?xml-stylesheet href=\"a\"/?><a/>",
+      "<?xml version=\"1.0\"?><?xml-stylesheet href='a'?><a><?xml-x > ?></a>",
+      "<?xmlns >?><a/>",
+      "<a>\xEF\xBB\xBF</a>",
       "<a ><b\n/></a\n>",
       "<a b = \"1\"\n\tc\r\n=\n'2'/>",
       "<a>></a>",
@@ -275,6 +289,14 @@ TEST(XmlParse, ReferencesAndCharacterDataAreDecoded) {
   EXPECT_EQ(document.Root()->Text(), u"x<&>y\nz");
 }
 
+TEST(XmlParse, ANumberOfACharacterMayHaveAnyCountOfLeadingZeros) {
+  const XmlDocument document =
+      support::parsedXml("<a b=\"&#0000000000065;\">&#x" + std::string(100, '0') + "42;&#" +
+                         std::string(5000, '0') + "128161;</a>");
+  EXPECT_EQ(document.Root()->getAttribute("b"), u"A");
+  EXPECT_EQ(document.Root()->Text(), u"B\U0001F4A1");
+}
+
 TEST(XmlParse, LineEndsAreFoldedAndAttributesNormalised) {
   const XmlDocument document = support::parsedXml(
       "<a "
@@ -296,6 +318,49 @@ TEST(XmlParse, TextAroundChildrenIsJoined) {
   const XmlDocument document = support::parsedXml("<a>one<b/>two<b>x</b>three\xC3\xB1</a>");
   EXPECT_EQ(document.Root()->Text(), u"onetwothreeñ");
   EXPECT_EQ(document.Root()->ChildCount(), 2U);
+}
+
+TEST(XmlParse, ATextInManyPiecesIsJoinedAtEveryLevel) {
+  const XmlDocument document = support::parsedXml(
+      "<a>1<b>x<!-- -->y<c>i<?p?>j<d/>k</c>z<![CDATA[&]]></b>2&amp;<b>only</b><![CDATA[]]>3"
+      "<b><e/>late</b>\xC3\xB1<b/>4</a>");
+  const XmlDocument::XmlNode& root = *document.Root();
+  EXPECT_EQ(root.Text(), u"12&3ñ4");
+  EXPECT_EQ(root.ChildCount(), 4U);
+  EXPECT_EQ(root.FirstChild()->Text(), u"xyz&");
+  EXPECT_EQ(root.FirstChild()->Value("c"), u"ijk");
+  EXPECT_EQ(root.FirstChild()->NextSibling()->Text(), u"only");
+  EXPECT_EQ(root.FirstChild()->NextSibling()->NextSibling()->Text(), u"late");
+}
+
+// Such a document is read while the library's tree is taken down.
+TEST(XmlParse, AnElementOfTheShortestMarkupIsReadWhole) {
+  std::string xml = "<a>";
+  for (int i = 0; i < 5000; ++i)
+    xml += i % 3 == 0   ? "x<b>y<c d=''/></b>"
+           : i % 3 == 1 ? "<?p?><!----><b/>"
+                        : "<e><f><g/></f></e>";
+  const XmlDocument document = support::parsedXml(xml + "</a>");
+  const XmlDocument::XmlNode& root = *document.Root();
+  EXPECT_EQ(root.ChildCount(), 5000U);
+  EXPECT_EQ(root.Text(), XCBasicString(std::u16string(1667, u'x')));
+  int i = 0;
+  for (const XmlDocument::XmlNode& child : root.Children()) {
+    if (i % 3 == 0) {
+      ASSERT_EQ(child.Text(), u"y");
+      ASSERT_TRUE(child.FirstChild()->hasAttribute("d"));
+    } else if (i % 3 == 1) {
+      ASSERT_EQ(child.Tag(), "b");
+      ASSERT_EQ(child.FirstChild(), nullptr);
+    } else {
+      ASSERT_EQ(child.FirstChild()->FirstChild()->Tag(), "g");
+    }
+    ++i;
+  }
+  XmlDocument damaged;
+  XmlError error;
+  EXPECT_FALSE(damaged.Parse(xml + "<b c='1' c='2'/></a>", &error));
+  EXPECT_EQ(error.offset, xml.size() + std::string("<b c='1' ").size());
 }
 
 TEST(XmlParse, AParsedDocumentOutlivesTheTextItCameFrom) {
