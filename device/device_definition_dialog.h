@@ -4,6 +4,7 @@
 #include "device/group_configuration.h"
 #include "exchange/export.h"
 #include "host/dialogs/base_dlg.h"
+#include "host/xml/xml_holder.h"
 
 /// The definition of a lamp manager in the host's configuration: how it is called and how its
 /// controller is reached. On OK it checks the values, verifies the controller when communication
@@ -78,8 +79,8 @@ class ZEL_EXPORT XCDlgNewModifyZelLampManager : public XCBaseDlg {
                 host::XmlName child);
   bool ShowIdentifier(const XmlDocument& reply);
 
-  XmlDocument::XmlNode* device_;
-  XmlDocument::XmlNode* configuration_;
+  host::XmlAnchor device_;
+  host::XmlAnchor configuration_;
   lamp::GroupConfiguration groups_;
   lamp::DeviceValues values_;
   bool isExisting_ = true;

@@ -68,9 +68,11 @@ void XCUpdateNodesZelLampManager::updateNodes(int buttonId) {
   XmlDocument::XmlNode& request = lamp::prepareRead(nodes, lamp::section::NodeListRead);
   if (buttonId == SyncButton) request.setAttribute(UpdateType, u"Sync");
   if (buttonId == AsyncButton) request.setAttribute(UpdateType, u"Async");
-  if (getCommand(static_cast<int>(lamp::Command::readSection), &nodes, true))
+  if (getCommand(static_cast<int>(lamp::Command::readSection), &nodes, true)) {
     XCDlgNewModifyZelLampManager::UpdateChildDevices(
         &nodes, Device(), true, Device()->Value(lamp::config::Name), groups_.get());
-  else if (!silentFailure())
+    XCMainCfg::Get().Document().ReleaseRemoved();
+  } else if (!silentFailure()) {
     MessageBox(lamp::failureText(*this));
+  }
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "host/xml/xml_holder.h"
 #include "programs/calendar_document.h"
 #include "programs/calendar_naming.h"
 #include "programs/year_view.h"
@@ -49,7 +50,7 @@ class EditedCalendar : public host::EditedPage {
 
   const host::PageDescription& table_;
   ProgramKind kind_;
-  Node* device_;
+  host::XmlAnchor device_;
   CalendarSpan span_;
   YearView year_;
   CalendarDocument document_;

@@ -66,4 +66,7 @@ for package in "${packages[@]}"; do
   [ "$status" = installed ] || missing+=("$package")
 done
 [ ${#missing[@]} -eq 0 ] || install "${missing[@]}"
-[ "${1:-test}" != test ] || unpack_servers
+[ "${1:-test}" != test ] || {
+  unpack_servers
+  scripts/fetch_xml_suite.sh build/xml-suite
+}

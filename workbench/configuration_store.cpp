@@ -127,6 +127,7 @@ fs::path ConfigurationStore::damagedCopy() const {
 }
 
 bool ConfigurationStore::saveIfDifferent(std::string& cause) {
+  XCMainCfg::Get().Document().ReleaseRemoved();
   try {
     return attemptToSave(cause);
   } catch (const std::bad_alloc&) {

@@ -37,6 +37,7 @@ class ConfigurationStore {
   std::string text() const;
 
   /// Saves when the configuration differs from what is on disk. False with a cause when it can't.
+  /// Releases the elements that were removed from the configuration.
   bool saveIfDifferent(std::string& cause);
 
   /// Whether saving is refused from the start, and why: another program may write, or elements

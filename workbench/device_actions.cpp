@@ -67,6 +67,7 @@ ActionResult DeviceActions::modifyDevice(CWnd* parent, Node& device) {
   const host::DeviceDialogClass* dialogClass = nullptr;
   if (ActionResult result = findDialog(DefinitionDialog, dialogClass); !result.done) return result;
   if (ActionResult result = canDefine(&device); !result.done) return result;
+  const host::XmlAnchor kept(&device);  // it may be removed while the dialog is open
   const XCBasicString before = device.Value("name");
   {
     const EditedDevice edited(&device);
@@ -129,6 +130,7 @@ ActionResult DeviceActions::updateNodes(CWnd* parent, Node& device) {
   if (catalogue_.find(device.Value("id")) == nullptr)
     return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
   const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
+  const host::XmlAnchor kept(&device);
   if (dialog != nullptr) dialog->DoModal();
   finish(parent);
   return {};

@@ -59,6 +59,10 @@ void DeviceCatalogue::add(const Node& element, bool isChild) {
   if (!id.IsEmpty()) places_.try_emplace(id.str(), Place{&element, isChild});
 }
 
+void DeviceCatalogue::tellHeld(const Note& note) const {
+  for (const auto& [id, place] : places_) note(place.element);
+}
+
 void DeviceCatalogue::build() {
   places_.clear();
   // A device is found before a child device with its id, wherever that stands.

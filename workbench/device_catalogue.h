@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "host/services/drivers.h"
-#include "host/xml/xml_document.h"
+#include "host/xml/xml_holder.h"
 
 namespace workbench {
 
 /// The registry of drivers over the devices and child devices of the main configuration, found by
 /// the id of their element. A driver that was handed out lives as long as the catalogue; a device
 /// whose data changed since gets a new one.
-class DeviceCatalogue : public host::DriverRegistry {
+class DeviceCatalogue : public host::DriverRegistry, private host::XmlHolder {
  public:
   /// The driver of a device: type = the element's `driver`, identifier = its `id`, name and
   /// description likewise. Of a child device the identifier is its `name`. Null for an id that no
@@ -36,6 +36,8 @@ class DeviceCatalogue : public host::DriverRegistry {
   };
   void build();
   void add(const XmlDocument::XmlNode& element, bool isChild);
+
+  void tellHeld(const Note& note) const override;
 
   bool built_ = false;
   std::unordered_map<std::u16string, Place> places_;

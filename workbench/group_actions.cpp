@@ -53,7 +53,7 @@ ActionResult GroupActions::canChange(const Node& device, const Node& group) cons
 ActionResult GroupActions::newGroup(CWnd* parent, const Node& device,
                                     std::vector<XCBasicString> lamps) {
   if (ActionResult result = canChange(device); !result.done) return result;
-  LampGroups groups(device);
+  LampGroups groups(device);  // keeps the device, which may be removed while the dialog is open
   LampGroupDialog dialog(parent, groups, nullptr, {{}, std::move(lamps)});
   if (dialog.DoModal() != IDOK) return {};
   const auto devices = DeviceCatalogue::devices();
@@ -68,6 +68,7 @@ ActionResult GroupActions::newGroup(CWnd* parent, const Node& device,
 
 ActionResult GroupActions::modifyGroup(CWnd* parent, const Node& device, Node& group) {
   if (ActionResult result = canChange(device, group); !result.done) return result;
+  const host::ConstXmlAnchor kept[] = {&device, &group};  // as long as the dialog is open
   LampGroupDialog dialog(parent, LampGroups(device), &group, LampGroups::contentOf(group));
   if (dialog.DoModal() != IDOK) return {};
   return apply(parent, device, group, dialog.content());

@@ -120,6 +120,11 @@ bool LampGroupDialog::OnInitDialog() {
   return false;
 }
 
+void LampGroupDialog::tellHeld(const Note& note) const {
+  for (const Lamp& lamp : lamps_) note(lamp.element);
+  for (const Node* member : members_) note(member);
+}
+
 void LampGroupDialog::takeContent() {
   std::unordered_map<std::u16string, std::size_t> places;
   for (Node* lamp : groups_.lamps()) {

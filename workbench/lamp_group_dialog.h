@@ -10,7 +10,7 @@ namespace workbench {
 /// Names a group of lamps and fills it: the lamps of the controller that are not in the group on
 /// the left, those in it on the right, and moves between them. A filter on the reference narrows
 /// the left side, tells how many lamps match, and can add all of them at once.
-class LampGroupDialog : public XCBaseDlg {
+class LampGroupDialog : public XCBaseDlg, private host::XmlHolder {
  public:
   static constexpr int TemplateNumber = 200;
 
@@ -36,6 +36,8 @@ class LampGroupDialog : public XCBaseDlg {
     bool inGroup = false;
   };
 
+  // Lists show a part of them only.
+  void tellHeld(const Note& note) const override;
   void takeContent();
   void OnFilter();
   void OnAddMatching();
@@ -48,7 +50,7 @@ class LampGroupDialog : public XCBaseDlg {
   void showMembers();
 
   LampGroups groups_;
-  const Node* group_;
+  host::ConstXmlAnchor group_;
   GroupContent content_;
   XmlDocument unknown_;  // what is in the group and no lamp of the controller
   std::vector<Lamp> lamps_;

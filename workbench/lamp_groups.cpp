@@ -43,13 +43,13 @@ Node* LampGroups::ownGroup(std::u16string_view name) const {
 }
 
 Node* LampGroups::container() const {
-  const Node* own = ownGroup(device_.Value(Name));
+  const Node* own = ownGroup(device_->Value(Name));
   return own == nullptr ? nullptr : childOf(*own, Groups);
 }
 
 // The group of a controller whose lamps were never read is made as the node update would.
 Node& LampGroups::containerMade() const {
-  const XCBasicString name = device_.Value(Name);
+  const XCBasicString name = device_->Value(Name);
   Node* own = ownGroup(name);
   if (own == nullptr) {
     own = &childMade(childMade(*XCMainCfg::Get().Root(), DeviceGroups), Groups).NewChild(Group);
@@ -132,7 +132,7 @@ GroupContent LampGroups::contentOf(const Node& group) {
 
 std::vector<Node*> LampGroups::lamps() const {
   std::vector<Node*> found;
-  if (Node* children = childOf(device_, ChildDevices))
+  if (Node* children = childOf(*device_, ChildDevices))
     for (Node& child : children->Children())
       if (!child.Value(Id).IsEmpty()) found.push_back(&child);
   return found;
@@ -141,7 +141,7 @@ std::vector<Node*> LampGroups::lamps() const {
 // The dialog may have made a group of the new name already, from the controller's lamps. The groups
 // of lamps then move over, where it has none of its own.
 void LampGroups::followRename(std::u16string_view before) const {
-  const XCBasicString name = device_.Value(Name);
+  const XCBasicString name = device_->Value(Name);
   if (name == before || DeviceCatalogue::deviceNamed(before) != nullptr) return;
   Node* old = ownGroup(before);
   if (old == nullptr) return;

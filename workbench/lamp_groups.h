@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/resources/text_id.h"
-#include "host/xml/xml_document.h"
+#include "host/xml/xml_holder.h"
 
 namespace workbench {
 
@@ -24,11 +24,11 @@ class LampGroups {
  public:
   using Node = XmlDocument::XmlNode;
 
-  /// @p device must stay in the configuration's memory as long as this. One without a name has no
-  /// groups, and none can be added.
-  explicit LampGroups(const Node& device) : device_(device) {}
+  /// A device without a name has no groups, and none can be added. One that was removed stays
+  /// readable as long as this.
+  explicit LampGroups(const Node& device) : device_(&device) {}
 
-  const Node& device() const { return device_; }
+  const Node& device() const { return *device_; }
   /// The groups in their order.
   std::vector<Node*> all() const;
   /// The first group with this name; null when there is none.
@@ -62,7 +62,7 @@ class LampGroups {
   Node* ownGroup(std::u16string_view name) const;
   Node& containerMade() const;
 
-  const Node& device_;
+  host::ConstXmlAnchor device_;
 };
 
 }  // namespace workbench

@@ -158,8 +158,9 @@ const Node* sectionElement(const XmlDocument& document, const std::string& secti
 }
 
 std::u16string rowKey(const Node& row) {
-  for (const char* name : {"nodeId", "Id"})
-    if (row.hasAttribute(host::XmlName(name))) return row.getAttribute(host::XmlName(name)).str();
+  static const host::XmlName names[] = {"nodeId", "Id"};
+  for (const host::XmlName name : names)
+    if (row.hasAttribute(name)) return row.getAttribute(name).str();
   return {};
 }
 

@@ -20,10 +20,10 @@ std::u16string clockTime(const std::u16string& hour, const std::u16string& minut
   return hour.empty() && minute.empty() ? hour : twoDigits(hour) + u":" + twoDigits(minute);
 }
 
-RowValue::RowValue(const std::string& name) : name_(name), attribute_(name) {
+RowValue::RowValue(const std::string& name) : name_(name), attribute_(host::XmlName::find(name)) {
   if (isStep(name, Time))
-    clock_ = Clock{host::XmlName("hour" + name.substr(Time.size())),
-                   host::XmlName("min" + name.substr(Time.size()))};
+    clock_ = Clock{host::XmlName::find("hour" + name.substr(Time.size())),
+                   host::XmlName::find("min" + name.substr(Time.size()))};
 }
 
 std::string RowValue::nameFor(const std::string& attribute) {

@@ -91,6 +91,18 @@ ConfigurationModel::ConfigurationModel()
 
 ConfigurationModel::~ConfigurationModel() = default;
 
+// The configuration may change before the model is told to read it again.
+void ConfigurationModel::tellHeld(const Note& note) const {
+  std::vector<const Entry*> left;
+  if (top_) left.push_back(top_.get());
+  while (!left.empty()) {
+    const Entry* entry = left.back();
+    left.pop_back();
+    note(entry->element);
+    for (const auto& child : entry->children) left.push_back(child.get());
+  }
+}
+
 void ConfigurationModel::reload() {
   beginResetModel();
   top_ = std::make_unique<Entry>();

@@ -6,14 +6,14 @@
 #include <memory>
 #include <vector>
 
-#include "host/xml/xml_document.h"
+#include "host/xml/xml_holder.h"
 
 namespace editor {
 
 /// The configuration as a tree: the devices with their child devices, and the device groups with
 /// the groups of lamps in them. Branches are read when they are opened, so that a device with a
 /// hundred thousand child devices costs nothing until then.
-class ConfigurationModel : public QAbstractItemModel {
+class ConfigurationModel : public QAbstractItemModel, private host::XmlHolder {
  public:
   enum class Kind {
     devicesRoot,
@@ -57,6 +57,7 @@ class ConfigurationModel : public QAbstractItemModel {
  private:
   struct Entry;
 
+  void tellHeld(const Note& note) const override;
   Entry* entryOf(const QModelIndex& index) const;
   void fill(Entry& entry) const;
   void add(Entry& parent, Kind kind, XmlDocument::XmlNode* element) const;

@@ -108,7 +108,7 @@ void GroupCommands::move(ActionResult (workbench::GroupActions::*step)(CWnd*)) {
 }
 
 void GroupCommands::newGroup() {
-  const Node* device = tree_.deviceConcerned();
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
   if (device == nullptr) return;
   const std::size_t before = LampGroups(*device).all().size();
   const ActionResult result = workspace_.groups().newGroup(&wnd_, *device, tree_.selectedLamps());
@@ -118,16 +118,16 @@ void GroupCommands::newGroup() {
 }
 
 void GroupCommands::modifyGroup() {
-  const Node* device = tree_.deviceConcerned();
-  Node* group = tree_.chosenGroup();
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
+  const host::XmlAnchor group(tree_.chosenGroup());
   if (device == nullptr || group == nullptr) return;
   const ActionResult result = workspace_.groups().modifyGroup(&wnd_, *device, *group);
   done(result, *device, group->Value("id"));
 }
 
 void GroupCommands::removeGroup() {
-  const Node* device = tree_.deviceConcerned();
-  Node* group = tree_.chosenGroup();
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
+  const host::XmlAnchor group(tree_.chosenGroup());
   if (device == nullptr || group == nullptr) return;
   const XCBasicString name = group->Value("id");
   const ActionResult result = workspace_.groups().removeGroup(&wnd_, *device, *group);
@@ -136,8 +136,8 @@ void GroupCommands::removeGroup() {
 }
 
 void GroupCommands::takeOut() {
-  const Node* device = tree_.deviceConcerned();
-  Node* group = tree_.chosenGroup();
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
+  const host::XmlAnchor group(tree_.chosenGroup());
   if (device == nullptr || group == nullptr) return;
   const XCBasicString name = group->Value("id");
   done(workspace_.groups().takeOutLamps(&wnd_, *device, *group, tree_.selectedMembers()), *device,
@@ -145,8 +145,8 @@ void GroupCommands::takeOut() {
 }
 
 void GroupCommands::addTo(const XCBasicString& name) {
-  const Node* device = tree_.deviceConcerned();
-  Node* group = device ? LampGroups(*device).named(name) : nullptr;
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
+  const host::XmlAnchor group(device ? LampGroups(*device).named(name) : nullptr);
   if (group == nullptr) return;
   const ActionResult result =
       workspace_.groups().addLamps(&wnd_, *device, *group, tree_.selectedLamps());
@@ -157,7 +157,7 @@ void GroupCommands::addTo(const XCBasicString& name) {
 
 void GroupCommands::fillAddTo() {
   addTo_->clear();
-  const Node* device = tree_.deviceConcerned();
+  const host::ConstXmlAnchor device(tree_.deviceConcerned());
   if (device == nullptr) return;
   for (const Node* group : LampGroups(*device).all()) {
     const XCBasicString name = group->Value("id");

@@ -2,6 +2,7 @@
 
 #include "host/dialogs/base_dlg.h"
 #include "host/services/drivers.h"
+#include "host/xml/xml_holder.h"
 
 /// The base of pages that configure a controller: it reads the page's document before the page is
 /// shown and writes it when the page asks.
@@ -37,5 +38,5 @@ class HOST_API XCBaseDeviceCfg : public XCBaseDlg {
  private:
   XmlDocument document_;
   XCDriver* driver_;
-  XmlDocument::XmlNode* device_;
+  host::XmlAnchor device_;
 };

@@ -2,6 +2,7 @@
 
 #include "host/dialogs/base_dlg.h"
 #include "host/services/drivers.h"
+#include "host/xml/xml_holder.h"
 
 /// The host's dialog for a driver: its description, and how its values are shown and recorded (the
 /// view setup).
@@ -24,8 +25,8 @@ class HOST_API XCDlgDriverDeviceCfg : public XCBaseDlg {
 
  private:
   XCDriver* driver_;
-  XmlDocument::XmlNode* device_;
-  XmlDocument::XmlNode* viewSetup_;
+  host::XmlAnchor device_;
+  host::XmlAnchor viewSetup_;
   bool periodOffered_ = true;
   bool historicOffered_ = false;
   bool historic_ = false;

@@ -8,7 +8,7 @@
 
 #include "host/export.h"
 #include "host/text/basic_string.h"
-#include "host/xml/xml_document.h"
+#include "host/xml/xml_holder.h"
 
 using XCWideChar = char16_t;
 
@@ -62,5 +62,5 @@ class HOST_API EditedDevice {
   ~EditedDevice();
 
  private:
-  const XmlDocument::XmlNode* before_;
+  host::ConstXmlAnchor before_;
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 #include <pugixml.hpp>
+#include <utility>
 
 #include "host/text/utf.h"
 #include "host/xml/xml_bytes.h"
@@ -34,7 +35,8 @@ constexpr std::array<unsigned char, 256> makeClasses() {
 constexpr auto Classes = makeClasses();
 
 constexpr std::size_t LongestName = 256;
-constexpr std::size_t MostAttributes = 0xFFFF;
+// Until the element is filled.
+const XmlName NoName = XmlName::fromId(0);
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view DeclarationStart = "<?xml";
 constexpr std::size_t LongestNamedReference = sizeof "quot" - 1;
@@ -73,7 +75,7 @@ bool beginsWithDeclaration(std::string_view text) {
 // The library's tree takes 16 times as much as markup that is as short as it can be. A sample of
 // the document tells whether it is of that kind.
 bool isDense(std::string_view text) {
-  constexpr std::size_t Looked = 256;
+  constexpr std::size_t Looked = 64;
   constexpr std::size_t Step = 4096;
   constexpr std::size_t ShortMarkup = 16;
   std::size_t looked = 0;
@@ -95,6 +97,7 @@ bool isVersion(std::string_view text) {
 }  // namespace
 
 Node* Builder::newRoot(Storage& storage, XmlName tag) {
+  storage.hold(tag);
   auto* root = new (storage.allocateNode(sizeof(Node))) Node(tag.id());
   root->previous_ = root;
   return root;
@@ -219,6 +222,9 @@ Node* Builder::build(std::string utf8, XmlError& error) {
     const pugi::xml_parse_result result = tree.load_buffer_inplace(
         buffer.data(), buffer.size() + 1, ParseOptions, pugi::encoding_utf8);
     if (!result) {
+      // Another encoding is the better cause: its bytes are no markup here.
+      const pugi::xml_node first = tree.first_child();
+      if (first.type() == pugi::node_declaration) checkDeclaration(first);
       fail(begin_ + result.offset, result.description());
     } else if (checkTop(tree)) {
       const pugi::xml_node source = tree.document_element();
@@ -278,8 +284,8 @@ std::size_t Builder::slotOf(const char* name) const {
 
 // Compares with the terminator, which the library has set behind the name.
 bool Builder::isNamed(const char* text, std::uint32_t id) const {
-  const KnownName& known = knownNames_[id];
-  if (static_cast<std::size_t>(end_ - text) < std::max(known.size, WordBytes))
+  const NameRecord& known = NameTable::isOfDocuments(id) ? names_.record(id) : knownNames_[id];
+  if (static_cast<std::size_t>(end_ - text) < std::max<std::size_t>(known.size, WordBytes))
     return std::strcmp(text, known.text) == 0;
   if ((loadWord(text) & known.frontMask) != known.front) return false;
   if (known.size <= WordBytes) return true;
@@ -287,36 +293,33 @@ bool Builder::isNamed(const char* text, std::uint32_t id) const {
   return loadWord(text + known.size - WordBytes) == known.back;
 }
 
-// Names in the table of names end with a zero.
-Builder::KnownName::KnownName(std::string_view name) : text(name.data()), size(name.size() + 1) {
-  char padded[WordBytes] = {};
-  std::copy_n(text, std::min(size, WordBytes), padded);
-  front = loadWord(padded);
-  frontMask = size < WordBytes ? (std::uint64_t(1) << (8 * size)) - 1 : ~std::uint64_t(0);
-  if (size >= WordBytes) back = loadWord(text + size - WordBytes);
-}
-
+// A name that was not read lately. Those of the document are counted: the pool met them before.
 bool Builder::newName(const char* text, std::uint32_t& id) {
   const std::string_view view(text);
-  if (const auto known = names_.find(view); known != names_.end()) {
-    id = known->second;
+  SharedPool& pool = storage_.pool();
+  const std::optional<std::uint32_t> known = names_.find(view);
+  if (known && names_.record(*known).lastPool == pool.stamp()) {
+    id = *known;
     return true;
   }
   if (!isXmlName(view))
     return fail(text, "\"" + std::string(view.substr(0, 40)) + "\" is not a name");
-  if (view.size() > LongestName || names_.size() == limits_.names)
+  if (view.size() > LongestName || ++differentNames_ > limits_.names)
     return fail(text, "too many or too long names of elements and attributes");
-  id = XmlName(view).id();
-  names_.emplace(xmlNameText(id), id);
-  if (knownNames_.size() <= id) knownNames_.resize(id + 1);
-  knownNames_[id] = KnownName(xmlNameText(id));
+  if (!known) {
+    id = pool.holdNew(view);
+  } else {
+    id = *known;
+    storage_.hold(XmlName::fromId(id));
+    names_.record(id).lastPool = pool.stamp();
+  }
   return true;
 }
 
-// The piece of the document behind one that was read whole.
-pugi::xml_node Builder::nextAfter(pugi::xml_node done) const {
-  pugi::xml_node next = done.next_sibling();
-  if (frugal_) done.parent().remove_child(done);
+// The piece of the document behind one that is no element, which was read.
+pugi::xml_node Builder::nextAfter(pugi::xml_node piece) const {
+  pugi::xml_node next = piece.next_sibling();
+  if (frugal_) piece.parent().remove_child(piece);
   return next;
 }
 
@@ -335,23 +338,24 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
       if (++depth > limits_.depth)
         return fail(next.name(),
                     "elements are nested more than " + std::to_string(limits_.depth) + " deep");
-      to = to->append(0);
+      to = to->append(NoName);
     } else {
       for (;;) {
-        endText(*to, depth);
+        if (brokenTextsOpen_ > 0) endText(*to, depth);
         if (from == source) return true;
-        const pugi::xml_node parent = from.parent();
-        next = nextAfter(from);
+        next = from.next_sibling();
+        if (!frugal_ && next.type() == pugi::node_element) break;
+        const pugi::xml_node done = std::exchange(from, from.parent());
+        if (frugal_) from.remove_child(done);
         while (next && next.type() != pugi::node_element) {
           if (!addPiece(next, *to->parent_, depth - 1)) return false;
           next = nextAfter(next);
         }
         if (next) break;
-        from = parent;
         to = to->parent_;
         --depth;
       }
-      to = to->parent_->append(0);
+      to = to->parent_->append(NoName);
     }
     from = next;
     // Neighbours mostly look alike: the one before serves as the model for names.
@@ -368,35 +372,44 @@ bool Builder::fill(const pugi::xml_node& source, Node& node, const Node* model) 
   for (pugi::xml_attribute a = source.first_attribute(); a; a = a.next_attribute()) {
     const char* const text = a.name();
     std::uint32_t id = 0;
-    asModel = asModel && count < modelled && isNamed(text, model->attributes_[count].name);
-    if (asModel)
+    if (asModel && count < modelled && isNamed(text, model->attributes_[count].name)) {
       id = model->attributes_[count].name;
-    else if (!attributeName(text, count, id))
-      return false;
+    } else {
+      if (asModel) markAttributes(count);
+      asModel = false;
+      if (!attributeName(text, id)) return false;
+    }
     XmlText value;
     if (!decode(a.value(), Place::attribute, value)) return false;
-    if (value.isWide()) value = storage_.pool().store(decoded_);
     if (count == attributes_.size()) attributes_.resize(2 * count + 16);
     Attribute& added = attributes_[count++];
     added.name = id;
     added.setText(value);
   }
   if (count == 0) return true;
-  if (count > MostAttributes)
-    return fail(source.name(), "an element has more than 65535 attributes");
+  const std::size_t most = std::min(limits_.attributes, XmlLimits::MostAttributes);
+  if (count > most)
+    return fail(source.name(), "an element has more than " + std::to_string(most) + " attributes");
   node.attributes_ = storage_.allocateAttributes(count);
   node.attributeCount_ = node.attributeCapacity_ = static_cast<std::uint16_t>(count);
   std::copy_n(attributes_.begin(), count, node.attributes_);
   return true;
 }
 
-// A name that none of the @p count attributes read before has.
-bool Builder::attributeName(const char* text, std::size_t count, std::uint32_t& id) {
+// From here on the names of the element's attributes are marked, the first @p count of them now.
+void Builder::markAttributes(std::size_t count) {
+  element_ = names_.newStamp();
+  for (std::size_t i = 0; i < count; ++i) names_.record(attributes_[i].name).lastElement = element_;
+}
+
+// A name that none of the element's attributes read before has.
+bool Builder::attributeName(const char* text, std::uint32_t& id) {
   if (!name(text, Unknown, id)) return false;
-  const auto end = attributes_.begin() + static_cast<std::ptrdiff_t>(count);
-  if (std::none_of(attributes_.begin(), end, [&](const Attribute& a) { return a.name == id; }))
-    return true;
-  return fail(text, "an element has the attribute \"" + std::string(text) + "\" twice");
+  NameRecord& record = names_.record(id);
+  if (record.lastElement == element_)
+    return fail(text, "an element has the attribute \"" + std::string(text) + "\" twice");
+  record.lastElement = element_;
+  return true;
 }
 
 // What stands in an element beside its children.
@@ -434,6 +447,7 @@ void Builder::addText(XmlText text, Node& node, std::size_t depth) {
     node.setStoredText(text.data() == decoded_.data() ? storage_.pool().store(decoded_) : text);
   } else {
     broken.element = &node;
+    ++brokenTextsOpen_;
     broken.text.clear();
     node.text().appendTo(broken.text);
     text.appendTo(broken.text);
@@ -444,10 +458,10 @@ void Builder::endText(Node& node, std::size_t depth) {
   if (brokenTexts_.size() <= depth || brokenTexts_[depth].element != &node) return;
   node.setStoredText(storage_.pool().store(brokenTexts_[depth].text));
   brokenTexts_[depth].element = nullptr;
+  --brokenTextsOpen_;
 }
 
-// The value refers to decoded_ where it can't stay as it lies; it is to be stored before the next
-// one is decoded.
+// A text refers to decoded_ where it can't stay as it lies: addText stores it, or joins it.
 bool Builder::decode(const char* raw, Place place, XmlText& value) {
   const char* at = raw;
   unsigned plain = WordBytes;
@@ -463,7 +477,7 @@ bool Builder::decode(const char* raw, Place place, XmlText& value) {
   }
   if (!decodeSlowly({raw, static_cast<std::size_t>(at - raw) + std::strlen(at)}, place))
     return false;
-  value = XmlText::wide(decoded_);
+  value = place == Place::text ? XmlText::wide(decoded_) : storage_.pool().store(decoded_);
   return true;
 }
 

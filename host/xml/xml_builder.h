@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "host/xml/xml_document.h"
@@ -36,17 +35,6 @@ class Builder {
   using Node = XmlDocument::XmlNode;
   enum class Place { text, attribute };
 
-  /// A name with its terminator, prepared so that most names compare in two steps.
-  struct KnownName {
-    KnownName() = default;
-    explicit KnownName(std::string_view name);
-    const char* text = nullptr;
-    std::size_t size = 0;  // with the terminator
-    std::uint64_t front = 0;
-    std::uint64_t frontMask = 0;
-    std::uint64_t back = 0;
-  };
-
   bool checkBeginning(const std::string& utf8);
   bool checkTop(const pugi::xml_document& tree);
   bool checkDeclaration(const pugi::xml_node& declaration);
@@ -55,7 +43,8 @@ class Builder {
   bool buildTree(const pugi::xml_node& source, Node& root);
   pugi::xml_node nextAfter(pugi::xml_node done) const;
   bool fill(const pugi::xml_node& source, Node& node, const Node* model);
-  bool attributeName(const char* text, std::size_t count, std::uint32_t& id);
+  bool attributeName(const char* text, std::uint32_t& id);
+  void markAttributes(std::size_t count);
   bool addPiece(const pugi::xml_node& piece, Node& node, std::size_t depth);
   void addText(XmlText text, Node& node, std::size_t depth);
   void endText(Node& node, std::size_t depth);
@@ -71,7 +60,7 @@ class Builder {
   void noteLines(std::string_view buffer);
   void locate(XmlError& error) const;
 
-  static constexpr std::uint32_t Unknown = ~0U;
+  static constexpr std::uint32_t Unknown = NameTable::None;
   static constexpr unsigned RecentBits = 8;
 
   /// A text that stands in several pieces, as long as its element is open.
@@ -86,12 +75,15 @@ class Builder {
   const char* begin_ = nullptr;
   const char* end_ = nullptr;
   std::vector<std::uint32_t> lineEnds_;
-  std::unordered_map<std::string_view, std::uint32_t> names_;  // their numbers
-  std::array<std::uint32_t, 1U << RecentBits> recentNames_;    // numbers, each where its text leads
-  std::vector<KnownName> knownNames_;                          // by number, those of names_
+  NameTable& names_ = NameTable::get();
+  NameRecord* const knownNames_ = names_.knownRecords();  // none is added while this reads
+  std::size_t differentNames_ = 0;
+  std::array<std::uint32_t, 1U << RecentBits> recentNames_;  // numbers, each where its text leads
+  std::uint64_t element_ = 0;            // marks the names of the attributes of the element at hand
   std::vector<Attribute> attributes_;    // of the element at hand, and room for more
   std::vector<BrokenText> brokenTexts_;  // by depth
-  std::u16string decoded_;               // what the slow way through a value made of it
+  std::size_t brokenTextsOpen_ = 0;
+  std::u16string decoded_;  // what the slow way through a value made of it
   std::string cause_;
   std::size_t offset_ = 0;
 };

@@ -1,9 +1,11 @@
 #include "host/xml/xml_document.h"
 
+#include <new>
 #include <utility>
 
 #include "host/services/files.h"
 #include "host/xml/xml_builder.h"
+#include "host/xml/xml_release.h"
 #include "host/xml/xml_storage.h"
 
 namespace host {
@@ -31,8 +33,10 @@ XmlDocument& XmlDocument::operator=(XmlDocument&& other) noexcept {
 }
 
 XmlDocument::XmlNode& XmlDocument::Create(host::XmlName rootName) {
-  Clear();
-  root_ = host::xml::Builder::newRoot(*storage_, rootName);
+  // Made before the old content goes, which the name may be from.
+  auto storage = std::make_unique<host::xml::Storage>();
+  root_ = host::xml::Builder::newRoot(*storage, rootName);
+  storage_ = std::move(storage);
   return *root_;
 }
 
@@ -43,6 +47,15 @@ void XmlDocument::Clear() {
 
 std::size_t XmlDocument::TextBytes() const {
   return storage_ ? storage_->textBytes() : 0;
+}
+
+void XmlDocument::ReleaseRemoved() {
+  if (root_ == nullptr || !storage_->isWorthReleasing()) return;
+  try {
+    host::xml::Release(*storage_, *root_).run();
+  } catch (const std::bad_alloc&) {
+    // Nothing was changed; the next time will do.
+  }
 }
 
 bool XmlDocument::Parse(std::string utf8, host::XmlError* error, const host::XmlLimits& limits) {

@@ -17,6 +17,7 @@ namespace host::xml {
 struct Attribute;
 struct Storage;
 class Builder;
+class Release;
 }  // namespace host::xml
 
 namespace host {
@@ -35,15 +36,18 @@ struct XmlError {
 /// What a document may hold to be read.
 struct XmlLimits {
   std::size_t bytes = 64U * 1024 * 1024;
-  std::size_t depth = 64;    ///< the root is depth 1
-  std::size_t names = 4096;  ///< different names of elements and attributes
+  std::size_t depth = 64;         ///< the root is depth 1
+  std::size_t names = 4096;       ///< different names of elements and attributes
+  std::size_t attributes = 4096;  ///< of one element; more than MostAttributes are never read
+  static constexpr std::size_t MostAttributes = 0xFFFF;
 };
 
 }  // namespace host
 
 /// An XML document: a tree of elements with a tag, attributes in their order, a text and children
 /// in their order. Comments and processing instructions are not kept. Element addresses are stable
-/// until the document is cleared, also when the document is moved.
+/// until the document is cleared, also when the document is moved; those of removed elements until
+/// ReleaseRemoved.
 class HOST_API XmlDocument {
  public:
   class XmlNode;
@@ -58,6 +62,13 @@ class HOST_API XmlDocument {
   /// Empties the document and gives it a new root, which it returns.
   XmlNode& Create(host::XmlName rootName);
   void Clear();
+
+  /// Gives the memory of removed elements back, now or later, once it is as much as the rest. Those
+  /// that a holder refers to stay (see host::XmlHolder: rows of lists, anchors), with all that was
+  /// removed together with them. Texts (host::XmlText) and names that were taken from the document
+  /// are not valid any longer. To be called where removing is done and nothing but holders refers
+  /// to what was removed; takes as long as what was added since the last time.
+  void ReleaseRemoved();
 
   /// The root element, none in an empty document.
   XmlNode* Root() { return root_; }
@@ -105,7 +116,7 @@ class HOST_API XmlDocument::XmlNode {
 
   std::string_view Tag() const { return host::xmlNameText(tag_); }
   host::XmlName TagName() const { return host::XmlName::fromId(tag_); }
-  void SetTag(host::XmlName tag) { tag_ = tag.id(); }
+  void SetTag(host::XmlName tag);
 
   // Attributes, all text. An absent one reads as the default.
   XCBasicString getAttribute(host::XmlName name, const XCBasicString& absent = {}) const;
@@ -164,7 +175,7 @@ class HOST_API XmlDocument::XmlNode {
   XmlNode& NewChild(host::XmlName name, std::u16string_view text);
   XmlNode& NewChild(host::XmlName name, host::XmlText text);
   /// Takes @p child out of the tree, wherever it stands below this element. False when it is not
-  /// below it. The element's memory stays valid until its document is cleared.
+  /// below it. The element stays readable until XmlDocument::ReleaseRemoved.
   bool RemoveChild(XmlNode* child);
   void RemoveChildren();
   std::size_t ChildCount() const;
@@ -205,6 +216,7 @@ class HOST_API XmlDocument::XmlNode {
  private:
   friend class XmlDocument;
   friend class host::xml::Builder;
+  friend class host::xml::Release;
   explicit XmlNode(std::uint32_t tag) : tag_(tag) {}
 
   XmlNode* find(std::string_view path, std::initializer_list<host::FormatArgument> arguments) const;
@@ -214,11 +226,12 @@ class HOST_API XmlDocument::XmlNode {
   void reserveAttributes(std::size_t count);
   bool takeRun(XmlNode& from, std::span<const host::XmlName> names);
   void setStoredText(host::XmlText text);
-  XmlNode* append(std::uint32_t tag);
+  XmlNode* append(host::XmlName tag);
   void unlink();
   void copyShallow(const XmlNode& other);
   void copyTree(const XmlNode& other);
   bool equalsShallow(const XmlNode& other) const;
+  bool hasAttributesOf(const XmlNode& other) const;
   bool isAbove(const XmlNode& other) const;
 
   // 64 bytes: one cache line an element.

@@ -1,24 +1,10 @@
 #include "host/xml/xml_name.h"
 
-#include <deque>
-#include <string>
-#include <unordered_map>
-
 #include "host/text/utf.h"
+#include "host/xml/xml_name_table.h"
 
 namespace host {
 namespace {
-
-struct NameTable {
-  std::deque<std::string> texts;  // a deque: the map's keys refer to its strings
-  std::unordered_map<std::string_view, std::uint32_t> ids;
-};
-
-NameTable& nameTable() {
-  // Never destroyed: documents with static lifetime may outlive it otherwise.
-  static NameTable& table = *new NameTable;
-  return table;
-}
 
 bool isNameStart(char32_t c) {
   return c == U':' || c == U'_' || (c >= U'A' && c <= U'Z') || (c >= U'a' && c <= U'z') ||
@@ -26,7 +12,7 @@ bool isNameStart(char32_t c) {
          (c >= 0x370 && c <= 0x37D) || (c >= 0x37F && c <= 0x1FFF) ||
          (c >= 0x200C && c <= 0x200D) || (c >= 0x2070 && c <= 0x218F) ||
          (c >= 0x2C00 && c <= 0x2FEF) || (c >= 0x3001 && c <= 0xD7FF) ||
-         (c >= 0xF900 && c <= 0xFDCF) || (c >= 0xFDF0 && c <= 0xFFFC) ||
+         (c >= 0xF900 && c <= 0xFDCF) || (c >= 0xFDF0 && c <= 0xFFFD) ||
          (c >= 0x10000 && c <= 0xEFFFF);
 }
 
@@ -37,15 +23,10 @@ bool isNamePart(char32_t c) {
 
 }  // namespace
 
-XmlName::XmlName(std::string_view name) {
-  NameTable& table = nameTable();
-  if (const auto known = table.ids.find(name); known != table.ids.end()) {
-    id_ = known->second;
-    return;
-  }
-  id_ = static_cast<std::uint32_t>(table.texts.size());
-  table.texts.emplace_back(name);
-  table.ids.emplace(table.texts.back(), id_);
+XmlName::XmlName(std::string_view name) : id_(xml::NameTable::get().keep(name)) {}
+
+XmlName XmlName::find(std::string_view name) {
+  return fromId(xml::NameTable::get().find(name).value_or(xml::NameTable::None));
 }
 
 std::string_view XmlName::text() const {
@@ -53,7 +34,7 @@ std::string_view XmlName::text() const {
 }
 
 std::string_view xmlNameText(std::uint32_t id) {
-  return nameTable().texts[id];
+  return xml::NameTable::get().text(id);
 }
 
 bool isXmlName(std::string_view name) {

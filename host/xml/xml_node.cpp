@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <vector>
 
 #include "host/xml/xml_document.h"
 #include "host/xml/xml_storage.h"
@@ -14,7 +15,7 @@ using XmlNode = XmlDocument::XmlNode;
 
 namespace {
 
-constexpr std::size_t MostAttributes = 0xFFFF;
+constexpr std::size_t MostAttributes = host::XmlLimits::MostAttributes;
 
 // The next element of a walk in document order below @p top; null at the end. The caller keeps
 // parallel trees in step with the same moves.
@@ -61,24 +62,40 @@ Step readStep(std::string_view text) {
   return step;
 }
 
-const XmlNode* childByTag(const XmlNode& parent, std::string_view tag) {
+const XmlNode* childByTag(const XmlNode& parent, XmlName tag) {
   for (const XmlNode& child : parent.Children())
-    if (child.Tag() == tag) return &child;
+    if (child.TagName() == tag) return &child;
   return nullptr;
 }
 
 const XmlNode* childByKey(const XmlNode& parent, const Step& step, std::u16string_view wanted) {
+  const XmlName tag = XmlName::find(step.tag);
+  const XmlName keyTag = XmlName::find(step.key);
   for (const XmlNode& child : parent.Children()) {
-    if (child.Tag() != step.tag) continue;
-    const XmlNode* key = childByTag(child, step.key);
+    if (child.TagName() != tag) continue;
+    const XmlNode* key = childByTag(child, keyTag);
     if (key != nullptr && key->text() == wanted) return &child;
   }
   return nullptr;
 }
 
+// Attributes in the order of their names' numbers.
+std::vector<const Attribute*> byName(std::span<const Attribute> attributes) {
+  std::vector<const Attribute*> sorted;
+  sorted.reserve(attributes.size());
+  for (const Attribute& attribute : attributes) sorted.push_back(&attribute);
+  std::sort(sorted.begin(), sorted.end(),
+            [](const Attribute* a, const Attribute* b) { return a->name < b->name; });
+  return sorted;
+}
+
+bool isSame(const Attribute& a, const Attribute& b) {
+  return a.name == b.name && a.text() == b.text();
+}
+
 }  // namespace
 
-static_assert(sizeof(XmlNode) == 72 || sizeof(XmlNode) == 64);
+static_assert(sizeof(XmlNode) == 64);
 static_assert(sizeof(Attribute) == 16);
 
 Storage& XmlNode::storage() const {
@@ -141,6 +158,7 @@ void XmlNode::setAttributeText(XmlName name, XmlText text) {
   if (attributeCount_ == attributeCapacity_)
     reserveAttributes(
         std::min<std::size_t>(attributeCapacity_ + 2U + attributeCapacity_ / 2U, MostAttributes));
+  storage().hold(name);
   Attribute& added = attributes_[attributeCount_++];
   added.name = name.id();
   added.setText(text);
@@ -196,6 +214,7 @@ bool XmlNode::eraseAttribute(XmlName name) {
 bool XmlNode::renameAttribute(XmlName name, XmlName newName) {
   if (findAttribute(name) == nullptr) return false;
   if (name == newName) return true;
+  storage().hold(newName);
   eraseAttribute(newName);
   findAttribute(name)->name = newName.id();
   return true;
@@ -257,7 +276,7 @@ XmlNode* XmlNode::find(std::string_view path,
     const Step step = readStep(path.substr(0, slash));
     path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
     if (step.key.empty()) {
-      at = childByTag(*at, step.tag);
+      at = childByTag(*at, XmlName::find(step.tag));
     } else if (argument != arguments.end()) {
       at = childByKey(*at, step, (argument++)->text(step.conversion));
     } else {
@@ -267,8 +286,14 @@ XmlNode* XmlNode::find(std::string_view path,
   return const_cast<XmlNode*>(at);
 }
 
-XmlNode* XmlNode::append(std::uint32_t tag) {
-  auto* child = new (storage().allocateNode(sizeof(XmlNode))) XmlNode(tag);
+void XmlNode::SetTag(XmlName tag) {
+  storage().hold(tag);
+  tag_ = tag.id();
+}
+
+XmlNode* XmlNode::append(XmlName tag) {
+  storage().hold(tag);
+  auto* child = new (storage().allocateNode(sizeof(XmlNode))) XmlNode(tag.id());
   child->parent_ = this;
   if (first_ == nullptr) {
     first_ = child;
@@ -283,17 +308,17 @@ XmlNode* XmlNode::append(std::uint32_t tag) {
 }
 
 XmlNode& XmlNode::NewChild(XmlName name) {
-  return *append(name.id());
+  return *append(name);
 }
 
 XmlNode& XmlNode::NewChild(XmlName name, std::u16string_view text) {
-  XmlNode* child = append(name.id());
+  XmlNode* child = append(name);
   child->SetText(text);
   return *child;
 }
 
 XmlNode& XmlNode::NewChild(XmlName name, XmlText text) {
-  XmlNode* child = append(name.id());
+  XmlNode* child = append(name);
   child->SetText(text);
   return *child;
 }
@@ -354,7 +379,7 @@ void XmlNode::copyTree(const XmlNode& other) {
   for (;;) {
     if (from->first_ != nullptr) {
       from = from->first_;
-      to = to->append(from->tag_);
+      to = to->append(from->TagName());
     } else {
       while (from != &other && from->next_ == nullptr) {
         from = from->parent_;
@@ -362,7 +387,7 @@ void XmlNode::copyTree(const XmlNode& other) {
       }
       if (from == &other) return;
       from = from->next_;
-      to = to->parent_->append(from->tag_);
+      to = to->parent_->append(from->TagName());
     }
     to->copyShallow(*from);
   }
@@ -383,15 +408,29 @@ XmlNode& XmlNode::operator=(const XmlNode& other) {
 }
 
 bool XmlNode::equalsShallow(const XmlNode& other) const {
-  if (tag_ != other.tag_ || attributeCount_ != other.attributeCount_ || !(text() == other.text()))
-    return false;
-  for (std::size_t i = 0; i < attributeCount_; ++i) {
-    const Attribute& mine = attributes_[i];
-    const Attribute* theirs = other.attributes_ + i;
-    if (theirs->name != mine.name) theirs = other.findAttribute(XmlName::fromId(mine.name));
-    if (theirs == nullptr || !(mine.text() == theirs->text())) return false;
+  return tag_ == other.tag_ && attributeCount_ == other.attributeCount_ && text() == other.text() &&
+         hasAttributesOf(other);
+}
+
+// Of elements with the same count of attributes, which mostly have them in the same order.
+bool XmlNode::hasAttributesOf(const XmlNode& other) const {
+  std::size_t at = 0;
+  while (at < attributeCount_ && attributes_[at].name == other.attributes_[at].name) {
+    if (!(attributes_[at].text() == other.attributes_[at].text())) return false;
+    ++at;
   }
-  return true;
+  constexpr std::size_t Few = 16;
+  const std::span<const Attribute> mine(attributes_ + at, attributeCount_ - at);
+  const std::span<const Attribute> theirs(other.attributes_ + at, attributeCount_ - at);
+  if (mine.size() <= Few)
+    return std::all_of(mine.begin(), mine.end(), [&](const Attribute& a) {
+      return std::any_of(theirs.begin(), theirs.end(),
+                         [&](const Attribute& b) { return isSame(a, b); });
+    });
+  const std::vector<const Attribute*> sorted = byName(theirs);
+  const std::vector<const Attribute*> wanted = byName(mine);
+  return std::equal(wanted.begin(), wanted.end(), sorted.begin(),
+                    [](const Attribute* a, const Attribute* b) { return isSame(*a, *b); });
 }
 
 bool XmlNode::operator==(const XmlNode& other) const {

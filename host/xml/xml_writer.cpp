@@ -8,6 +8,7 @@
 #include "host/text/utf.h"
 #include "host/xml/xml_bytes.h"
 #include "host/xml/xml_document.h"
+#include "host/xml/xml_name_table.h"
 
 namespace host::xml {
 namespace {
@@ -144,7 +145,9 @@ class Sink {
   }
 
   void fill(std::size_t count, char c) {
-    for (; count > 0; --count) put(c);
+    makeRoom(count);
+    std::memset(at_, c, count);
+    at_ += count;
   }
 
   /// All that was written.
@@ -267,7 +270,7 @@ class Writer {
   void newLine(bool allowed) {
     if (!indented_ || !allowed) return;
     out_.put('\n');
-    out_.fill(depth_ * 2, ' ');
+    out_.fill(std::min(depth_, MostIndented) * 2, ' ');
   }
 
   void open(const Node& node) {
@@ -288,12 +291,12 @@ class Writer {
     if (node.FirstChild() == nullptr) close(node);
   }
 
-  // ' name="', made once a name.
+  // ' name="', made once a name as long as no other name takes its place.
   const Markup& beginning(XmlName name) {
-    if (beginnings_.size() <= name.id()) beginnings_.resize(name.id() + 1);
-    Markup& markup = beginnings_[name.id()];
-    if (markup.size == 0) markup = Markup(' ' + std::string(name.text()) + "=\"");
-    return markup;
+    Beginning& beginning = beginnings_[name.id() % Beginnings];
+    if (beginning.name != name.id())
+      beginning = {name.id(), Markup(' ' + std::string(name.text()) + "=\"")};
+    return beginning.markup;
   }
 
   // White space beside children would be dropped by a reader unless it begins with a reference.
@@ -314,8 +317,16 @@ class Writer {
     out_.put('>');
   }
 
+  struct Beginning {
+    std::uint32_t name = NameTable::None;
+    Markup markup;
+  };
+  static constexpr std::size_t Beginnings = 256;
+  // Deeper, the indentation would be the larger part of the text.
+  static constexpr std::size_t MostIndented = 12;
+
   Sink out_;
-  std::vector<Markup> beginnings_;  // by the number of the name
+  std::vector<Beginning> beginnings_{Beginnings};
   const bool indented_;
   std::size_t depth_ = 0;
 };

@@ -44,6 +44,19 @@ TEST_F(DeviceCatalogueTest, ALampManagerHasItsOwnClass) {
   EXPECT_EQ(driver->Description(), u"d");
 }
 
+TEST_F(DeviceCatalogueTest, DriversAreFoundWhileTheirElementsAreRemovedAndReleased) {
+  ASSERT_NE(XCDriver::LockDriver(u"{1}"), nullptr);
+  XmlDocument& document = XCMainCfg::Get().Document();
+  for (int i = 0; i < 10; ++i) {
+    document.Root()->RemoveChildren();
+    for (int more = 0; more < 5000; ++more) document.Root()->NewChild("more");
+    document.ReleaseRemoved();
+  }
+  XCDriver* lamp = XCDriver::LockDriver(u"{11}");
+  ASSERT_NE(lamp, nullptr);
+  EXPECT_EQ(lamp->Identifier(), u"0001");
+}
+
 TEST_F(DeviceCatalogueTest, ALampIsFoundByTheChildsIdAndIdentifiedByItsName) {
   XCDriver* lamp = XCDriver::LockDriver(u"{11}");
   ASSERT_NE(lamp, nullptr);

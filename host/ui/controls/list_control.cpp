@@ -57,6 +57,10 @@ ListControl::ListControl(ControlOwner& owner, const ControlSpec& spec)
 
 ListControl::~ListControl() = default;
 
+void ListControl::tellHeld(const Note& note) const {
+  for (const ListRow& row : rows_) note(row.element);
+}
+
 void ListControl::setColumns(std::vector<ListColumn> columns) {
   columns_ = std::move(columns);
   keys_.clear();

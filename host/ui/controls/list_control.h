@@ -8,7 +8,7 @@
 
 #include "host/ui/colour.h"
 #include "host/ui/control.h"
-#include "host/xml/xml_document.h"
+#include "host/xml/xml_holder.h"
 
 namespace host {
 
@@ -42,7 +42,7 @@ struct ListSort {
 
 /// A report-style list over XML elements. Cells are computed from the element when asked for, so
 /// a cell can't differ from its element. Row numbers are places in the list as it is sorted.
-class HOST_API ListControl : public Control {
+class HOST_API ListControl : public Control, private XmlHolder {
  public:
   ListControl(ControlOwner& owner, const ControlSpec& spec);
   ~ListControl() override;
@@ -100,6 +100,7 @@ class HOST_API ListControl : public Control {
 
  private:
   friend class UserInput;
+  void tellHeld(const Note& note) const override;
   struct Extra;
   struct KeyIndex;
 

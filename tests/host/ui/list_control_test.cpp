@@ -68,6 +68,16 @@ TEST_F(ListTest, CellsAreWhatTheElementsHold) {
   EXPECT_EQ(list.cell(1, 1), u"");
 }
 
+TEST_F(ListTest, RowsStayReadableWhenTheirElementsWereRemovedAndReleased) {
+  const std::vector<std::string> before = column(0);
+  for (int i = 0; i < 10; ++i) {
+    document.Root()->RemoveChildren();
+    for (int more = 0; more < 5000; ++more) document.Root()->NewChild("more");
+    document.ReleaseRemoved();
+  }
+  EXPECT_EQ(column(0), before);
+}
+
 TEST_F(ListTest, AColumnMayMakeItsTextAndARowMayHaveItsOwn) {
   ListColumn made;
   made.cell = [](const XmlDocument::XmlNode& node) { return node.getAttribute("id") + u"!"; };

@@ -28,4 +28,7 @@ std::string content(const xmlDoc& document);
 /// those are only @p reference tells.
 std::string content(const XmlDocument& document, const xmlDoc& reference);
 
+/// Whether a document that the reference takes is refused here for a reason that is listed.
+bool isListedRefusal(const std::string& error);
+
 }  // namespace reference

@@ -145,6 +145,28 @@ TEST(XmlCompare, IgnoresTheOrderOfAttributesAndNothingElse) {
   }
 }
 
+TEST(XmlCompare, ManyAttributesInAnotherOrderAreEqualAndOneThatDiffersIsSeen) {
+  XmlDocument document("a");
+  XmlDocument reversed("a");
+  for (int i = 0; i < 1000; ++i) {
+    const XCBasicString value = XCBasicString::Format(u"%d", i);
+    document.Root()->setAttribute(host::XmlName("n" + std::to_string(i)), value);
+    reversed.Root()->setAttribute(host::XmlName("n" + std::to_string(999 - i)),
+                                  XCBasicString::Format(u"%d", 999 - i));
+  }
+  EXPECT_TRUE(*document.Root() == *reversed.Root());
+  for (const char* name : {"n0", "n499", "n999"}) {
+    const XCBasicString before = reversed.Root()->getAttribute(name);
+    reversed.Root()->setAttribute(name, u"other");
+    EXPECT_FALSE(*document.Root() == *reversed.Root());
+    reversed.Root()->setAttribute(name, before);
+    reversed.Root()->renameAttribute(name, "another");
+    EXPECT_FALSE(*document.Root() == *reversed.Root());
+    reversed.Root()->renameAttribute("another", name);
+  }
+  EXPECT_TRUE(*reversed.Root() == *document.Root());
+}
+
 TEST(XmlCompare, TextsAreEqualHoweverTheyAreKept) {
   const XmlDocument parsed = support::parsedXml("<a b=\"x&amp;y\" c=\"ñ\">1 &lt; 2</a>");
   XmlDocument made("a");

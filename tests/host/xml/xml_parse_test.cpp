@@ -133,6 +133,7 @@ TEST(XmlParse, WhatIsNoDocumentIsRefusedAndLeavesTheOldOne) {
       {"<\0a\0/\0>\0"s, "a character with the code 0"},
       {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a/>", "ISO-8859-1"},
       {"<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>", "UTF-16"},
+      {"<?xml version=\"1.0\" encoding=\"ISO-2022-JP\"?><\x1B$B<-\x1B(B/>", "ISO-2022-JP"},
       {" <?xml version=\"1.0\"?><a/>", "declaration"},
       {"<!-- --><?xml version=\"1.0\"?><a/>", "declaration"},
       {"<a/><?xml version=\"1.0\"?>", "declaration"},
@@ -171,6 +172,7 @@ TEST(XmlParse, WhatLooksOddButIsADocumentIsTaken) {
       "<a>></a>",
       "<a b=\">\"/>",
       "<a>]] ></a>",
+      "<a\xEF\xBF\xBD/>",
       "<\xC3\xB1:b.c-d_1 \xD0\x96=\"\"/>",
   };
   for (const std::string& xml : documents) {
@@ -204,6 +206,53 @@ TEST(XmlParse, TheLimitOfNamesCountsDifferentOnes) {
   EXPECT_TRUE(document.Parse("<a><b c=\"\"/><a c=\"\"/><b/></a>", &error, limits)) << error.text();
   EXPECT_FALSE(document.Parse("<a><b c=\"\"/><a d=\"\"/></a>", &error, limits));
   EXPECT_NE(error.cause.find("too many"), std::string::npos) << error.cause;
+}
+
+std::string withAttributes(std::size_t count) {
+  std::string xml = "<a";
+  for (std::size_t i = 0; i < count; ++i) xml += " b" + std::to_string(i) + "=''";
+  return xml + "/>";
+}
+
+TEST(XmlParse, TheLimitsOfWhatIsReadHoldExactly) {
+  XmlError error;
+  XmlDocument document;
+  std::string names = "<a>";
+  for (int i = 0; i < 4095; ++i) names += "<b" + std::to_string(i) + "/>";
+  EXPECT_TRUE(document.Parse(names + "</a>", &error)) << error.text();
+  EXPECT_FALSE(document.Parse(names + "<c/></a>", &error));
+  EXPECT_NE(error.cause.find("too many"), std::string::npos) << error.cause;
+
+  XmlLimits limits;
+  limits.names = 10000;
+  EXPECT_TRUE(document.Parse(withAttributes(4096), &error, limits)) << error.text();
+  EXPECT_EQ(document.Root()->attributeCount(), 4096U);
+  EXPECT_FALSE(document.Parse(withAttributes(4097), &error, limits));
+  EXPECT_NE(error.cause.find("more than 4096 attributes"), std::string::npos) << error.cause;
+
+  limits.attributes = limits.names = 100000;
+  EXPECT_TRUE(document.Parse(withAttributes(65535), &error, limits)) << error.text();
+  EXPECT_FALSE(document.Parse(withAttributes(65536), &error, limits));
+  EXPECT_NE(error.cause.find("more than 65535 attributes"), std::string::npos) << error.cause;
+}
+
+TEST(XmlParse, ASecondAttributeOfANameIsFoundAmongManyInWhateverOrder) {
+  for (const bool reversed : {false, true})
+    for (const int twice : {0, 1, 500, 998, 999}) {
+      std::string row = "/>";
+      for (int i = 0; i < 1000; ++i) {
+        const std::string attribute = " b" + std::to_string(i) + "=''";
+        row = reversed ? row.insert(0, attribute) : attribute + row;
+      }
+      const std::string first = "<r><a" + row;
+      const std::string second = "<a b" + std::to_string(twice) + "=''" + row + "</r>";
+      XmlDocument document;
+      XmlError error;
+      EXPECT_TRUE(document.Parse(first + "<a" + row + "</r>", &error)) << error.text();
+      EXPECT_FALSE(document.Parse(first + second, &error));
+      EXPECT_NE(error.cause.find("\"b" + std::to_string(twice) + "\" twice"), std::string::npos)
+          << error.text();
+    }
 }
 
 TEST(XmlParse, ManyNamesInTurnAreToldApart) {

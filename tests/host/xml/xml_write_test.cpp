@@ -92,6 +92,18 @@ TEST(XmlWrite, EmojiAndCombinedCharactersRoundTrip) {
   EXPECT_EQ(support::parsedXml(document.ToString()).Root()->getAttribute("b"), text);
 }
 
+TEST(XmlWrite, IndentationEndsAtTheTwelfthLevel) {
+  XmlDocument document("a");
+  XmlDocument::XmlNode* at = document.Root();
+  for (int level = 1; level < 15; ++level) at = &at->NewChild("a");
+  const std::string text = document.ToString(XmlDocument::Layout::indented);
+  EXPECT_NE(text.find("\n" + std::string(22, ' ') + "<a>\n" + std::string(24, ' ') + "<a>\n" +
+                      std::string(24, ' ') + "<a>"),
+            std::string::npos)
+      << text;
+  EXPECT_EQ(text.find(std::string(25, ' ')), std::string::npos);
+}
+
 TEST(XmlWrite, IndentationDoesNotChangeTheContent) {
   const char* const documents[] = {
       "<a/>",

@@ -137,4 +137,32 @@ TEST_F(CalendarSaves, ACalendarIsTheOldOneOrTheNewOne) {
   EXPECT_GT(made, 10);
 }
 
+TEST(Release, WithoutMemoryLeavesTheDocumentAsItIsForTheNextTime) {
+  XmlDocument document("root");
+  XmlDocument brings;
+  ASSERT_TRUE(brings.Parse("<brought name='x'/>"));
+  for (int i = 0; i < 3000; ++i) {
+    XmlDocument::XmlNode& row = document.Root()->NewChild(i % 2 == 0 ? "stays" : "goes");
+    row.NewChild("id", XCBasicString::Format(u"{%d}", i));
+    row.setAttribute(brings.Root()->attributeName(0), u"é");
+  }
+  for (XmlDocument::XmlNode* child = document.Root()->FirstChild(); child != nullptr;) {
+    XmlDocument::XmlNode* const next = child->NextSibling();
+    if (child->Tag() == "goes") document.Root()->RemoveChild(child);
+    child = next;
+  }
+  const std::string before = document.ToString();
+  // Many allocations are alike: the texts'.
+  long failures = 0;
+  for (long number = 1; number < Enough; number += 1 + number / 10) {
+    FailingAllocations memory(number);
+    document.ReleaseRemoved();
+    const bool failed = memory.disarm();
+    ASSERT_EQ(document.ToString(), before) << number;
+    if (!failed) break;
+    ++failures;
+  }
+  EXPECT_GT(failures, 10);
+}
+
 }  // namespace
