@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -10,7 +9,7 @@
 #include "automation/options.h"
 #include "automation/session.h"
 #include "host/services/files.h"
-#include "workbench/core_dumps.h"
+#include "workbench/process_guard.h"
 
 namespace {
 
@@ -39,15 +38,14 @@ int run(int argc, char** argv) {
     std::fputs(automation::helpText().c_str(), stdout);
     return 0;
   }
-  // A reader that goes away is noticed by the write that fails.
-  std::signal(SIGPIPE, SIG_IGN);
-
   automation::LineChannel lines(STDIN_FILENO, STDOUT_FILENO);
   automation::Session session(lines);
   workbench::Workspace workspace(workbench::ProgramPaths::ofThisProgram(), options.workspace);
   if (!workspace.open(session, error)) return fail(error + adviceFor(workspace));
   if (workspace.store().isReadOnly())
     std::fprintf(stderr, "lamp-script: %s\n", workspace.store().readOnlyReason().c_str());
+  if (const std::string loss = workspace.store().lossOfNextSave(); !loss.empty())
+    std::fprintf(stderr, "lamp-script: %s\n", loss.c_str());
   session.run(workspace);
   return 0;
 }
@@ -55,7 +53,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  workbench::forbidCoreDumps();
+  if (!workbench::guardProcess()) return StartFailed;
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

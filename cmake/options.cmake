@@ -48,6 +48,19 @@ elseif(LAMP_SANITIZE)
   target_link_options(lamp_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# A program finds its libraries beside itself and then where the system keeps them, in front of what
+# LD_LIBRARY_PATH says: an empty or a relative part of that would bring in code from whatever folder
+# the program is started in. Only the older kind of library path stands in front of the variable. The
+# folder of the programs can be moved as a whole, and names no path of the machine.
+function(lamp_program target)
+  set(path "$ORIGIN/../lib")
+  if(CMAKE_LIBRARY_ARCHITECTURE)
+    list(APPEND path "/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}" "/lib/${CMAKE_LIBRARY_ARCHITECTURE}")
+  endif()
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${path}" BUILD_WITH_INSTALL_RPATH ON)
+  target_link_options(${target} PRIVATE -Wl,--disable-new-dtags)
+endfunction()
+
 # lamp_precompile(TARGET [HEADER...]) parses headers that the target's sources include anyway once.
 # Without a header of its own a target shares the standard library's with all others; with FROM OTHER
 # it takes those of a target that is compiled with the same options (-fPIE or -fPIC among them) and

@@ -9,8 +9,8 @@
 namespace editor {
 
 /// The image with a name in the host's image folder, with its variant for dense screens where one
-/// lies beside it. A name "#RRGGBB" is a swatch of that colour. A null icon for an empty name or a
-/// file that is not there.
+/// lies beside it. A name "#RRGGBB" is a swatch of that colour. A null icon for an empty name and
+/// for a file that is not there or is no image.
 QIcon imageIcon(const std::string& name);
 
 /// A box of a colour, which keeps it in whatever state it is shown.

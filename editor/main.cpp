@@ -9,8 +9,9 @@
 #include "editor/tour/tour_screen.h"
 #include "editor/window/main_window.h"
 #include "editor/window/start.h"
+#include "host/services/open_file.h"
 #include "host/services/setup.h"
-#include "workbench/core_dumps.h"
+#include "workbench/process_guard.h"
 
 namespace {
 
@@ -52,7 +53,7 @@ void printExchanges(const workbench::ExchangeRecord& record) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  workbench::forbidCoreDumps();
+  if (!workbench::guardProcess()) return StartFailed;
   QCoreApplication::setApplicationName("lamp-editor");
   QStringList arguments;
   for (int at = 1; at < argc; ++at) arguments << QString::fromLocal8Bit(argv[at]);
@@ -70,9 +71,11 @@ int main(int argc, char** argv) {
   const QApplication application(qtArguments, argv);
 
   const auto paths = workbench::ProgramPaths::ofThisProgram();
-  std::error_code ignored;  // a folder that can't be made is told by the store
-  std::filesystem::create_directories(options.workspace.configuration, ignored);
-  EditorPreferences preferences = EditorPreferences::load(options.workspace.configuration);
+  std::string ignored;  // a folder that can't be made is told by the store
+  host::makeFolder(options.workspace.configuration, ignored);
+  std::string unreadSettings;
+  EditorPreferences preferences =
+      EditorPreferences::load(options.workspace.configuration, unreadSettings);
   if (options.workspace.language.empty())
     options.workspace.language = preferences.language;
   else
@@ -93,9 +96,10 @@ int main(int argc, char** argv) {
 
   MainWindow window(workspace, frontEnd, exchange, preferences, paths.texts);
   window.show();
+  if (!unreadSettings.empty()) window.tellUnreadSettings(unreadSettings);
   if (options.tour.empty()) return QApplication::exec();
 
-  std::filesystem::create_directories(options.tour, ignored);
+  if (std::string why; !host::makeFolder(options.tour, why)) return fail(why);
   Tour tour(window, frontEnd, exchange, options.tour);
   int status = 0;
   tour.start(journey(groupsLamps(), workspace.log() != nullptr), [&](const QString& failure) {

@@ -34,21 +34,8 @@ bool read(const json& object, PageValues::Row& row) {
   return true;
 }
 
-}  // namespace
-
-DraftStore::DraftStore(const std::filesystem::path& folder, const std::string& deviceId,
-                       const std::string& section) {
-  // A device's id may be anything; its digest is a name for a file.
-  const std::string name = sha256Text(deviceId).substr(0, NameDigits) + "-" + section;
-  std::string ignored;
-  file_ = folder / (name + ".json");
-  if (makePrivateFolder(folder, ignored)) lock_.take(folder / (name + ".lock"));
-}
-
-std::optional<Draft> DraftStore::load() const {
-  std::string content;
-  std::string ignored;
-  if (!isHeld() || !host::readFile(file_, LargestFile, content, ignored)) return std::nullopt;
+// None for what no draft was written as.
+std::optional<Draft> draftIn(const std::string& content) {
   const json object = json::parse(content, nullptr, false);
   if (!object.is_object() || !object.contains("when") || !object["when"].is_string())
     return std::nullopt;
@@ -61,12 +48,52 @@ std::optional<Draft> DraftStore::load() const {
   const json tasks = object.value("tasks", json(std::string()));
   if (!tasks.is_string()) return std::nullopt;
   draft.values.tasks = tasks.get<std::string>();
-  if (draft.values.empty()) return std::nullopt;
   return draft;
 }
 
-bool DraftStore::save(const Draft& draft) const {
-  if (!isHeld()) return false;
+}  // namespace
+
+DraftStore::DraftStore(const std::filesystem::path& folder, const std::string& deviceId,
+                       const std::string& section) {
+  // A device's id may be anything; its digest is a name for a file.
+  const std::string name = sha256Text(deviceId).substr(0, NameDigits) + "-" + section;
+  std::string why;
+  file_ = folder / (name + ".json");
+  if (!makePrivateFolder(folder, why))
+    failed(folder, why);
+  else if (!lock_.take(folder / (name + ".lock")) && !lock_.isHeldElsewhere())
+    problem_ = lock_.problem().ToUtf8();
+}
+
+bool DraftStore::failed(const std::filesystem::path& path, const std::string& why) {
+  problem_ = path.string() + ": " + why;
+  return false;
+}
+
+std::optional<Draft> DraftStore::load() {
+  std::string content;
+  std::string why;
+  if (!isHeld()) return std::nullopt;
+  if (!host::readFile(file_, LargestFile, content, why, host::NamedBy::program)) {
+    if (host::fileSystem().exists(file_)) mayReplace_ = failed(file_, why);
+    return std::nullopt;
+  }
+  std::optional<Draft> draft = draftIn(content);
+  if (!draft) putAside();
+  return draft && !draft->values.empty() ? std::move(draft) : std::nullopt;
+}
+
+// A draft that can't be understood is out of the way of the next one, but not lost.
+void DraftStore::putAside() {
+  std::filesystem::path damaged = file_;
+  damaged += ".damaged";
+  std::string why;
+  mayReplace_ = host::fileSystem().replace(file_, damaged, why);
+  failed(file_, mayReplace_ ? "It is damaged, and stays as " + damaged.filename().string() : why);
+}
+
+bool DraftStore::save(const Draft& draft) {
+  if (!isHeld() || !mayReplace_) return false;
   JsonWriter out;
   out.beginObject().member("when", draft.when).name("fields");
   write(out, draft.values.fields);
@@ -81,14 +108,16 @@ bool DraftStore::save(const Draft& draft) const {
   std::filesystem::path fresh = file_;
   fresh += ".new";
   host::FileSystem& files = host::fileSystem();
-  std::string ignored;
-  if (files.exists(fresh)) files.remove(fresh, ignored);
-  return files.writeNew(fresh, out.text(), ignored) && files.replace(fresh, file_, ignored);
+  std::string why;
+  if (files.exists(fresh)) files.remove(fresh, why);
+  return (files.writeNew(fresh, out.text(), why) && files.replace(fresh, file_, why)) ||
+         failed(file_, why);
 }
 
 void DraftStore::drop() const {
   std::string ignored;
-  if (isHeld() && host::fileSystem().exists(file_)) host::fileSystem().remove(file_, ignored);
+  if (isHeld() && mayReplace_ && host::fileSystem().exists(file_))
+    host::fileSystem().remove(file_, ignored);
 }
 
 }  // namespace workbench

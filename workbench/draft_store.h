@@ -26,16 +26,27 @@ class DraftStore {
   /// False where another program has the page open or the folder can't be made; nothing is then
   /// read or written.
   bool isHeld() const { return lock_.isHeld(); }
-  std::optional<Draft> load() const;
+  /// The draft of before; none also where it can't be read, as problem() then tells. A damaged one
+  /// is put aside as "*.json.damaged".
+  std::optional<Draft> load();
   /// Puts the draft in the place of the one before, whole or not at all.
-  bool save(const Draft& draft) const;
+  bool save(const Draft& draft);
   void drop() const;
+
+  /// Why no draft is kept, or the one of before was not read, with the name of the file; empty
+  /// while all is well, and where another program has the page open.
+  const std::string& problem() const { return problem_; }
 
   const std::filesystem::path& file() const { return file_; }
 
  private:
+  void putAside();
+  bool failed(const std::filesystem::path& path, const std::string& why);
+
   std::filesystem::path file_;
   FileLock lock_;
+  bool mayReplace_ = true;  // what could not be read is not lost
+  std::string problem_;
 };
 
 }  // namespace workbench

@@ -140,8 +140,12 @@ ExchangeReply HttpCommandChannel::attempt(const host::ExchangeRequest& request) 
       .replyBytes = limits_.replyBytes,
       .keepBody = request.kind == host::CommandKind::get,
       .authorities = authorities_};
-  if (trust_ != nullptr && address.secure)
-    post.onlyCertificate = trust_->find(address.shown.ToUtf8()).value_or(std::string());
+  if (trust_ != nullptr && address.secure) {
+    // A list that can't be read might name one certificate for this address: then none is good.
+    std::string problem;
+    post.onlyCertificate = trust_->find(address.shown.ToUtf8(), &problem).value_or(std::string());
+    if (!problem.empty()) return failed(TextId::TrustNotRead, XCBasicString::FromUtf8(problem));
+  }
   HttpAnswer answer = this->post(request, post);
   if (answer.end == HttpAnswer::End::certificate)
     if (auto failure = askForTrust(address, request, post, answer)) return std::move(*failure);

@@ -6,6 +6,8 @@
 #include <system_error>
 
 #include "host/services/drivers.h"
+#include "host/services/files.h"
+#include "workbench/library_extent.h"
 
 namespace workbench {
 namespace {
@@ -25,6 +27,14 @@ bool isOfAnotherHost(const std::string& error) {
          error.find("liblamphost.so") != std::string::npos;
 }
 
+// The system's loader waits for a pipe's writer, and ends the program over a file that was cut off:
+// both are found before it is called. A file that changes while it is in use is not met by this.
+bool isLoadable(const std::filesystem::path& file, std::string& cause) {
+  const host::Descriptor opened =
+      host::openFile(file, host::FileUse::read, host::NamedBy::person, cause);
+  return opened.good() && isWholeLibrary(opened.number(), cause);
+}
+
 }  // namespace
 
 bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
@@ -32,8 +42,12 @@ bool Plugin::load(const std::filesystem::path& file, std::string& cause) {
   std::error_code ignored;
   // Made absolute: a bare name would be looked for in the system's library folders.
   const std::filesystem::path full = std::filesystem::absolute(file, ignored);
-  if (!std::filesystem::exists(full, ignored)) {
+  if (!host::fileSystem().exists(full)) {
     cause = shown + " is missing";
+    return false;
+  }
+  if (std::string why; !isLoadable(full, why)) {
+    cause = shown + " can't be loaded: " + why;
     return false;
   }
   unload();

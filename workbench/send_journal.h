@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/services/descriptor.h"
 #include "workbench/journal_entry.h"
 
 namespace workbench {
@@ -28,17 +29,19 @@ class SendJournal {
   const std::filesystem::path& folder() const { return folder_; }
 
   /// Appends an entry, in a new file when the present one is full. False with the system's reason,
-  /// which names the file, in @p cause; nothing of the entry is then left.
+  /// which names the file, in @p cause; nothing of the entry is then left. True with a @p cause
+  /// where no new file can be begun, because the journal's lock can't be opened.
   bool append(const JournalEntry& entry, std::string& cause) const;
 
   /// The entries that @p wanted accepts, the latest first, at most @p most. Lines that are damaged
-  /// are passed over.
+  /// are passed over; of a file that can't be read @p problem, where given, tells name and reason.
   std::vector<JournalEntry> entries(const std::function<bool(const JournalEntry&)>& wanted,
-                                    std::size_t most) const;
+                                    std::size_t most, std::string* problem = nullptr) const;
 
  private:
   std::filesystem::path file(std::size_t age) const;
   void rotate() const;
+  host::Descriptor open(std::string& cause) const;
 
   std::filesystem::path folder_;
   JournalLimits limits_;

@@ -123,17 +123,20 @@ void SendLog::note(const host::ExchangeRequest& request, const ExchangeEntry& en
   try {
     const JournalEntry line = made(request, entry);
     std::string cause;
-    if (!journal_.append(line, cause)) tell(cause);
+    const bool kept = journal_.append(line, cause);
+    if (!kept || !cause.empty()) tell(kept ? Outcome::kept : Outcome::lost, cause);
     if (onEntry) onEntry(line);
   } catch (const std::exception& error) {
-    tell(error.what());
+    tell(Outcome::lost, error.what());
   }
 }
 
-void SendLog::tell(const std::string& problem) {
-  if (std::exchange(told_, true)) return;
+void SendLog::tell(Outcome outcome, const std::string& problem) {
+  const bool lost = outcome == Outcome::lost;
+  if (std::exchange(lost ? toldOfLoss_ : toldOfProblem_, true)) return;
   if (onProblem) return onProblem(problem);
-  std::fprintf(stderr, "%s: what is sent is not put on record: %s\n", program_.c_str(),
+  std::fprintf(stderr, "%s: what is sent is %s: %s\n", program_.c_str(),
+               lost ? "not put on record" : "put on record in one file that only grows",
                problem.c_str());
 }
 

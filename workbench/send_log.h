@@ -37,14 +37,16 @@ class SendLog {
   void note(const host::ExchangeRequest& request, const ExchangeEntry& entry);
   JournalEntry made(const host::ExchangeRequest& request, const ExchangeEntry& entry) const;
   std::string lastReadOf(const std::string& section, const ExchangeEntry& before) const;
-  void tell(const std::string& problem);
+  enum class Outcome { lost, kept };
+  void tell(Outcome outcome, const std::string& problem);
 
   SendJournal journal_;
   ExchangeRecord& record_;
   std::string program_;
   Now now_;
   std::string who_;
-  bool told_ = false;
+  bool toldOfLoss_ = false;
+  bool toldOfProblem_ = false;
 };
 
 /// A moment in UTC as the journal writes it, "2025-03-15T10:00:00.000Z".

@@ -1,13 +1,12 @@
 #include "workbench/state_folder.h"
 
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <system_error>
 #include <vector>
+
+#include "host/services/open_file.h"
 
 namespace workbench {
 namespace {
@@ -29,20 +28,7 @@ std::filesystem::path stateFolderOfUser() {
 }
 
 bool makePrivateFolder(const std::filesystem::path& folder, std::string& cause) {
-  std::error_code error;
-  const std::filesystem::path above = folder.parent_path();
-  if (!above.empty() && above != folder && !std::filesystem::exists(above, error) && !error &&
-      !makePrivateFolder(above, cause))
-    return false;
-  if (!error && ::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-    error.assign(errno, std::generic_category());
-  struct stat found {};
-  if (!error && ::stat(folder.c_str(), &found) != 0) error.assign(errno, std::generic_category());
-  if (!error && !S_ISDIR(found.st_mode)) error.assign(ENOTDIR, std::generic_category());
-  if (!error && (found.st_mode & (S_IRWXG | S_IRWXO)) != 0 && ::chmod(folder.c_str(), S_IRWXU) != 0)
-    error.assign(errno, std::generic_category());
-  if (error) cause = error.message();
-  return !error;
+  return host::makeFolder(folder, cause) && host::closeFolderToOthers(folder, cause);
 }
 
 std::string nameOfUser() {

@@ -10,7 +10,8 @@ namespace workbench {
 std::filesystem::path stateFolderOfUser();
 
 /// Makes a folder and what is missing above it, open to their owner alone. The folder itself
-/// becomes so when it was there before. False with the system's reason in @p cause.
+/// becomes so when it was there before, unless it is reached through a link. False with the
+/// system's reason in @p cause.
 bool makePrivateFolder(const std::filesystem::path& folder, std::string& cause);
 
 /// The name under which this person works on this computer; the number where there is no name.

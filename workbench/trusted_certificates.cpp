@@ -25,16 +25,23 @@ bool isFingerprint(const json& value) {
 
 }  // namespace
 
-TrustedCertificates::Entries TrustedCertificates::load() const {
+// A missing file holds no trust. False for one that can't be read and for one that this program did
+// not write: what it is to say of an address is not known then.
+bool TrustedCertificates::load(Entries& entries, std::string& cause) const {
   std::string content;
-  std::string ignored;
-  Entries entries;
-  if (!host::readFile(file_, LargestFile, content, ignored)) return entries;
+  if (!host::fileSystem().exists(file_)) return true;
+  if (!host::readFile(file_, LargestFile, content, cause, host::NamedBy::program)) {
+    cause = file_.string() + ": " + cause;
+    return false;
+  }
   const json object = json::parse(content, nullptr, false);
-  if (!object.is_object()) return entries;
+  if (!object.is_object() || !std::all_of(object.begin(), object.end(), isFingerprint)) {
+    cause = file_.string() + ": It is damaged";
+    return false;
+  }
   for (const auto& [address, fingerprint] : object.items())
-    if (isFingerprint(fingerprint)) entries[address] = fingerprint.get<std::string>();
-  return entries;
+    entries[address] = fingerprint.get<std::string>();
+  return true;
 }
 
 bool TrustedCertificates::save(const Entries& entries, std::string& cause) const {
@@ -43,24 +50,30 @@ bool TrustedCertificates::save(const Entries& entries, std::string& cause) const
   for (const auto& [address, fingerprint] : entries) out.member(address, fingerprint);
   out.endObject();
   return makePrivateFolder(file_.parent_path(), cause) &&
-         host::saveWhole(file_, out.text() + "\n", cause);
+         host::saveWhole(file_, out.text() + "\n", cause, host::NamedBy::program);
 }
 
-std::optional<std::string> TrustedCertificates::find(const std::string& address) const {
-  const Entries entries = load();
+std::optional<std::string> TrustedCertificates::find(const std::string& address,
+                                                     std::string* problem) const {
+  Entries entries;
+  std::string cause;
+  const bool loaded = load(entries, cause);
+  if (problem != nullptr) *problem = loaded ? std::string() : cause;
   const auto found = entries.find(address);
-  return found == entries.end() ? std::nullopt : std::optional(found->second);
+  return !loaded || found == entries.end() ? std::nullopt : std::optional(found->second);
 }
 
 bool TrustedCertificates::trust(const std::string& address, const std::string& fingerprint,
                                 std::string& cause) const {
-  Entries entries = load();
+  Entries entries;
+  if (!load(entries, cause)) return false;
   entries[address] = fingerprint;
   return save(entries, cause);
 }
 
 bool TrustedCertificates::forget(const std::string& address, std::string& cause) const {
-  Entries entries = load();
+  Entries entries;
+  if (!load(entries, cause)) return false;
   return entries.erase(address) == 0 || save(entries, cause);
 }
 

@@ -8,12 +8,14 @@
 namespace editor {
 
 DraftKeeper::DraftKeeper(const std::filesystem::path& folder, const PageSubject& subject,
-                         DialogBody& page, QtFrontEnd& frontEnd)
+                         DialogBody& page, QtFrontEnd& frontEnd, Teller tell)
     : page_(page),
       frontEnd_(frontEnd),
+      tell_(std::move(tell)),
       store_(folder, subject.device.id, subject.written),
       opened_(page.dialog()),
       found_(store_.load()) {
+  tellProblem();
   if (!store_.isHeld()) return;
   pause_.setSingleShot(true);
   connect(&pause_, &QTimer::timeout, this, [this] { save(); });
@@ -25,6 +27,12 @@ DraftKeeper::DraftKeeper(const std::filesystem::path& folder, const PageSubject&
 DraftKeeper::~DraftKeeper() {
   page_.onNoted = nullptr;
   store_.drop();
+}
+
+void DraftKeeper::tellProblem() {
+  if (store_.problem().empty() || store_.problem() == told_) return;
+  told_ = store_.problem();
+  tell_(caption(host::TextId::DraftFault, XCBasicString::FromUtf8(told_)));
 }
 
 void DraftKeeper::note() {
@@ -40,7 +48,7 @@ void DraftKeeper::save() {
   if (values.empty())
     store_.drop();
   else if (!store_.save({workbench::momentText(std::chrono::system_clock::now()), values}))
-    return;
+    return tellProblem();
   saved_ = std::move(values);
 }
 

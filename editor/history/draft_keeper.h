@@ -4,6 +4,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 #include <filesystem>
+#include <functional>
 
 #include "editor/dialogs/dialog_body.h"
 #include "editor/front_end/qt_front_end.h"
@@ -21,18 +22,24 @@ class DraftKeeper : public QObject {
   static constexpr int Pause = 300;     ///< milliseconds without a change, then it is written
   static constexpr int Longest = 3000;  ///< so long a change waits at most while typing goes on
 
-  /// @p page and @p frontEnd must outlive this.
+  using Teller = std::function<void(const QString& text)>;
+
+  /// @p page and @p frontEnd must outlive this. @p tell is called when a draft can't be kept or
+  /// read, once for each reason.
   DraftKeeper(const std::filesystem::path& folder, const PageSubject& subject, DialogBody& page,
-              QtFrontEnd& frontEnd);
+              QtFrontEnd& frontEnd, Teller tell);
   ~DraftKeeper() override;
 
  private:
   void note();
   void save();
   void offer();
+  void tellProblem();
 
   DialogBody& page_;
   QtFrontEnd& frontEnd_;
+  Teller tell_;
+  std::string told_;
   workbench::DraftStore store_;
   workbench::PageSnapshot opened_;
   std::optional<workbench::Draft> found_;

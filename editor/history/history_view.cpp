@@ -156,13 +156,19 @@ void HistoryView::reload() {
     divide();
   }
   const std::string section = sections_->currentData().toString().toStdString();
+  std::string problem;
   model_.show(journal_.entries(
       [&](const JournalEntry& entry) {
         return (device_.empty() || entry.deviceId == device_) &&
                (section.empty() || entry.section == section);
       },
-      Most));
+      Most, &problem));
+  const QString told = problem.empty()
+                           ? QString()
+                           : caption(TextId::HistoryNotRead, XCBasicString::FromUtf8(problem));
+  empty_->setText(told.isEmpty() ? caption(TextId::HistoryEmpty) : told);
   empty_->setVisible(model_.rowCount() == 0);
+  if (!told.isEmpty() && onProblem) onProblem(told);
   if (model_.rowCount() > 0) choose(0);
   showChosen();
 }

@@ -37,6 +37,8 @@ class HistoryView : public QWidget {
   const workbench::JournalEntry* chosen() const;
   void choose(int row);
   std::function<void()> onChosen;
+  /// Called with a text when a part of the journal can't be read.
+  std::function<void(const QString& problem)> onProblem;
 
  protected:
   void showEvent(QShowEvent* event) override;

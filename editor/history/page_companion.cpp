@@ -33,8 +33,10 @@ PageCompanion::~PageCompanion() {
   }
 }
 
-void PageCompanion::keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd) {
-  draft_ = std::make_unique<DraftKeeper>(folder, subject_, window_.body(), frontEnd);
+void PageCompanion::keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd,
+                              DraftKeeper::Teller tell) {
+  draft_ =
+      std::make_unique<DraftKeeper>(folder, subject_, window_.body(), frontEnd, std::move(tell));
 }
 
 void PageCompanion::addHistory() {

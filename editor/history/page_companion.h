@@ -22,8 +22,9 @@ class PageCompanion : public QObject {
                 const workbench::ExchangeRecord& record);
   ~PageCompanion() override;
 
-  /// Keeps what is entered in @p folder from now on.
-  void keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd);
+  /// Keeps what is entered in @p folder from now on. @p tell is called with a text when it can't.
+  void keepDraft(const std::filesystem::path& folder, QtFrontEnd& frontEnd,
+                 DraftKeeper::Teller tell);
 
   const PageSubject& subject() const { return subject_; }
   /// Null for a window without a row of buttons at its foot.

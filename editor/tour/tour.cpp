@@ -1,5 +1,6 @@
 #include "editor/tour/tour.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
@@ -21,6 +22,7 @@
 #include "editor/tour/dark_palette.h"
 #include "editor/window/configuration_tree.h"
 #include "editor/window/device_panel.h"
+#include "host/services/files.h"
 
 namespace editor {
 namespace {
@@ -230,8 +232,13 @@ void Tour::picture(const QString& name) {
   const CoveredPasswords covered(top == nullptr ? nullptr : &top->body());
   QCoreApplication::sendPostedEvents();
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
-  const QString path = QString::fromStdU16String((folder_ / file.toStdU16String()).u16string());
-  require(frontWindow()->grab().save(path), "the picture " + path + " can't be written");
+  QBuffer png;
+  std::string cause;
+  const std::filesystem::path path = folder_ / file.toStdU16String();
+  const bool isSaved = png.open(QBuffer::WriteOnly) && frontWindow()->grab().save(&png, "PNG") &&
+                       host::replaceWhole(path, png.data().toStdString(), cause);
+  require(isSaved, "the picture " + QString::fromStdU16String(path.u16string()) +
+                       " can't be written: " + QString::fromStdString(cause));
 }
 
 }  // namespace editor

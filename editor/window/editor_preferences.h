@@ -6,7 +6,7 @@
 
 namespace editor {
 
-/// What the editor remembers from one start to the next, in "lamp-editor.ini" in the folder of the
+/// What the editor remembers from one start to the next, in "lamp-editor.json" in the folder of the
 /// configuration.
 struct EditorPreferences {
   std::string language = "en";
@@ -17,8 +17,12 @@ struct EditorPreferences {
   QByteArray splitter;
   QByteArray rightSplitter;
 
-  static EditorPreferences load(const std::filesystem::path& folder);
-  void save(const std::filesystem::path& folder) const;
+  static std::filesystem::path fileIn(const std::filesystem::path& folder);
+  /// What was saved, and the defaults for what was not. @p problem is why the file was not read,
+  /// empty where it was, or there is none.
+  static EditorPreferences load(const std::filesystem::path& folder, std::string& problem);
+  /// False with the reason in @p cause.
+  bool save(const std::filesystem::path& folder, std::string& cause) const;
 };
 
 }  // namespace editor

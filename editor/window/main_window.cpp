@@ -10,6 +10,7 @@
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
+#include <cstdio>
 
 #include "editor/dialogs/dialog_window.h"
 #include "editor/history/history_view.h"
@@ -183,6 +184,7 @@ void MainWindow::makeHistory() {
       statusBar()->showMessage(QString::fromStdString(problem));
     };
     history_ = new HistoryView(log->journal(), tabs_);
+    history_->onProblem = [this](const QString& problem) { statusBar()->showMessage(problem); };
     tabs_->insertTab(1, history_, caption(TextId::TabHistory));
     log->onEntry = [this](const workbench::JournalEntry&) { history_->noteSend(); };
   }
@@ -199,7 +201,8 @@ void MainWindow::makeHistory() {
       if (preferences_.readBack) readBack_.order(page, parameters, exchange);
     };
     if (log != nullptr && !companion->subject().device.id.empty())
-      companion->keepDraft(log->journal().folder().parent_path() / "drafts", frontEnd_);
+      companion->keepDraft(log->journal().folder().parent_path() / "drafts", frontEnd_,
+                           [this](const QString& text) { statusBar()->showMessage(text); });
     return companion;
   });
 }
@@ -241,16 +244,19 @@ void MainWindow::showStanding() {
   const QString title =
       caption(TextId::EditorTitle) + " – " + QString::fromStdU16String(store.folder().u16string());
   setWindowTitle(store.isReadOnly() ? caption(TextId::ReadOnlyTitle, hostText(title)) : title);
+  QStringList texts;
+  QString button;
   if (store.isReadOnly()) {
-    banner_->showText(QString::fromStdString(store.readOnlyReason()),
-                      caption(store.needsNewIds() ? TextId::GiveNewIds : TextId::TryAgain));
+    texts << QString::fromStdString(store.readOnlyReason());
+    button = caption(store.needsNewIds() ? TextId::GiveNewIds : TextId::TryAgain);
   } else if (store.isRecovered()) {
     const QString moment = momentOfKeptCopy(store);
-    banner_->showText(caption(TextId::RecoveredConfiguration, hostText(moment),
-                              store.damagedCopy().filename().u16string()));
-  } else {
-    banner_->showText({});
+    texts << caption(TextId::RecoveredConfiguration, hostText(moment),
+                     store.damagedCopy().filename().u16string());
   }
+  if (const std::string loss = store.lossOfNextSave(); !loss.empty())
+    texts << QString::fromStdString(loss);
+  banner_->showText(texts.join('\n'), button);
 }
 
 // The other program may have gone, and what it saved is worth having in any case.
@@ -279,6 +285,12 @@ void MainWindow::separateIds() {
   if (!saved) showResult({false, XCBasicString::FromUtf8(cause)});
 }
 
+void MainWindow::tellUnreadSettings(const std::string& cause) {
+  const std::string file = EditorPreferences::fileIn(workspace_.store().folder()).string();
+  statusBar()->showMessage(caption(TextId::SettingsNotRead, XCBasicString::FromUtf8(file),
+                                   XCBasicString::FromUtf8(cause)));
+}
+
 void MainWindow::setLanguage(const std::string& language) {
   std::string cause;
   if (!host::loadTexts(texts_, language, cause))
@@ -301,7 +313,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   preferences_.geometry = saveGeometry();
   preferences_.splitter = splitter_->saveState();
   preferences_.rightSplitter = right_->saveState();
-  preferences_.save(workspace_.store().folder());
+  std::string cause;
+  // Nobody would see a window any more.
+  if (!preferences_.save(workspace_.store().folder(), cause))
+    std::fprintf(stderr, "lamp-editor: %s: %s\n",
+                 EditorPreferences::fileIn(workspace_.store().folder()).c_str(), cause.c_str());
   event->accept();
 }
 

@@ -43,6 +43,9 @@ class MainWindow : public QMainWindow {
   Banner& banner() const { return *banner_; }
   MainMenus& menus() const { return *menus_; }
 
+  /// Tells that the settings of the last start could not be read, and why.
+  void tellUnreadSettings(const std::string& cause);
+
   /// Chooses another language for everything that is shown from now on.
   void setLanguage(const std::string& language);
 

@@ -38,7 +38,7 @@ void MemoryFiles::expectInside(const fs::path& path) const {
   if (end != folder_.end()) fault("reaches out of its folder: " + path.string());
 }
 
-bool MemoryFiles::read(const fs::path& file, std::size_t limit, std::string& content,
+bool MemoryFiles::read(const fs::path& file, host::NamedBy, std::size_t limit, std::string& content,
                        std::string& cause) {
   if (!readsAnywhere_) expectInside(file);
   if (!has(file, cause)) return false;
@@ -88,6 +88,11 @@ bool MemoryFiles::makeFolder(const fs::path& folder, std::string&) {
 
 bool MemoryFiles::exists(const fs::path& file) {
   return files_.contains(file);
+}
+
+bool MemoryFiles::followLinks(const fs::path& name, fs::path& target, std::string&) {
+  target = name;
+  return true;
 }
 
 std::vector<fs::path> MemoryFiles::list(const fs::path& folder, std::string_view ending) {

@@ -21,8 +21,8 @@ class MemoryFiles : public host::FileSystem {
   const std::string* content(const std::filesystem::path& file) const;
   const std::map<std::filesystem::path, std::string>& all() const { return files_; }
 
-  bool read(const std::filesystem::path& file, std::size_t limit, std::string& content,
-            std::string& cause) override;
+  bool read(const std::filesystem::path& file, host::NamedBy named, std::size_t limit,
+            std::string& content, std::string& cause) override;
   bool writeNew(const std::filesystem::path& file, std::string_view content,
                 std::string& cause) override;
   bool keep(const std::filesystem::path& file, const std::filesystem::path& copy,
@@ -32,6 +32,8 @@ class MemoryFiles : public host::FileSystem {
   bool remove(const std::filesystem::path& file, std::string& cause) override;
   bool makeFolder(const std::filesystem::path& folder, std::string& cause) override;
   bool exists(const std::filesystem::path& file) override;
+  bool followLinks(const std::filesystem::path& name, std::filesystem::path& target,
+                   std::string& cause) override;
   std::vector<std::filesystem::path> list(const std::filesystem::path& folder,
                                           std::string_view ending) override;
 

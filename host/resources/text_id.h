@@ -401,12 +401,20 @@ enum class TextId : int {
   ReadBackPending = 60424,   // takes the moment
   ReadBackImpossible = 60425,
   DraftOffer = 60430,          // takes the moment
+  DraftFault = 60431,          // takes the cause
   CertificateUnknown = 60440,  // takes address, cause and fingerprint
   CertificateChanged = 60441,  // takes address and fingerprint
   ForgetCertificate = 60442,
   NoCertificateTrusted = 60443,
   TrustNotStored = 60444,        // takes the cause
   CertificateForgotten = 60445,  // takes the device
+  TrustNotRead = 60446,          // takes the cause
+  ContentNotKept = 60460,        // takes what is not kept and the name of the version before
+  CommentsNotKept = 60461,       // takes the line of the first one
+  InstructionsNotKept = 60462,   // takes the line of the first one
+  TextMoves = 60463,             // takes the line of the first one
+  SettingsNotRead = 60464,       // takes the path and the cause
+  HistoryNotRead = 60465,        // takes the cause
 };
 
 /// The text's number as XCLoadString and the catalogues know it.

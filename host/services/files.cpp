@@ -1,29 +1,30 @@
 #include "host/services/files.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
-#include <cstring>
+#include <climits>
+#include <cstdint>
+#include <cstdio>
 #include <new>
 #include <system_error>
 #include <utility>
-
-#include "host/services/descriptor.h"
 
 namespace host {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string reason(int error) {
-  return std::generic_category().message(error);
-}
+constexpr mode_t OfOthers = S_IRWXG | S_IRWXO;
+constexpr mode_t PrivateFile = S_IRUSR | S_IWUSR;
+constexpr std::size_t Block = 64 * 1024;
+// A kept version that can't be a second name of the old file is a copy of it, up to this size.
+constexpr off_t LargestCopy = off_t(256) * 1024 * 1024;
 
 bool failed(std::string& cause, int error) {
-  cause = reason(error);
+  cause = std::generic_category().message(error);
   return false;
 }
 
@@ -37,12 +38,24 @@ bool writeAll(int descriptor, std::string_view content, std::string& cause) {
   return true;
 }
 
+bool flush(int descriptor, std::string& cause) {
+  return uninterrupted([&] { return ::fsync(descriptor); }) == 0 || failed(cause, errno);
+}
+
 FileSystem* installed = nullptr;
 
-fs::path sibling(const fs::path& file, std::string_view ending) {
-  fs::path name = file.filename();
-  name += ending;
-  return file.parent_path() / name;
+// FNV-1a, 64 bits: http://www.isthe.com/chongo/tech/comp/fnv/
+std::uint64_t checksum(std::string_view text) {
+  std::uint64_t sum = 0xCBF29CE484222325U;
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+  return sum;
+}
+
+// As much of a text as @p bytes hold, without half a character of UTF-8 at the end.
+std::string_view cutAt(std::string_view text, std::size_t bytes) {
+  if (text.size() <= bytes) return text;
+  while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0) == 0x80) --bytes;
+  return text.substr(0, bytes);
 }
 
 // A name that no other save has at the moment, in this program or another one.
@@ -51,21 +64,51 @@ fs::path freshSibling(const fs::path& file) {
   return sibling(file, ".new-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
 }
 
+// Gives a file a second name, private from the first moment. False where the system has no second
+// names, or where the file is known under one that others may rely on, or is somebody else's: such
+// a file's mode is not to be changed.
+bool linkPrivately(const fs::path& file, const fs::path& fresh) {
+  if (::link(file.c_str(), fresh.c_str()) != 0) return false;
+  struct stat linked {};
+  const bool own = ::lstat(fresh.c_str(), &linked) == 0 && S_ISREG(linked.st_mode) &&
+                   linked.st_nlink == 2 && linked.st_uid == ::geteuid() &&
+                   ((linked.st_mode & OfOthers) == 0 || ::chmod(fresh.c_str(), PrivateFile) == 0);
+  if (!own) ::unlink(fresh.c_str());
+  return own;
+}
+
+bool copyPrivately(const fs::path& file, const fs::path& fresh, std::string& cause) {
+  const Descriptor in = openFile(file, FileUse::read, NamedBy::program, cause);
+  if (!in.good()) return false;
+  struct stat found {};
+  if (::fstat(in.number(), &found) != 0) return failed(cause, errno);
+  if (found.st_size > LargestCopy) return failed(cause, EFBIG);
+  const Descriptor out = openFile(fresh, FileUse::create, NamedBy::program, cause);
+  if (!out.good()) return false;
+  char block[Block];
+  for (;;) {
+    const ssize_t count = uninterrupted([&] { return ::read(in.number(), block, sizeof block); });
+    if (count < 0) return failed(cause, errno);
+    if (count == 0) return flush(out.number(), cause);
+    if (!writeAll(out.number(), {block, static_cast<std::size_t>(count)}, cause)) return false;
+  }
+}
+
 }  // namespace
 
 FileSystem::~FileSystem() = default;
 
-bool FileSystem::read(const fs::path& file, std::size_t limit, std::string& content,
+bool FileSystem::read(const fs::path& file, NamedBy named, std::size_t limit, std::string& content,
                       std::string& cause) {
-  const Descriptor in(uninterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_CLOEXEC); }));
-  if (!in.good()) return failed(cause, errno);
-  struct stat status {};
-  if (::fstat(in.number(), &status) != 0) return failed(cause, errno);
-  if (S_ISDIR(status.st_mode)) return failed(cause, EISDIR);
+  const Descriptor in = openFile(file, FileUse::read, named, cause);
+  if (!in.good()) return false;
+  struct stat found {};
+  if (::fstat(in.number(), &found) != 0) return failed(cause, errno);
+  if (found.st_size > 0 && static_cast<std::size_t>(found.st_size) > limit)
+    return failed(cause, EFBIG);
   content.clear();
-  if (status.st_size > 0 && static_cast<std::size_t>(status.st_size) <= limit)
-    content.reserve(static_cast<std::size_t>(status.st_size));
-  char block[64 * 1024];
+  content.reserve(static_cast<std::size_t>(found.st_size));
+  char block[Block];
   for (;;) {
     const ssize_t count = uninterrupted([&] { return ::read(in.number(), block, sizeof block); });
     if (count < 0) return failed(cause, errno);
@@ -77,25 +120,19 @@ bool FileSystem::read(const fs::path& file, std::size_t limit, std::string& cont
 
 bool FileSystem::writeNew(const fs::path& file, std::string_view content, std::string& cause) {
   ::unlink(file.c_str());
-  const Descriptor out(uninterrupted(
-      [&] { return ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600); }));
-  if (!out.good()) return failed(cause, errno);
-  if (!writeAll(out.number(), content, cause)) return false;
-  return uninterrupted([&] { return ::fsync(out.number()); }) == 0 || failed(cause, errno);
+  const Descriptor out = openFile(file, FileUse::create, NamedBy::program, cause);
+  return out.good() && writeAll(out.number(), content, cause) && flush(out.number(), cause);
 }
 
 bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& cause) {
+  if (!mayReplace(copy, cause)) {
+    cause = copy.filename().string() + ": " + cause;
+    return false;
+  }
   const fs::path fresh = freshSibling(copy);
   ::unlink(fresh.c_str());
-  if (::link(file.c_str(), fresh.c_str()) != 0) {
-    // Some file systems have no hard links.
-    std::error_code error;
-    if (!fs::copy_file(file, fresh, fs::copy_options::overwrite_existing, error)) {
-      ::unlink(fresh.c_str());
-      return failed(cause, error.value());
-    }
-  }
-  const bool kept = ::rename(fresh.c_str(), copy.c_str()) == 0 || failed(cause, errno);
+  const bool kept = (linkPrivately(file, fresh) || copyPrivately(file, fresh, cause)) &&
+                    (::rename(fresh.c_str(), copy.c_str()) == 0 || failed(cause, errno));
   ::unlink(fresh.c_str());  // also left behind where both names were one file already
   return kept;
 }
@@ -103,9 +140,9 @@ bool FileSystem::keep(const fs::path& file, const fs::path& copy, std::string& c
 bool FileSystem::replace(const fs::path& from, const fs::path& to, std::string& cause) {
   // Nothing may fail for want of memory once the file has its name.
   const fs::path folder = to.has_parent_path() ? to.parent_path() : fs::path(".");
+  if (!mayReplace(to, cause)) return false;
   if (::rename(from.c_str(), to.c_str()) != 0) return failed(cause, errno);
-  const Descriptor handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (handle.good()) ::fsync(handle.number());  // the rename itself has happened
+  flushFolder(folder);  // the rename itself has happened
   return true;
 }
 
@@ -114,14 +151,16 @@ bool FileSystem::remove(const fs::path& file, std::string& cause) {
 }
 
 bool FileSystem::makeFolder(const fs::path& folder, std::string& cause) {
-  std::error_code error;
-  fs::create_directories(folder, error);
-  return !error || failed(cause, error.value());
+  return host::makeFolder(folder, cause);
 }
 
 bool FileSystem::exists(const fs::path& file) {
-  std::error_code error;
-  return fs::exists(file, error);
+  struct stat found {};
+  return ::lstat(file.c_str(), &found) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+bool FileSystem::followLinks(const fs::path& name, fs::path& target, std::string& cause) {
+  return host::followLinks(name, target, cause);
 }
 
 std::vector<fs::path> FileSystem::list(const fs::path& folder, std::string_view ending) {
@@ -144,16 +183,28 @@ void setFileSystem(FileSystem* replacement) {
   installed = replacement;
 }
 
-bool readFile(const fs::path& file, std::size_t limit, std::string& content, std::string& cause) {
-  return fileSystem().read(file, limit, content, cause);
+bool readFile(const fs::path& file, std::size_t limit, std::string& content, std::string& cause,
+              NamedBy named) {
+  return fileSystem().read(file, named, limit, content, cause);
+}
+
+fs::path sibling(const fs::path& file, std::string_view ending) {
+  const std::string name = file.filename().string();
+  if (name.size() + ending.size() <= NAME_MAX)
+    return file.parent_path() / (name + std::string(ending));
+  char mark[24];
+  const int size =
+      std::snprintf(mark, sizeof mark, "~%016llx", static_cast<unsigned long long>(checksum(name)));
+  const std::size_t room = NAME_MAX - ending.size() - static_cast<std::size_t>(size);
+  return file.parent_path() / (std::string(cutAt(name, room)) + mark + std::string(ending));
 }
 
 fs::path keptCopy(const fs::path& file) {
   return sibling(file, ".previous");
 }
 
-bool saveWhole(const fs::path& file, std::string_view content, std::string& cause) {
-  return saveWholeKeeping(file, content, keptCopy(file), cause);
+bool saveWhole(const fs::path& file, std::string_view content, std::string& cause, NamedBy named) {
+  return saveWholeKeeping(file, content, keptCopy(file), cause, named);
 }
 
 namespace {
@@ -181,17 +232,29 @@ class Leftover {
   bool isLeft_ = true;
 };
 
-}  // namespace
-
-bool saveWholeKeeping(const fs::path& file, std::string_view content, const fs::path& copy,
-                      std::string& cause) {
+// @p copy null: the version before is not kept.
+bool save(const fs::path& file, std::string_view content, const fs::path* copy,
+          std::string& cause) {
   Leftover fresh(freshSibling(file));
   FileSystem& files = fileSystem();
   if (!files.writeNew(fresh.file(), content, cause)) return false;
-  if (files.exists(file) && !files.keep(file, copy, cause)) return false;
+  if (copy != nullptr && files.exists(file) && !files.keep(file, *copy, cause)) return false;
   if (!files.replace(fresh.file(), file, cause)) return false;
   fresh.inPlace();
   return true;
+}
+
+}  // namespace
+
+bool saveWholeKeeping(const fs::path& file, std::string_view content, const fs::path& copy,
+                      std::string& cause, NamedBy named) {
+  fs::path target = file;
+  if (named == NamedBy::person && !fileSystem().followLinks(file, target, cause)) return false;
+  return save(target, content, &copy, cause);
+}
+
+bool replaceWhole(const fs::path& file, std::string_view content, std::string& cause) {
+  return save(file, content, nullptr, cause);
 }
 
 }  // namespace host

@@ -1,6 +1,10 @@
 #include <gmock/gmock.h>
 
+#include <unistd.h>
+
+#include "host/services/files.h"
 #include "tests/automation/script_test.h"
+#include "tests/support/odd_file.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -61,6 +65,48 @@ TEST(Start, WhatCantBeLoadedIsToldAndEndsWithStatusTwo) {
     EXPECT_EQ(failed.status, 2) << text;
     EXPECT_THAT(failed.errors, HasSubstr(text));
   }
+}
+
+TEST(Start, WhateverStandsInPlaceOfThePlugInIsToldWithNameAndCause) {
+  using support::Odd;
+  std::string plugin;
+  std::string cause;
+  ASSERT_TRUE(host::readFile(LAMP_NO_PLUGIN, std::size_t(1) << 30, plugin, cause)) << cause;
+  for (const Odd odd : support::AllOdd) {
+    if (odd == Odd::unreadable && ::geteuid() == 0) continue;  // nothing is to the program
+    SCOPED_TRACE(nameOf(odd));
+    const support::TempFolder folder;
+    const support::TempFolder place;
+    const support::OddFile thing(place / "plugin.so", odd, plugin);
+    const Failed failed =
+        startWith({"--config", folder.path().string(), "--plugin", (place / "plugin.so").string()});
+    EXPECT_EQ(failed.status, 2);
+    EXPECT_THAT(failed.errors, HasSubstr("\"" + (place / "plugin.so").string() + "\""));
+    const bool isLibrary = odd == Odd::secondName || odd == Odd::linkToStranger;
+    const std::string refusal = odd == Odd::huge        ? "can't be loaded"
+                                : odd == Odd::truncated ? "it was cut off"
+                                : isLibrary             ? "is no plug-in of this program"
+                                                        : thing.refusal(host::NamedBy::person);
+    EXPECT_THAT(failed.errors, HasSubstr(refusal));
+    EXPECT_TRUE(thing.isUntouched());
+  }
+}
+
+TEST(Start, WhatTheFirstSaveWillLoseIsToldBeforeIt) {
+  const support::TempFolder folder;
+  folder.write("configuration.xml",
+               "<configuration>\n<!-- the north comes first --></configuration>");
+  const std::vector<std::string> arguments = {"--config", folder.path().string(), "--plugin",
+                                              LAMP_TEST_PLUGIN};
+  ScriptProcess first(arguments);
+  first.ok({{"do", "editor.posted"}});
+  ScriptProcess second(arguments);
+  second.ok({{"do", "editor.posted"}});
+  EXPECT_EQ(first.end(), 0);
+  EXPECT_EQ(second.end(), 0);
+  EXPECT_THAT(first.errors(), HasSubstr("comments (the first in line 2)"));
+  EXPECT_THAT(first.errors(), HasSubstr("configuration.xml.previous"));
+  EXPECT_THAT(second.errors(), testing::Not(HasSubstr("comments"))) << "it can only read";
 }
 
 TEST(Start, ABrokenConfigurationIsToldAndStays) {

@@ -7,6 +7,7 @@
 #include "tests/support/edited_page.h"
 #include "tests/support/faulty_files.h"
 #include "tests/support/lamp_manager.h"
+#include "tests/support/odd_file.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/xml_compare.h"
 
@@ -171,6 +172,25 @@ TEST_F(FirmwarePage, OkWithoutAFileOpensTheChoiceInsteadOfSending) {
   EXPECT_EQ(driver.text("file"), file.string());
   driver.click("ok");
   expectSent("YWJj", file.string(), "20250315100000W");
+}
+
+TEST_F(FirmwarePage, WhateverStandsInPlaceOfTheFileIsNotWaitedForAndNotChanged) {
+  using support::Odd;
+  for (const Odd odd : support::AllOdd) {
+    SCOPED_TRACE(nameOf(odd));
+    const support::TempFolder place;
+    const support::OddFile thing(place / "lamp.tar", odd, "abcdef");
+    const bool isFile = thing.refusal(host::NamedBy::person).empty();
+    open();
+    load(place / "lamp.tar");
+    driver.click("ok");
+    EXPECT_EQ(driver.top(), isFile ? TopKind::none : TopKind::file);
+    EXPECT_EQ(driver.channel().count(), isFile ? 1U : 0U);
+    EXPECT_TRUE(thing.isUntouched());
+    if (!isFile) driver.pick({});
+    if (!isFile) driver.click("cancel");
+    driver.channel().forget();
+  }
 }
 
 TEST_F(FirmwarePage, AnUnreadableFileOpensTheChoiceWithoutAMessage) {

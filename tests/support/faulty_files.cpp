@@ -19,10 +19,10 @@ const FaultyFiles::Fault* FaultyFiles::enter(Operation operation) {
   return found->second.spared-- > 0 ? nullptr : &found->second;
 }
 
-bool FaultyFiles::read(const std::filesystem::path& file, std::size_t limit, std::string& content,
-                       std::string& cause) {
+bool FaultyFiles::read(const std::filesystem::path& file, host::NamedBy named, std::size_t limit,
+                       std::string& content, std::string& cause) {
   const Fault* fault = enter(Operation::read);
-  if (fault == nullptr) return FileSystem::read(file, limit, content, cause);
+  if (fault == nullptr) return FileSystem::read(file, named, limit, content, cause);
   cause = fault->cause;
   return false;
 }

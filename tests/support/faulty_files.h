@@ -31,8 +31,8 @@ class FaultyFiles : public host::FileSystem {
   /// The operations that were called, failed ones too.
   const std::vector<Operation>& calls() const { return calls_; }
 
-  bool read(const std::filesystem::path& file, std::size_t limit, std::string& content,
-            std::string& cause) override;
+  bool read(const std::filesystem::path& file, host::NamedBy named, std::size_t limit,
+            std::string& content, std::string& cause) override;
   bool writeNew(const std::filesystem::path& file, std::string_view content,
                 std::string& cause) override;
   bool keep(const std::filesystem::path& file, const std::filesystem::path& copy,

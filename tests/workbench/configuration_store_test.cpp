@@ -181,6 +181,93 @@ TEST_F(ConfigurationStoreTest, AFileThatBrokeMeanwhileLeavesWhatIsLoaded) {
   EXPECT_NE(root().Node("loaded"), nullptr);
 }
 
+// --- links
+
+TEST_F(ConfigurationStoreTest, ALinkStaysALinkAndItsLockLiesBesideTheFile) {
+  const support::TempFolder elsewhere;
+  elsewhere.write("street.xml",
+                  "<configuration><commSystem><device/></commSystem></configuration>");
+  fs::create_symlink(elsewhere / "street.xml", file());
+  ConfigurationStore store(folder.path());
+  ASSERT_TRUE(store.open(cause)) << cause;
+  EXPECT_NE(root().Node("commSystem/device"), nullptr);
+  root().NewChild("x");
+  ASSERT_TRUE(store.saveIfDifferent(cause)) << cause;
+  EXPECT_EQ(fs::read_symlink(file()), elsewhere / "street.xml");
+  EXPECT_NE(elsewhere.read("street.xml").find("<x/>"), std::string::npos);
+  EXPECT_EQ(elsewhere.listing(), "street.lock street.xml");
+  EXPECT_EQ(folder.listing(), "configuration.xml configuration.xml.previous");
+}
+
+TEST_F(ConfigurationStoreTest, TwoFoldersWithLinksToOneFileHaveOneWriter) {
+  const support::TempFolder elsewhere;
+  const support::TempFolder other;
+  elsewhere.write("configuration.xml", "<configuration/>");
+  fs::create_symlink(elsewhere / "configuration.xml", file());
+  fs::create_symlink(elsewhere / "configuration.xml", other / "configuration.xml");
+  ConfigurationStore first(folder.path());
+  ASSERT_TRUE(first.open(cause)) << cause;
+  EXPECT_FALSE(first.isReadOnly());
+  for (const fs::path& place : {other.path(), elsewhere.path()}) {
+    ConfigurationStore second(place, std::chrono::milliseconds(0));
+    ASSERT_TRUE(second.open(cause)) << cause;
+    EXPECT_TRUE(second.isReadOnly()) << place;
+  }
+}
+
+TEST_F(ConfigurationStoreTest, WhatAKilledProgramLeftBesideTheFileOfALinkIsTakenAwayToo) {
+  const support::TempFolder elsewhere;
+  elsewhere.write("street.xml", "<configuration/>");
+  elsewhere.write("street.xml.new-123-1", "half");
+  fs::create_symlink(elsewhere / "street.xml", file());
+  ConfigurationStore store(folder.path());
+  ASSERT_TRUE(store.open(cause)) << cause;
+  EXPECT_EQ(elsewhere.listing(), "street.lock street.xml");
+}
+
+TEST_F(ConfigurationStoreTest, ALinkToAFileCalledAsALockIsNoLock) {
+  const std::string content = "<configuration/>";
+  folder.write("street.lock", content);
+  fs::create_symlink("street.lock", file());
+  ConfigurationStore store(folder.path());
+  ASSERT_TRUE(store.open(cause)) << cause;
+  EXPECT_FALSE(store.isReadOnly());
+  EXPECT_EQ(folder.read("street.lock"), content);
+}
+
+TEST_F(ConfigurationStoreTest, AFolderThatIsALinkToNowhereIsToldAndNotMade) {
+  fs::create_symlink(folder / "nothing", folder / "link");
+  ConfigurationStore store(folder / "link");
+  EXPECT_FALSE(store.open(cause));
+  EXPECT_NE(cause.find((folder / "link").string()), std::string::npos) << cause;
+  EXPECT_FALSE(fs::exists(folder / "nothing"));
+}
+
+// --- what a save loses
+
+TEST_F(ConfigurationStoreTest, WhatTheNextSaveLosesIsKnownUntilItIsLost) {
+  write("<configuration>\n<!-- north first -->\n<commSystem/>text</configuration>");
+  {
+    ConfigurationStore store(folder.path());
+    ASSERT_TRUE(store.open(cause)) << cause;
+    const std::string loss = "[60460]([60461](2), [60463](3),configuration.xml.previous)";
+    EXPECT_EQ(store.lossOfNextSave(), loss);
+    ASSERT_TRUE(store.saveIfDifferent(cause));
+    EXPECT_EQ(store.lossOfNextSave(), loss) << "nothing was changed, nothing was saved";
+    ConfigurationStore reader(folder.path(), std::chrono::milliseconds(0));
+    ASSERT_TRUE(reader.open(cause));
+    EXPECT_EQ(reader.lossOfNextSave(), "") << "it saves nothing";
+    ASSERT_TRUE(store.open(cause));
+    root().NewChild("x");
+    ASSERT_TRUE(store.saveIfDifferent(cause)) << cause;
+    EXPECT_EQ(store.lossOfNextSave(), "");
+    EXPECT_NE(folder.read("configuration.xml.previous").find("north first"), std::string::npos);
+  }
+  ConfigurationStore next(folder.path());
+  ASSERT_TRUE(next.open(cause));
+  EXPECT_EQ(next.lossOfNextSave(), "");
+}
+
 // --- the version before
 
 constexpr const char* Damaged = "<configuration>\n<commSystem";

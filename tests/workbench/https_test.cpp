@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "tests/support/temp_folder.h"
 #include "tests/support/texts.h"
@@ -132,6 +133,24 @@ TEST_F(TrustTest, ATrustThatCantBeStoredIsToldAndNothingIsSent) {
   judge(true);
   EXPECT_TRUE(ask(server.port()).error.ToUtf8().starts_with("[60444]("));
   EXPECT_EQ(server.requests(), 0);
+}
+
+TEST_F(TrustTest, WhileTheListCantBeReadNothingIsSentHoweverGoodTheCertificate) {
+  const TlsServer server("127.0.0.1", test::TinyServer::reply("<main/>"));
+  server.writeCertificate(folder / "authority.pem");
+  channel.setAuthorities((folder / "authority.pem").string());
+  EXPECT_EQ(ask(server.port()).status, Status::succeeded);
+  judge(true);
+  std::filesystem::create_directories(folder / "trust");
+  const std::string list = (folder / "trust/certificates.json").string();
+  ASSERT_EQ(::mkfifo(list.c_str(), 0600), 0);
+  EXPECT_EQ(ask(server.port()).error.ToUtf8(), "[60446](" + list + ": It is a pipe, not a file)");
+  std::filesystem::remove(list);
+  folder.write("trust/certificates.json", "no JSON");
+  EXPECT_EQ(ask(server.port()).error.ToUtf8(), "[60446](" + list + ": It is damaged)");
+  EXPECT_EQ(folder.read("trust/certificates.json"), "no JSON");
+  EXPECT_EQ(server.requests(), 1);
+  EXPECT_TRUE(asked.empty());
 }
 
 TEST_F(TrustTest, ADamagedFileHoldsNoTrust) {

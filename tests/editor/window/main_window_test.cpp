@@ -7,11 +7,14 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTabWidget>
 #include <algorithm>
 
+#include "editor/history/history_view.h"
 #include "editor/window/banner.h"
 #include "editor/window/device_panel.h"
 #include "tests/editor/support/window_rig.h"
+#include "tests/support/odd_file.h"
 
 namespace {
 
@@ -34,6 +37,44 @@ TEST_F(MainWindow, AnEmptyConfigurationOffersTheFirstStep) {
   EXPECT_TRUE(action(TextId::ActionNewDevice).isEnabled());
   EXPECT_FALSE(action(TextId::ActionModify).isEnabled());
   EXPECT_FALSE(action(TextId::ActionRemove).isEnabled());
+}
+
+TEST_F(MainWindow, WhatTheNextSaveLosesIsToldUntilItIsSaved) {
+  open("<configuration>\n<!-- north first --><commSystem/></configuration>");
+  ASSERT_TRUE(window_->banner().isVisible());
+  EXPECT_TRUE(window_->banner().text().contains("comments (the first in line 2)"));
+  EXPECT_TRUE(window_->banner().text().contains("configuration.xml.previous"));
+  whileOpen([this] { action(TextId::ActionNewDevice).trigger(); },
+            [this] {
+              type("name", "South");
+              type("address", "127.0.0.1");
+              type("ftpAddress", "127.0.0.1");
+              press("ok");
+            });
+  EXPECT_TRUE(folder_.read("configuration.xml.previous").find("north first") != std::string::npos);
+  EXPECT_FALSE(window_->banner().isVisible());
+}
+
+TEST_F(MainWindow, WhateverStandsInPlaceOfAPartOfTheHistoryIsTold) {
+  for (const support::Odd odd : support::AllOdd) {
+    SCOPED_TRACE(nameOf(odd));
+    const support::TempFolder state;
+    std::filesystem::create_directories(state / "journal");
+    std::filesystem::permissions(state.path(), std::filesystem::perms(0711));
+    options_.state = state.path();
+    open("<configuration/>");
+    const support::OddFile thing(state / "journal/sends.jsonl", odd, "{}\n");
+    window_->tabs().setCurrentWidget(window_->history());
+    const QString shown = window_->statusBar()->currentMessage();
+    const std::string refusal = thing.refusal(host::NamedBy::program);
+    EXPECT_EQ(shown.isEmpty(), refusal.empty()) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(QString::fromStdString(refusal))) << shown.toStdString();
+    if (!refusal.empty()) {
+      EXPECT_TRUE(shown.contains("sends.jsonl")) << shown.toStdString();
+    }
+    EXPECT_TRUE(thing.isUntouched());
+    window_.reset();
+  }
 }
 
 TEST_F(MainWindow, TheChosenDeviceShowsItsOptionsPanel) {

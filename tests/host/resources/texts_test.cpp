@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/odd_file.h"
 #include "tests/support/printers.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/texts.h"
@@ -53,6 +54,23 @@ TEST_F(Texts, AMissingCatalogueIsToldAndTheTextsBeforeStay) {
   EXPECT_NE(cause.find("\"fr\""), std::string::npos) << cause;
   EXPECT_NE(cause.find((folder / "fr.xml").string()), std::string::npos) << cause;
   EXPECT_EQ(XCLoadString(311), u"[311]");
+}
+
+TEST_F(Texts, WhateverStandsInPlaceOfACatalogueIsToldWithNameAndCause) {
+  for (const support::Odd odd : support::AllOdd) {
+    SCOPED_TRACE(nameOf(odd));
+    const support::TempFolder place;
+    const support::OddFile thing(place / "fr.xml", odd,
+                                 "<texts><text id=\"311\">Oui</text></texts>");
+    const std::string refusal = thing.refusal(host::NamedBy::person);
+    const bool isGood = odd == support::Odd::secondName || odd == support::Odd::linkToStranger;
+    cause.clear();
+    EXPECT_EQ(host::loadTexts(place.path(), "fr", cause), isGood);
+    EXPECT_EQ(cause.find((place / "fr.xml").string()) != std::string::npos, !isGood) << cause;
+    EXPECT_NE(cause.find(refusal), std::string::npos) << cause;
+    EXPECT_TRUE(thing.isUntouched());
+    support::texts();
+  }
 }
 
 TEST_F(Texts, ABrokenCatalogueIsToldAndTheTextsBeforeStay) {

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "tests/support/faulty_files.h"
+#include "tests/support/odd_file.h"
 #include "tests/support/temp_folder.h"
 
 using Operation = support::FaultyFiles::Operation;
@@ -15,6 +16,8 @@ using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
+
+namespace fs = std::filesystem;
 
 class Files : public testing::Test {
  protected:
@@ -141,7 +144,144 @@ TEST_F(Files, AFreshNameNeverFollowsALinkThatSomeoneLeft) {
   EXPECT_EQ(folder.read("victim"), "keep me");
 }
 
+// --- links, and other names of a file
+
+TEST_F(Files, ASaveThroughALinkKeepsTheLinkAndReplacesTheFileThatItLeadsTo) {
+  const TempFolder elsewhere;
+  elsewhere.write("real", "one");
+  fs::create_symlink(elsewhere / "real", folder / "second");
+  fs::create_symlink("second", folder / "x");
+  ASSERT_TRUE(host::saveWhole(folder / "x", "two", cause)) << cause;
+  EXPECT_EQ(fs::read_symlink(folder / "x"), "second");
+  EXPECT_EQ(elsewhere.read("real"), "two");
+  EXPECT_EQ(elsewhere.listing(), "real") << "the new file was made beside the file it replaces";
+  EXPECT_EQ(folder.read("x.previous"), "one") << "beside the name that the person uses";
+  ASSERT_TRUE(host::saveWhole(folder / "x", "three", cause)) << cause;
+  EXPECT_EQ(elsewhere.read("real"), "three");
+  EXPECT_EQ(folder.read("x.previous"), "two");
+}
+
+TEST_F(Files, ASaveThroughALinkThatLeadsNowhereMakesTheFile) {
+  fs::create_symlink("real", folder / "x");
+  ASSERT_TRUE(host::saveWhole(folder / "x", "one", cause)) << cause;
+  EXPECT_TRUE(fs::is_symlink(folder / "x"));
+  EXPECT_EQ(folder.read("real"), "one");
+  fs::create_symlink("none/real", folder / "y");
+  EXPECT_FALSE(host::saveWhole(folder / "y", "one", cause));
+  EXPECT_EQ(cause, "No such file or directory");
+}
+
+TEST_F(Files, ANameOfTheProgramsOwnIsNotSavedThroughALink) {
+  folder.write("stranger", "keep me");
+  fs::create_symlink("stranger", folder / "x");
+  EXPECT_FALSE(host::saveWhole(folder / "x", "new", cause, host::NamedBy::program));
+  EXPECT_EQ(cause, "It is a link, where none is followed");
+  EXPECT_FALSE(host::replaceWhole(folder / "x", "new", cause));
+  EXPECT_EQ(folder.read("stranger"), "keep me");
+  EXPECT_EQ(folder.listing(), "stranger x");
+}
+
+unsigned modeOf(const fs::path& path) {
+  struct stat found {};
+  return ::lstat(path.c_str(), &found) == 0 ? found.st_mode & 0777U : 0;
+}
+
+TEST_F(Files, TheKeptVersionIsPrivateFromTheFirstSaveOn) {
+  ::chmod(folder.write("x", "with a password").c_str(), 0644);
+  ASSERT_TRUE(host::saveWhole(folder / "x", "new", cause)) << cause;
+  EXPECT_EQ(modeOf(folder / "x.previous"), 0600U);
+  EXPECT_EQ(modeOf(folder / "x"), 0600U);
+}
+
+TEST_F(Files, AFileWithASecondNameStaysUnderItWithItsContentAndMode) {
+  ::chmod(folder.write("stranger", "old").c_str(), 0644);
+  fs::create_hard_link(folder / "stranger", folder / "x");
+  ASSERT_TRUE(host::saveWhole(folder / "x", "new", cause)) << cause;
+  EXPECT_EQ(folder.read("stranger"), "old");
+  EXPECT_EQ(modeOf(folder / "stranger"), 0644U);
+  EXPECT_EQ(folder.read("x.previous"), "old");
+  EXPECT_EQ(modeOf(folder / "x.previous"), 0600U) << "a copy";
+  EXPECT_FALSE(fs::equivalent(folder / "stranger", folder / "x.previous"));
+}
+
+TEST_F(Files, AKeptVersionThatIsTheFileItselfIsParted) {
+  folder.write("x", "old");
+  fs::create_hard_link(folder / "x", folder / "x.previous");  // a save was killed in between
+  ASSERT_TRUE(host::saveWhole(folder / "x", "new", cause)) << cause;
+  EXPECT_EQ(folder.read("x.previous"), "old");
+  EXPECT_EQ(folder.listing(), "x x.previous");
+}
+
+TEST_F(Files, NothingButAFileIsReplacedByTheKeptVersion) {
+  for (const support::Odd odd : support::AllOdd) {
+    SCOPED_TRACE(nameOf(odd));
+    const TempFolder place;
+    place.write("x", "old");
+    const support::OddFile thing(place / "x.previous", odd, "older");
+    const std::string refusal = thing.refusal(host::NamedBy::program);
+    const bool isFile =
+        refusal.empty() || odd == support::Odd::huge || odd == support::Odd::unreadable;
+    cause.clear();
+    EXPECT_EQ(host::saveWhole(place / "x", "new", cause), isFile);
+    EXPECT_EQ(cause, isFile ? "" : "x.previous: " + refusal);
+    EXPECT_EQ(place.read("x"), isFile ? "new" : "old");
+    EXPECT_TRUE(isFile ? thing.isStrangerUntouched() : thing.isUntouched());
+    if (isFile) {
+      EXPECT_EQ(place.read("x.previous"), "old");
+    }
+    EXPECT_EQ(place.listing(), "x x.previous");
+  }
+}
+
+// --- names as long as they may be
+
+TEST_F(Files, ANameOfAnyAllowedLengthIsSavedAndItsVersionBeforeKept) {
+  const std::string letter = "\xF0\x9D\x94\xB8";  // four bytes
+  for (const std::size_t letters : {60U, 61U, 62U}) {
+    const TempFolder place;
+    std::string name;
+    for (std::size_t i = 0; i < letters; ++i) name += letter;
+    const fs::path file = place / (name + ".xclmc");
+    ASSERT_TRUE(host::saveWhole(file, "one", cause)) << letters << ": " << cause;
+    ASSERT_TRUE(host::saveWhole(file, "two", cause)) << letters << ": " << cause;
+    EXPECT_EQ(place.read(file.filename().string()), "two");
+    EXPECT_EQ(place.read(host::keptCopy(file).filename().string()), "one");
+    EXPECT_EQ(std::distance(fs::directory_iterator(place.path()), {}), 2);
+  }
+}
+
+TEST_F(Files, LongNamesOfTwoFilesNeverMakeOne) {
+  const std::string longName(250, 'x');
+  const fs::path one = host::keptCopy(folder / (longName + "1"));
+  const fs::path other = host::keptCopy(folder / (longName + "2"));
+  EXPECT_NE(one, other);
+  for (const fs::path& path : {one, other}) {
+    EXPECT_LE(path.filename().string().size(), 255U);
+    EXPECT_TRUE(path.string().ends_with(".previous"));
+  }
+  EXPECT_EQ(host::keptCopy(folder / "x"), folder / "x.previous");
+}
+
 // --- the rest
+
+TEST_F(Files, SomethingExistsUnlessItIsCertainThatItDoesNot) {
+  for (const support::Odd odd : support::AllOdd) {
+    const TempFolder place;
+    const support::OddFile thing(place / "x", odd, "content");
+    EXPECT_TRUE(host::fileSystem().exists(place / "x")) << nameOf(odd);
+  }
+  folder.write("file", "");
+  for (const char* missing : {"none", "none/x", "file/x"})
+    EXPECT_FALSE(host::fileSystem().exists(folder / missing)) << missing;
+  const std::string tooLong(300, 'x');
+  EXPECT_TRUE(host::fileSystem().exists(folder / tooLong)) << "who knows";
+}
+
+TEST_F(Files, AFileOverTheLimitIsRefusedBeforeItIsRead) {
+  const support::OddFile thing(folder / "x", support::Odd::huge, "");
+  EXPECT_FALSE(host::readFile(folder / "x", std::size_t(1) << 39, content, cause));
+  EXPECT_EQ(cause, "File too large");
+}
 
 TEST_F(Files, ListingTakesTheFilesWithAnEnding) {
   folder.write("a.xclmc", "");
