@@ -30,7 +30,8 @@ CalendarDocument::CalendarDocument(ProgramKind kind)
 
 bool CalendarDocument::load(const std::optional<std::filesystem::path>& file) {
   XmlDocument stored;
-  if (!readCalendar(file, stored) || stored.Root()->TagName() != calendar::Calendar) return false;
+  if (!readCalendar(file, stored)) return false;
+  stored.Root()->SetTag(calendar::Calendar);
   working_ = std::move(stored);
   settle();
   return true;

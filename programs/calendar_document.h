@@ -16,8 +16,8 @@ class CalendarDocument {
   /// A calendar that was never saved, for controllers of a kind, without day types.
   explicit CalendarDocument(ProgramKind kind);
 
-  /// Takes a stored calendar, with all that it holds. False, with the calendar as it was, when the
-  /// file can't be read or is no calendar.
+  /// Takes a stored calendar, with all that it holds, whatever its root is called. False, with the
+  /// calendar as it was, when the file can't be read.
   bool load(const std::optional<std::filesystem::path>& file);
 
   XmlDocument::XmlNode& root() { return *working_.Root(); }

@@ -94,7 +94,7 @@ bool Editor::OnInitDialog() {
 void Editor::openNamedCalendar() {
   showName();
   const XCBasicString named = calendar_.name();
-  if (named.IsEmpty() || !load(named)) calendar_.begin();
+  if (named.IsEmpty() || !load(named, lamp::calendarFile(named))) calendar_.begin();
 }
 
 void Editor::Layout() {
@@ -142,11 +142,11 @@ void Editor::OnDayTypes() {
 
 void Editor::OnLoad() {
   XCDeviceCalendarSelectionZelLAMPManager selection(this, kind_);
-  if (selection.DoModal() == IDOK) load(selection.CalendarName());
+  if (selection.DoModal() == IDOK) load(selection.CalendarName(), selection.CalendarFile());
 }
 
-bool Editor::load(const XCBasicString& name) {
-  if (!calendar_.load(name)) {
+bool Editor::load(const XCBasicString& name, const std::optional<std::filesystem::path>& file) {
+  if (!calendar_.load(name, file)) {
     MessageBox(TextId::CalendarNotRead, host::MessageButtons::ok, host::MessageIcon::warning);
     return false;
   }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
+
 #include "host/dialogs/base_dlg.h"
 #include "host/services/drivers.h"
 #include "programs/edited_calendar.h"
@@ -33,7 +36,7 @@ class XCDeviceCalendarZelLAMPManager : public XCBaseDlg {
   void OnSave() { SaveAs(); }
 
   void openNamedCalendar();
-  bool load(const XCBasicString& name);
+  bool load(const XCBasicString& name, const std::optional<std::filesystem::path>& file);
   bool SaveAs();
   bool write(const lamp::CalendarTarget& target);
   void enableLoad(bool enabled);

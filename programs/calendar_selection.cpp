@@ -1,5 +1,7 @@
 #include "programs/calendar_selection.h"
 
+#include <utility>
+
 #include "exchange/template_numbers.h"
 #include "programs/calendar_store.h"
 #include "programs/program_lists.h"
@@ -17,6 +19,8 @@ enum Id {
 
 /// What a calendar's row is drawn in when it is of the other kind, or can't be read.
 constexpr host::Colour UnusableColour{0xA0, 0xA0, 0xA0};
+
+const host::XmlName FileNumber("number");
 
 }  // namespace
 
@@ -49,14 +53,18 @@ bool XCDeviceCalendarSelectionZelLAMPManager::OnInitDialog() {
   return XCBaseDlg::OnInitDialog();
 }
 
+// A file is read by the path that it was found under: its title may be no name that could be typed.
 void XCDeviceCalendarSelectionZelLAMPManager::fillList() {
   host::ListControl& files = List(Id::Files);
-  for (const XCBasicString& name : lamp::storedCalendars()) {
+  for (lamp::StoredCalendar& stored : lamp::storedCalendars()) {
     XmlDocument calendar;
-    const bool usable = lamp::readCalendar(lamp::calendarFile(name), calendar) &&
+    const bool usable = lamp::readCalendar(stored.file, calendar) &&
                         lamp::isOfKind(calendar, lamp::moduleMark(kind_));
-    const std::size_t row = files.addRow({nullptr, usable ? 1 : 0});
-    files.setCell(row, 0, name);
+    XmlDocument::XmlNode& element = rows_.Root()->NewChild("file");
+    element.setAttribute(FileNumber, XCBasicString::Format(u"%u", files_.size()));
+    files_.push_back(std::move(stored.file));
+    const std::size_t row = files.addRow({&element, usable ? 1 : 0});
+    files.setCell(row, 0, stored.title);
     if (!usable) files.setColour(row, UnusableColour);
   }
 }
@@ -80,8 +88,9 @@ void XCDeviceCalendarSelectionZelLAMPManager::OnDoubleClick() {
 void XCDeviceCalendarSelectionZelLAMPManager::OnOK() {
   const host::ListControl& files = List(Id::Files);
   if (files.selection().empty()) return;
-  const XCBasicString name = files.cell(files.selection().front(), 0);
-  const auto file = lamp::calendarFile(name);
+  const std::size_t row = files.selection().front();
+  const auto number = files.element(row)->attribute(FileNumber).toInt();
+  const std::filesystem::path& file = files_[static_cast<std::size_t>(number)];
   XmlDocument calendar;
   if (lamp::readCalendar(file, calendar) && !lamp::isOfKind(calendar, lamp::moduleMark(kind_))) {
     MessageBox(kind_ == ProgramKind::clock ? TextId::CalendarWithoutInputsAndOutputs
@@ -89,7 +98,7 @@ void XCDeviceCalendarSelectionZelLAMPManager::OnOK() {
                host::MessageButtons::ok, host::MessageIcon::warning);
     return;
   }
-  name_ = name;
-  file_ = file.value_or(std::filesystem::path());
+  name_ = files.cell(row, 0);
+  file_ = file;
   EndDialog(IDOK);
 }

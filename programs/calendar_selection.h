@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "host/dialogs/base_dlg.h"
 #include "programs/dimming_program.h"
@@ -28,6 +29,8 @@ class XCDeviceCalendarSelectionZelLAMPManager : public XCBaseDlg {
   void fillList();
 
   lamp::ProgramKind kind_;
+  XmlDocument rows_{"files"};  // an element for each row, which knows the number of its file
+  std::vector<std::filesystem::path> files_;
   XCBasicString name_;
   std::filesystem::path file_;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "exchange/type_names.h"
 #include "host/services/files.h"
@@ -28,6 +29,16 @@ bool staysInFolder(std::u16string_view name) {
          std::none_of(name.begin(), name.end(), leads);
 }
 
+// The name of a device's calendar stands in an XML document, and must find the file again.
+XCBasicString titleOf(const std::string& utf8) {
+  std::u16string title = XCBasicString::FromUtf8(utf8).str();
+  const auto isNoCharacter = [](char16_t c) {
+    return (c < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') || c >= 0xFFFE;
+  };
+  std::replace_if(title.begin(), title.end(), isNoCharacter, u'\uFFFD');
+  return XCBasicString(std::move(title));
+}
+
 }  // namespace
 
 fs::path calendarFolder() {
@@ -36,19 +47,21 @@ fs::path calendarFolder() {
          pathOf((setup.DriverName(type_name::Controller) + u" Calendar").ToUtf8());
 }
 
-std::optional<fs::path> calendarFile(const XCBasicString& name) {
-  if (!staysInFolder(name)) return std::nullopt;
-  return calendarFolder() / pathOf(name.ToUtf8() + std::string(Ending));
-}
-
-std::vector<XCBasicString> storedCalendars() {
-  std::vector<XCBasicString> names;
+std::vector<StoredCalendar> storedCalendars() {
+  std::vector<StoredCalendar> stored;
   for (const fs::path& file : host::fileSystem().list(calendarFolder(), Ending)) {
     const std::u8string name = file.filename().u8string();
     const std::string title(name.begin(), name.end() - Ending.size());
-    if (!title.empty()) names.push_back(XCBasicString::FromUtf8(title));
+    if (!title.empty()) stored.push_back({titleOf(title), file});
   }
-  return names;
+  return stored;
+}
+
+std::optional<fs::path> calendarFile(const XCBasicString& name) {
+  for (StoredCalendar& stored : storedCalendars())
+    if (stored.title == name) return std::move(stored.file);
+  if (!staysInFolder(name)) return std::nullopt;
+  return calendarFolder() / pathOf(name.ToUtf8() + std::string(Ending));
 }
 
 bool readCalendar(const std::optional<fs::path>& file, XmlDocument& calendar) {

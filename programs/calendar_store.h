@@ -17,13 +17,21 @@ namespace lamp {
 /// lamp managers. It need not exist.
 std::filesystem::path calendarFolder();
 
-/// The file of the calendar with a name. None for a name that could lead out of the folder: an
-/// empty one, one with a separator of paths or a control character, "." and "..", and a device's
-/// name.
-std::optional<std::filesystem::path> calendarFile(const XCBasicString& name);
+/// A calendar in the store.
+struct StoredCalendar {
+  XCBasicString title;  ///< the file's name without folder and ending
+  std::filesystem::path file;
+};
 
-/// The names of the calendars in the store, in the order that the file system gives.
-std::vector<XCBasicString> storedCalendars();
+/// The calendars in the store, in the order that the file system gives. A title holds what an XML
+/// document can hold: other characters of the file's name read as U+FFFD.
+std::vector<StoredCalendar> storedCalendars();
+
+/// The file of the calendar with a name: the one in the store that has this title, whatever it
+/// holds; else the one that a new calendar of this name gets. None for a name that could lead out
+/// of the folder when there is no such file: an empty one, one with a separator of paths or a
+/// control character, "." and "..", and a device's name.
+std::optional<std::filesystem::path> calendarFile(const XCBasicString& name);
 
 /// Reads a calendar's file. False, with @p calendar as it was, when there is none or it is no XML.
 bool readCalendar(const std::optional<std::filesystem::path>& file, XmlDocument& calendar);

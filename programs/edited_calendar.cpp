@@ -39,8 +39,9 @@ void EditedCalendar::settle() {
   before_ = describedCalendar(document_.untouched(), openingName_, span_);
 }
 
-bool EditedCalendar::load(const XCBasicString& name) {
-  if (!document_.load(calendarFile(name))) return false;
+bool EditedCalendar::load(const XCBasicString& name,
+                          const std::optional<std::filesystem::path>& file) {
+  if (!document_.load(file)) return false;
   year_.apply(document_.year());
   settle();
   name_ = name;

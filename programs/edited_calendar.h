@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 
 #include "host/xml/xml_holder.h"
@@ -23,8 +24,9 @@ class EditedCalendar : public host::EditedPage {
   void initialise();
   /// Begins a new calendar, with programs of zeros.
   void begin();
-  /// Shows a calendar of the store. False, with the calendar as it was, when it can't be read.
-  bool load(const XCBasicString& name);
+  /// Shows the calendar of the store that lies in @p file, under its name. False, with the calendar
+  /// as it was, when it can't be read.
+  bool load(const XCBasicString& name, const std::optional<std::filesystem::path>& file);
   /// Writes the calendar, which has the target's name from then on. False, with the calendar as it
   /// was, when it can't be written.
   bool save(const CalendarTarget& target);

@@ -117,14 +117,43 @@ TEST_F(CalendarEditor, YearStringsOfEveryLengthAreShownAndAreNoChange) {
 
 TEST_F(CalendarEditor, ACalendarThatCantBeLoadedIsReportedAndItsNameStays) {
   putFile("broken", "<calendar>");
-  putFile("foreign", "<configuration/>");
-  for (const char* name : {"missing", "broken", "foreign"}) {
+  for (const char* name : {"missing", "broken"}) {
     openWithout(name, "[34191]");
     EXPECT_EQ(driver.text("name"), name);
     EXPECT_EQ(daysOfType("0").size(), 365U);
     driver.click("ok");
     expectCancelledWithNothingKept();
   }
+}
+
+TEST_F(CalendarEditor, ACalendarWhoseNameCantBeTypedIsLoadedAssignedAndFoundAgain) {
+  for (const std::string& title : {std::string("a:b"), std::string("a\\b"), std::string("a\tb"),
+                                   std::string("con"), std::string("nul.txt")}) {
+    putFile(title, calendarXml("x", "F", emptyDays("F"), year({{100, '3'}})));
+    manager.element()->SetValue("calendar", u"");
+    open();
+    loadStored(title);
+    EXPECT_EQ(driver.text("name"), title);
+    EXPECT_EQ(typeOf({2025, 4, 10}), "3") << title;
+    driver.click("ok");
+    expectAssigned(title);
+    XCVarnisGuids::Get().Validate(XCVarnisGuids::DeviceConfiguration);
+    open(ProgramKind::interval, title);
+    ASSERT_EQ(driver.top(), TopKind::dialog) << title;
+    EXPECT_EQ(typeOf({2025, 4, 10}), "3") << title;
+    driver.click("ok");
+    expectCancelledWithNothingKept();
+    std::filesystem::remove(fileOf(title));
+  }
+}
+
+TEST_F(CalendarEditor, ARootOfAnotherNameIsReadLikeAny) {
+  putFile("kalender", "<kalender><hasIOmodule>F</hasIOmodule>" + emptyDays("F") + "<year>" +
+                          year({{100, '3'}}) + "</year></kalender>");
+  open(ProgramKind::interval, "kalender");
+  EXPECT_EQ(typeOf({2025, 4, 10}), "3");
+  driver.click("ok");
+  expectCancelledWithNothingKept();
 }
 
 TEST_F(CalendarEditor, ANameInTheConfigurationNeverLeadsOutOfTheStore) {

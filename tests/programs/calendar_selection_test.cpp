@@ -110,6 +110,44 @@ TEST_F(CalendarSelection, AnUnreadableCalendarCanBeChosen) {
   EXPECT_EQ(dialog.CalendarName().ToUtf8(), "broken");
 }
 
+TEST_F(CalendarSelection, AFileIsReadByThePathThatItWasFoundUnderWhateverItsTitle) {
+  for (const std::string& title : {std::string("a:b"), std::string("a\\b"), std::string("a\tb"),
+                                   std::string("con"), std::string("\xFF"), std::string("\xFE")}) {
+    std::filesystem::remove_all(folder.path() / storeName());
+    putFile(title, calendarXml("x", "T", "", ""));
+    Dialog& dialog = open(ProgramKind::clock);
+    ASSERT_EQ(driver.column("files", 0).size(), 1U);
+    const std::string shown = driver.column("files", 0)[0];
+    EXPECT_FALSE(grey(shown)) << title;
+    driver.select("files", {0});
+    driver.click("ok");
+    EXPECT_EQ(driver.result(), IDOK) << title;
+    EXPECT_EQ(dialog.CalendarName().ToUtf8(), shown);
+    EXPECT_EQ(dialog.CalendarFile(), fileOf(title));
+  }
+}
+
+TEST_F(CalendarSelection, ARootOfAnotherNameIsReadLikeAny) {
+  putFile("kalender", "<kalender><hasIOmodule>T</hasIOmodule></kalender>");
+  open(ProgramKind::interval);
+  EXPECT_TRUE(grey("kalender"));
+  driver.click("cancel");
+  open(ProgramKind::clock);
+  EXPECT_FALSE(grey("kalender"));
+}
+
+TEST_F(CalendarSelection, SortedRowsKeepTheirFiles) {
+  Dialog& dialog = open(ProgramKind::clock);
+  driver.sort("files", 0);
+  driver.sort("files", 0);
+  EXPECT_EQ(driver.column("files", 0),
+            (std::vector<std::string>{"unmarked", "interval", "clock", "broken"}));
+  driver.select("files", {2});
+  driver.click("ok");
+  EXPECT_EQ(dialog.CalendarName().ToUtf8(), "clock");
+  EXPECT_EQ(dialog.CalendarFile(), fileOf("clock"));
+}
+
 TEST_F(CalendarSelection, OkLooksAtTheFileAsItIsNow) {
   open(ProgramKind::clock);
   driver.select("files", {rowOf("clock")});

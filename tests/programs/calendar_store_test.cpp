@@ -6,12 +6,22 @@
 #include "programs/day_types.h"
 #include "tests/programs/calendar_fixture.h"
 #include "tests/support/faulty_files.h"
+#include "tests/support/odd_file.h"
 
 namespace {
 
 using lamp::ProgramKind;
 
-class CalendarStore : public support::Calendars {};
+class CalendarStore : public support::Calendars {
+ protected:
+  static std::vector<std::string> titles() {
+    std::vector<std::string> titles;
+    for (const lamp::StoredCalendar& stored : lamp::storedCalendars())
+      titles.push_back(stored.title.ToUtf8());
+    std::sort(titles.begin(), titles.end());
+    return titles;
+  }
+};
 
 TEST_F(CalendarStore, LiesBesideTheConfigurationUnderTheDisplayNameOfTheType) {
   EXPECT_EQ(lamp::calendarFolder(), folder.path() / "Lamp manager Calendar");
@@ -42,9 +52,50 @@ TEST_F(CalendarStore, ListsTheCalendarsAndNothingElse) {
   folder.write(storeName() + "/Winter.xclmc.previous", "<calendar/>");
   folder.write(storeName() + "/notes.txt", "");
   std::filesystem::create_directories(fileOf("folder"));
-  auto names = lamp::storedCalendars();
-  std::sort(names.begin(), names.end());
-  EXPECT_EQ(names, (std::vector<XCBasicString>{u"Winter", u"broken"}));
+  EXPECT_EQ(titles(), (std::vector<std::string>{"Winter", "broken"}));
+}
+
+// Names of files that can't be typed as the name of a calendar.
+const std::string StrangeTitles[] = {"a:b",     "a\\b", "a\tb",   "a\nb", "con",
+                                     "nul.txt", "..",   "a\x01b", "\xFF", " "};
+
+TEST_F(CalendarStore, EveryFileThatItListsIsFoundByItsTitle) {
+  for (const std::string& title : StrangeTitles) putFile(title, "<calendar/>");
+  EXPECT_EQ(titles().size(), std::size(StrangeTitles));
+  for (const lamp::StoredCalendar& stored : lamp::storedCalendars()) {
+    EXPECT_TRUE(std::filesystem::exists(stored.file)) << stored.file;
+    EXPECT_EQ(lamp::calendarFile(stored.title), stored.file);
+    // The name of a device's calendar goes through an XML document.
+    XmlDocument configuration("configuration");
+    configuration.Root()->SetValue("calendar", stored.title);
+    XmlDocument again;
+    ASSERT_TRUE(again.Parse(configuration.ToString()));
+    EXPECT_EQ(lamp::calendarFile(again.Root()->Value("calendar")), stored.file);
+  }
+}
+
+TEST_F(CalendarStore, WhateverStandsInPlaceOfACalendarIsNotWaitedForAndNotChanged) {
+  using support::Odd;
+  std::filesystem::permissions(folder.path(), std::filesystem::perms(0711));
+  for (const Odd odd : support::AllOdd) {
+    SCOPED_TRACE(nameOf(odd));
+    std::filesystem::remove_all(lamp::calendarFolder());
+    std::filesystem::create_directories(lamp::calendarFolder());
+    const support::OddFile thing(fileOf("A"), odd, "<calendar><year>1</year></calendar>");
+    const bool isGood = odd == Odd::secondName || odd == Odd::linkToStranger;
+    XmlDocument read;
+    EXPECT_EQ(lamp::readCalendar(fileOf("A"), read), isGood);
+    EXPECT_TRUE(thing.isUntouched());
+
+    lamp::CalendarDocument calendar(ProgramKind::clock);
+    const std::string refusal = thing.refusal(host::NamedBy::person);
+    const bool isSaved = calendar.save(fileOf("A"), XCBasicString(u"A"));
+    // Where a link leads to, a file may be made; a file may be replaced that can't be read here.
+    EXPECT_EQ(isSaved, refusal.empty() || odd == Odd::danglingLink || odd == Odd::huge);
+    const bool isThroughALink = odd == Odd::linkToStranger || odd == Odd::danglingLink;
+    EXPECT_TRUE(isSaved || thing.isUntouched());
+    EXPECT_TRUE(isThroughALink || thing.isStrangerUntouched());
+  }
 }
 
 TEST_F(CalendarStore, ReadsWhatIsXmlAndLeavesTheDocumentOtherwise) {
@@ -95,12 +146,37 @@ TEST_F(CalendarDocument, WhatItDoesNotKnowIsKept) {
       fileText("B"));
 }
 
-TEST_F(CalendarDocument, AFileThatIsNoCalendarIsNotLoaded) {
-  putFile("other", "<configuration><hasIOmodule>T</hasIOmodule></configuration>");
+TEST_F(CalendarDocument, ARootOfAnotherNameIsReadLikeAnyAndSavedAsACalendar) {
+  putFile("other", "<kalender mark='1'><hasIOmodule>T</hasIOmodule><year>7</year></kalender>");
+  lamp::CalendarDocument calendar(ProgramKind::clock);
+  ASSERT_TRUE(calendar.load(fileOf("other")));
+  EXPECT_EQ(calendar.year(), u"7");
+  EXPECT_FALSE(calendar.changed());
+  ASSERT_TRUE(calendar.save(fileOf("A"), XCBasicString(u"A")));
+  EXPECT_XML_EQ(
+      "<calendar mark='1'><hasIOmodule>T</hasIOmodule><year>7</year>"
+      "<revision>{00000000-0000-4000-8000-000000000001}</revision><name>A</name></calendar>",
+      fileText("A"));
+}
+
+TEST_F(CalendarDocument, AFileThatIsNoXmlIsNotLoaded) {
+  putFile("other", "<calendar><hasIOmodule>F</hasIOmodule>");
   lamp::CalendarDocument calendar(ProgramKind::clock);
   EXPECT_FALSE(calendar.load(fileOf("other")));
   EXPECT_XML_EQ("<calendar><revision/><name/><hasIOmodule>T</hasIOmodule></calendar>",
                 calendar.root());
+}
+
+TEST_F(CalendarDocument, ANameOfTheMostAndWidestLettersIsSaved) {
+  for (const std::size_t letters : {60U, 61U, 62U}) {
+    std::string name;
+    for (std::size_t i = 0; i < letters; ++i) name += "\xF0\x9D\x94\xB8";
+    lamp::CalendarDocument calendar(ProgramKind::clock);
+    const XCBasicString title = XCBasicString::FromUtf8(name);
+    ASSERT_TRUE(calendar.save(*lamp::calendarFile(title), title)) << letters;
+    ASSERT_TRUE(calendar.save(*lamp::calendarFile(title), title)) << letters;
+    EXPECT_TRUE(calendar.load(lamp::calendarFile(title)));
+  }
 }
 
 TEST_F(CalendarDocument, AWriteThatFailsAtAnyStepLeavesTheOldFileWhole) {
