@@ -19,9 +19,7 @@ class DayTypesChanges : public support::Calendars {
     driver.show<XCDeviceCalendarDayTypesZelLAMPManager>(nullptr, days.Root(), kind);
     ASSERT_EQ(driver.top(), support::TopKind::dialog);
   }
-  void openOf(ProgramKind kind) {
-    open(emptyDays(kind == ProgramKind::clock ? "T" : "F"), kind);
-  }
+  void openOf(ProgramKind kind) { open(emptyDays(kind == ProgramKind::clock ? "T" : "F"), kind); }
   Texts changes() { return changesOn(driver.dialog()); }
   Texts faults() { return faultsOn(driver.dialog()); }
 
