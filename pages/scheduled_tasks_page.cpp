@@ -46,9 +46,7 @@ const host::PageDescription& CDlgE02CfgZelLampManager::PageTable() {
 
 CDlgE02CfgZelLampManager::CDlgE02CfgZelLampManager(XCDriver* driver, CWnd* parent)
     : DocumentPage(lamp::template_number::ScheduledTasks, PageTable(), driver, parent),
-      rows_(*this, Id::Tasks,
-            {{Id::Number, task_name::Number},
-             {Id::Start, std::nullopt, lamp::taskStart, lamp::setTaskStart}}) {}
+      rows_(*this, Id::Tasks, {bindingOf(tasks(), Id::Number), bindingOf(tasks(), Id::Start)}) {}
 
 host::DialogTemplate CDlgE02CfgZelLampManager::Template() {
   constexpr const char* NewImage = "NEW-16.png";
