@@ -338,7 +338,7 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
       if (++depth > limits_.depth)
         return fail(next.name(),
                     "elements are nested more than " + std::to_string(limits_.depth) + " deep");
-      to = to->append(NoName);
+      to = to->appendHeld(NoName);
     } else {
       for (;;) {
         if (brokenTextsOpen_ > 0) endText(*to, depth);
@@ -355,7 +355,7 @@ bool Builder::buildTree(const pugi::xml_node& source, Node& root) {
         to = to->parent_;
         --depth;
       }
-      to = to->parent_->append(NoName);
+      to = to->parent_->appendHeld(NoName);
     }
     from = next;
     // Neighbours mostly look alike: the one before serves as the model for names.

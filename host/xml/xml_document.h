@@ -227,6 +227,7 @@ class HOST_API XmlDocument::XmlNode {
   bool takeRun(XmlNode& from, std::span<const host::XmlName> names);
   void setStoredText(host::XmlText text);
   XmlNode* append(host::XmlName tag);
+  XmlNode* appendHeld(host::XmlName tag);  // whose name the document has already
   void unlink();
   void copyShallow(const XmlNode& other);
   void copyTree(const XmlNode& other);

@@ -22,6 +22,7 @@ struct NameRecord {
   std::uint32_t size = 0;      // with the zero
   std::uint32_t holders = 0;   // of a name that documents brought: how often it is held
   bool kept = false;           // whether the program knows it too
+  std::uint32_t place = 0;     // of that attribute, where it is looked for
   std::uint64_t front = 0;
   std::uint64_t frontMask = 0;
   std::uint64_t back = 0;

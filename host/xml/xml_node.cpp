@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
-#include <vector>
 
 #include "host/xml/xml_document.h"
 #include "host/xml/xml_storage.h"
@@ -9,6 +8,8 @@
 using host::XmlName;
 using host::XmlText;
 using host::xml::Attribute;
+using host::xml::NameRecord;
+using host::xml::NameTable;
 using host::xml::Slab;
 using host::xml::Storage;
 using XmlNode = XmlDocument::XmlNode;
@@ -79,18 +80,33 @@ const XmlNode* childByKey(const XmlNode& parent, const Step& step, std::u16strin
   return nullptr;
 }
 
-// Attributes in the order of their names' numbers.
-std::vector<const Attribute*> byName(std::span<const Attribute> attributes) {
-  std::vector<const Attribute*> sorted;
-  sorted.reserve(attributes.size());
-  for (const Attribute& attribute : attributes) sorted.push_back(&attribute);
-  std::sort(sorted.begin(), sorted.end(),
-            [](const Attribute* a, const Attribute* b) { return a->name < b->name; });
-  return sorted;
-}
-
 bool isSame(const Attribute& a, const Attribute& b) {
   return a.name == b.name && a.text() == b.text();
+}
+
+using Attributes = std::span<const Attribute>;
+
+// Of sets of one size; a name stands once in each.
+bool isSameSet(Attributes some, Attributes others) {
+  return std::all_of(some.begin(), some.end(), [&](const Attribute& a) {
+    return std::any_of(others.begin(), others.end(),
+                       [&](const Attribute& b) { return isSame(a, b); });
+  });
+}
+
+// The names tell where the others stand.
+bool isSameLargeSet(Attributes some, Attributes others) {
+  NameTable& names = NameTable::get();
+  const std::uint64_t mark = names.newStamp();
+  for (std::size_t place = 0; place < others.size(); ++place) {
+    NameRecord& name = names.record(others[place].name);
+    name.lastElement = mark;
+    name.place = static_cast<std::uint32_t>(place);
+  }
+  return std::all_of(some.begin(), some.end(), [&](const Attribute& attribute) {
+    const NameRecord& name = names.record(attribute.name);
+    return name.lastElement == mark && attribute.text() == others[name.place].text();
+  });
 }
 
 }  // namespace
@@ -293,6 +309,10 @@ void XmlNode::SetTag(XmlName tag) {
 
 XmlNode* XmlNode::append(XmlName tag) {
   storage().hold(tag);
+  return appendHeld(tag);
+}
+
+XmlNode* XmlNode::appendHeld(XmlName tag) {
   auto* child = new (storage().allocateNode(sizeof(XmlNode))) XmlNode(tag.id());
   child->parent_ = this;
   if (first_ == nullptr) {
@@ -379,7 +399,7 @@ void XmlNode::copyTree(const XmlNode& other) {
   for (;;) {
     if (from->first_ != nullptr) {
       from = from->first_;
-      to = to->append(from->TagName());
+      to = to->appendHeld(from->TagName());
     } else {
       while (from != &other && from->next_ == nullptr) {
         from = from->parent_;
@@ -387,7 +407,7 @@ void XmlNode::copyTree(const XmlNode& other) {
       }
       if (from == &other) return;
       from = from->next_;
-      to = to->parent_->append(from->TagName());
+      to = to->parent_->appendHeld(from->TagName());
     }
     to->copyShallow(*from);
   }
@@ -419,18 +439,10 @@ bool XmlNode::hasAttributesOf(const XmlNode& other) const {
     if (!(attributes_[at].text() == other.attributes_[at].text())) return false;
     ++at;
   }
-  constexpr std::size_t Few = 16;
   const std::span<const Attribute> mine(attributes_ + at, attributeCount_ - at);
   const std::span<const Attribute> theirs(other.attributes_ + at, attributeCount_ - at);
-  if (mine.size() <= Few)
-    return std::all_of(mine.begin(), mine.end(), [&](const Attribute& a) {
-      return std::any_of(theirs.begin(), theirs.end(),
-                         [&](const Attribute& b) { return isSame(a, b); });
-    });
-  const std::vector<const Attribute*> sorted = byName(theirs);
-  const std::vector<const Attribute*> wanted = byName(mine);
-  return std::equal(wanted.begin(), wanted.end(), sorted.begin(),
-                    [](const Attribute* a, const Attribute* b) { return isSame(*a, *b); });
+  constexpr std::size_t Few = 8;
+  return mine.size() <= Few ? isSameSet(mine, theirs) : isSameLargeSet(mine, theirs);
 }
 
 bool XmlNode::operator==(const XmlNode& other) const {
