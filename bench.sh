@@ -14,6 +14,6 @@ cmake --preset release -B build/bench -DLAMP_BENCH=ON -DLAMP_TESTS=OFF \
   -DLAMP_OUT="$PWD/build/bench" -DLAMP_BENCH_PUGIXML_SOURCE="$PWD/build/xml-source" >/dev/null
 ninja -C build/bench --quiet
 status=0
-bench/count_instructions.py build/bench/bin/page_cycle || status=1
+bench/count_instructions.py build/bench/bench/page_cycle || status=1
 bench/report.py build/bench/bin out "$@" || status=1
 exit $status
