@@ -102,6 +102,11 @@ void XCDeviceCalendarDayTypesZelLAMPManager::OnSelectionChanged() {
   fields_.showSelected();
 }
 
+void XCDeviceCalendarDayTypesZelLAMPManager::Refresh() {
+  List(Id::Days).cellsChanged();
+  OnSelectionChanged();
+}
+
 void XCDeviceCalendarDayTypesZelLAMPManager::OnFieldChanged(int editId) {
   if (guard_) PostMessage(WriteBackMessage, editId);
 }

@@ -25,6 +25,7 @@ class XCDeviceCalendarDayTypesZelLAMPManager : public XCBaseDlg, public host::Ed
   const host::PageDescription& Description() const override { return PageTable(kind_); }
   const Node* Untouched() const override { return programsBefore_.Root(); }
   const Node* Edited() override;
+  void Refresh() override;
 
  private:
   void OnSelectionChanged();

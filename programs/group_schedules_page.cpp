@@ -131,6 +131,13 @@ void CDlgE06CfgZelLampManager::OnNodeSelectionChanged() {
   fields_.showSelected();
 }
 
+// What the fields show is the rows' already: it is not written back.
+void CDlgE06CfgZelLampManager::Refresh() {
+  const lamp::FlagGuard running(guard_, false);
+  List(Id::Nodes).cellsChanged();
+  fields_.showSelected();
+}
+
 void CDlgE06CfgZelLampManager::OnFieldChanged(int editId) {
   if (guard_) PostMessage(WriteBackMessage, editId);
 }

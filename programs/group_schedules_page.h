@@ -20,6 +20,7 @@ class CDlgE06CfgZelLampManager : public lamp::DocumentPage {
   bool OnInitDialog() override;
   const host::MessageMap* GetMessageMap() const override;
   void Layout() override;
+  void Refresh() override;
 
  private:
   void OnGroupSelectionChanged();

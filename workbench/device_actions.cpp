@@ -131,7 +131,9 @@ ActionResult DeviceActions::updateNodes(CWnd* parent, Node& device) {
     return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
   const auto dialog = dialogClass->create(parent, &device, XCMainCfg::Get().Root());
   const host::XmlAnchor kept(&device);
-  if (dialog != nullptr) dialog->DoModal();
+  if (dialog == nullptr)
+    return ActionResult::refused(TextId::DeviceWithoutId, device.Value("name"));
+  dialog->DoModal();
   finish(parent);
   return {};
 }

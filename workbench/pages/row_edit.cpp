@@ -80,6 +80,7 @@ std::vector<RowEdit> editsBelow(const XCBaseDlg& dialog, const RowSet& rows, Lis
   std::vector<RowEdit> edits;
   for (const Binding& binding : rows.bindings) {
     host::Control* control = dialog.FindControl(binding.control);
+    if (binding.owner == host::ValueOwner::controller) continue;
     if (control != nullptr && isEntry(*control)) edits.push_back({&list, &rows, &binding, control});
   }
   const auto columnOf = [&](const RowEdit& edit) {
