@@ -5,6 +5,8 @@
 
 // What the scheduled tasks page edits: tasks, and in each of them its actions.
 
+class XCBaseDlg;
+
 namespace lamp {
 
 namespace task_control {

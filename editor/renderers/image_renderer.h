@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/renderers/control_renderer.h"
+#include "host/ui/controls/image_controls.h"
 
 class QLabel;
 

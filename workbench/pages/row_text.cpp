@@ -205,7 +205,8 @@ RowTexts numberedTexts(std::u16string_view pattern, std::size_t count) {
       text.append(counter.width > digits.size() ? counter.width - digits.size() : 0, u'0');
       text += digits;
     }
-    made.texts.emplace_back(text + behind);
+    text += behind;
+    made.texts.push_back(std::u16string_view(text));
   }
   return made;
 }
@@ -221,7 +222,8 @@ RowTexts replacedTexts(const std::vector<XCBasicString>& texts, std::u16string_v
       out.append(rest.substr(0, at)).append(with);
       rest.remove_prefix(at + find.size());
     }
-    made.texts.emplace_back(out.append(rest));
+    out.append(rest);
+    made.texts.push_back(std::u16string_view(out));
   }
   return made;
 }
@@ -235,7 +237,8 @@ RowTexts replacedByExpression(const std::vector<XCBasicString>& texts, std::u16s
   for (const XCBasicString& text : texts) {
     if (!expression.refused().empty()) return {{}, expression.refused()};
     if (std::chrono::steady_clock::now() > end) return {{}, "the expression takes too long"};
-    made.texts.emplace_back(replacedIn(expression, text.str(), with));
+    const std::u16string replaced = replacedIn(expression, text.str(), with);
+    made.texts.push_back(std::u16string_view(replaced));
   }
   if (!expression.refused().empty()) return {{}, expression.refused()};
   return made;
