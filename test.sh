@@ -36,6 +36,7 @@ step "packages" scripts/install.sh
 step "house rules" scripts/check.sh
 step "build as released" build release -DLAMP_TESTS=OFF -DLAMP_COSTS=ON
 step "released programs" scripts/check_programs.py out
+step "files of released programs" scripts/check_files.py out
 step "costs of XML" bench/check_shapes.py build/release/bench/shape_costs
 step "build with sanitizers" build asan
 

@@ -97,6 +97,7 @@ LIBRARIES = {
     "ld-linux": "the libraries of the program, from its own folder and the system's first "
                 "(lamp_program in cmake/options.cmake)",
     "libpugixml": "nothing: it is given texts",
+    "libpcre2": "nothing: it is given texts",
     "libcurl": "the system's certificates and name servers; no netrc, no cookies, no proxy "
                "(workbench/http_transfer.cpp)",
     "libssl": "as libcrypto",
