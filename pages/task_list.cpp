@@ -47,6 +47,7 @@ std::vector<host::ListColumn> taskColumns() {
   number.compare = byNumber;
   host::ListColumn start = madeColumn(TextId::Start, taskStart, 4);
   start.compare = byStart;
+  start.name = task_name::Start.text();
   return {std::move(number), std::move(start),
           attributeColumn(TextId::Period, task_name::Period, 4),
           attributeColumn(TextId::Priority, task_name::Priority, 2),

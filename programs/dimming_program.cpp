@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iterator>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "exchange/sections.h"
@@ -157,6 +158,7 @@ std::vector<host::ListColumn> programColumns(ProgramKind kind, host::ListColumn 
     const int step = stepOf(i);
     column.caption = programCaption(i);
     if (i == timeColumn(step)) {
+      column.name = "time" + std::to_string(step);
       column.cell = [kind, step](const Node& row) { return stepTime(row, kind, step); };
       column.number = [kind, step](const Node& row) { return timeNumber(row, kind, step); };
     } else {

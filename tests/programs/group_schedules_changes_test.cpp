@@ -2,6 +2,9 @@
 #include "tests/programs/group_schedules_fixture.h"
 #include "tests/support/edited_page.h"
 #include "workbench/pages/page_put.h"
+#include "workbench/pages/row_edit.h"
+#include "workbench/pages/row_filter.h"
+#include "workbench/table/list_table.h"
 
 namespace {
 
@@ -37,6 +40,35 @@ const std::vector<Value> Clocks = {{"power1", Power, "100"}, {"time2", Start, "2
                                    {"power2", Power, "80"},  {"time3", Start, "01:00", "02:07"},
                                    {"power3", Power, "60"},  {"time4", Start, "05:45", "00:00"},
                                    {"power4", Power, "40"}};
+
+// --- tables and filters
+
+std::string namesOf(XCBaseDlg& dialog, host::ListControl& list) {
+  const host::RowSet& rows = *workbench::rowsShownIn(*dialog.Edits(), list);
+  const std::string table = workbench::exportTable(dialog, rows, list);
+  return table.substr(0, table.find('\n'));
+}
+
+TEST_F(GroupSchedules, TheColumnsOfATableStandInTheOrderOfTheList) {
+  open();
+  auto& intervals = driver.as<host::ListControl>("nodes");
+  EXPECT_EQ(namesOf(driver.dialog(), intervals),
+            "Id,time1,power1,time2,power2,time3,power3,time4,power4");
+  driver.click("cancel");
+  openClock();
+  auto& clocks = driver.as<host::ListControl>("nodes");
+  EXPECT_EQ(namesOf(driver.dialog(), clocks), "Id,power1,time2,power2,time3,power3,time4,power4");
+}
+
+TEST_F(GroupSchedules, AFilterKnowsTimesByTheirName) {
+  openClock();
+  const auto& list = driver.as<host::ListControl>("nodes");
+  const auto source = workbench::filterSourceOf(driver.dialog(), list);
+  const workbench::RowFilter none(u"time2>23:59", list, source);
+  EXPECT_EQ(none.rows(), Selection{});
+  const workbench::RowFilter all(u"time2<=23:59 T2<=23:59", list, source);
+  EXPECT_EQ(all.rows().size(), list.rowCount());
+}
 
 // --- changes
 

@@ -83,16 +83,16 @@ std::vector<RowEdit> editsBelow(const XCBaseDlg& dialog, const RowSet& rows, Lis
     if (binding.owner == host::ValueOwner::controller) continue;
     if (control != nullptr && isEntry(*control)) edits.push_back({&list, &rows, &binding, control});
   }
+  const auto& columns = list.columns();
   const auto columnOf = [&](const RowEdit& edit) {
-    const auto& columns = list.columns();
-    const auto shows = [&](const host::ListColumn& column) {
-      return column.attribute == edit.binding->attributes.front();
-    };
-    return std::find_if(columns.begin(), columns.end(), shows) - columns.begin();
+    return std::find_if(columns.begin(), columns.end(), [&](const host::ListColumn& column) {
+      return column.attribute == edit.binding->attributes.front() ||
+             column.name == edit.binding->name;
+    });
   };
-  const bool attributesAlone = std::all_of(edits.begin(), edits.end(),
-                                           [](const RowEdit& edit) { return !edit.binding->read; });
-  if (attributesAlone)
+  // Values that share a column stand in the order of the page's table.
+  if (std::all_of(edits.begin(), edits.end(),
+                  [&](const RowEdit& edit) { return columnOf(edit) != columns.end(); }))
     std::stable_sort(edits.begin(), edits.end(),
                      [&](const RowEdit& a, const RowEdit& b) { return columnOf(a) < columnOf(b); });
   return edits;
