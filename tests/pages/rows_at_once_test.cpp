@@ -143,6 +143,8 @@ TEST_F(NodeTableRows, AnImportTellsEveryFaultAtOnceAndChangesNothing) {
              "4,3 latitude: the field takes at most 10 characters",
              "5,1 Id: the row stands twice in the table", "6,3 null: a cell is missing"}));
   EXPECT_EQ(driver.column("nodes", 1)[0], "HS-1 north");
+  EXPECT_EQ(imported("nodes", "Id,Reference\n999\n"), Texts{"2,1 Id: the list has no such row"})
+      << "nothing else is told of a line without a row";
   EXPECT_EQ(imported("nodes", ""), Texts{"1,1 null: the table has no line"});
   EXPECT_EQ(imported("nodes", "Reference\nx\n"), Texts{"1,1 null: the table has no column \"Id\""});
 }

@@ -9,7 +9,9 @@ constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Separators = ",;\t";
 constexpr std::string_view FormulaBeginnings = "=+-@";
 
+// Of the first line that is not empty.
 char separatorOf(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
   bool quoted = false;
   for (const char c : text) {
     if (c == '"') quoted = !quoted;

@@ -112,6 +112,7 @@ class Import {
   }
 
   void readLine(const CsvLine& line) {
+    const std::size_t faultsBefore = result_.faults.size();
     if (line.cells.size() != columns_.size()) {
       const bool missing = line.cells.size() < columns_.size();
       const std::size_t at = std::min(line.cells.size(), columns_.size());
@@ -122,11 +123,13 @@ class Import {
     const CsvCell& idCell = line.cells[*identity_];
     const std::u16string id = wide(idCell).str();
     const auto row = rowsById_.find(id);
-    const std::string name(rows_.identityName);
-    if (row == rowsById_.end())
-      return add(idCell.line, *identity_ + 1, name, "the list has no such row");
-    if (!seen_.insert(id).second)
-      return add(idCell.line, *identity_ + 1, name, "the row stands twice in the table");
+    const bool isKnown = row != rowsById_.end();
+    if (!isKnown || !seen_.insert(id).second) {
+      // Of a line that belongs to no row nothing else is told.
+      result_.faults.resize(faultsBefore);
+      return add(idCell.line, *identity_ + 1, std::string(rows_.identityName),
+                 isKnown ? "the row stands twice in the table" : "the list has no such row");
+    }
     readCells(line, row->second, id.empty() || shared_.contains(id));
   }
 

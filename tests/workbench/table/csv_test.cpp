@@ -31,6 +31,10 @@ TEST(Csv, TheFirstSeparatorOutsideQuotesIsTheOne) {
   EXPECT_EQ(cellsOf(readCsv("\"a,b\";c\n1;2,3\n")), (Cells{{"a,b", "c"}, {"1", "2,3"}}));
 }
 
+TEST(Csv, EmptyLinesBeforeTheNamesDoNotDecideTheSeparator) {
+  EXPECT_EQ(cellsOf(readCsv("\r\n\nId;a\n1;2,3\n")), (Cells{{"Id", "a"}, {"1", "2,3"}}));
+}
+
 TEST(Csv, QuotesHoldSeparatorsQuotesAndLineEnds) {
   const CsvTable table = readCsv("Id,a\n1,\"x, \"\"y\"\"\nz\"\n2,b\n");
   EXPECT_EQ(cellsOf(table), (Cells{{"Id", "a"}, {"1", "x, \"y\"\nz"}, {"2", "b"}}));
