@@ -227,16 +227,25 @@ class Entry {
     fillRow(inner, attributes, *listOf(inner)->element(row));
   }
 
+  // The names come from a file: only those that the page knows are made use of.
+  static bool isEdited(const RowSet& set, host::XmlName attribute) {
+    return std::any_of(set.bindings.begin(), set.bindings.end(), [&](const Binding& binding) {
+      return std::find(binding.attributes.begin(), binding.attributes.end(), attribute) !=
+             binding.attributes.end();
+    });
+  }
+
   // Values that show a part of an attribute are taken from the attribute as a whole.
   void fillRow(const RowSet& set, const Attributes& attributes, const Node& element) {
     XmlDocument whole;
     Node& wanted = whole.Create("row");
     for (const auto& [name, text] : attributes) {
       const Binding* binding = bindingOf(set, name);
+      const host::XmlName attribute = host::XmlName::find(name);
       if (binding != nullptr && binding->write)
         binding->put(wanted, text);
-      else
-        wanted.setAttribute(host::XmlName(name), text);
+      else if (isEdited(set, attribute))
+        wanted.setAttribute(attribute, text);
     }
     for (const Binding& binding : set.bindings) {
       host::Control* control = dialog_.FindControl(binding.control);
