@@ -105,7 +105,7 @@ class Expression {
     }
     const PCRE2_SIZE* ends = pcre2_get_ovector_pointer(match_.get());
     Groups groups;
-    for (std::uint32_t i = 0; i < pcre2_get_ovector_count(match_.get()); ++i)
+    for (std::size_t i = 0; i < pcre2_get_ovector_count(match_.get()); ++i)
       groups.emplace_back(ends[2 * i], ends[2 * i + 1]);
     return groups;
   }
